@@ -1,0 +1,80 @@
+// See the header. The story of a load: recognise, prepare, capture, walk, convert, tag.
+#include "import/SVGLoader.h"
+
+#include <QScopeGuard>
+#include <limits>
+
+#include "import/DocumentSurvey.h"
+#include "import/NodeWalk.h"
+#include "import/PackageCapture.h"
+#include "import/Recognition.h"
+#include "import/SwitchFlattening.h"
+#include "import/shape/DocumentExtent.h"
+#include "import/text/RoundTripNames.h"
+
+namespace tzsvg {
+
+SVGLoader::SVGLoader(const CTzPtr<ITzHost>& host) : CTzSceneLoader(CTzUser_Host(host)), log_(this->host()) {}
+
+void SVGLoader::tagLastPolygon(TzTagId id, std::string_view text) {
+    if (lastPolygon_ && !text.empty()) setPolygonTag(*lastPolygon_, id, text);
+}
+
+bool SVGLoader::recogniseFile(const std::string& fileName) {
+    resetCounters();
+    return readDocument(QString::fromStdString(fileName), document_);
+}
+
+void SVGLoader::startLoad() {
+    resetCounters();
+    loadedItem_ = createItem(kTzItemMesh);
+    addPackage(kPackageName);
+    setItemTag(kTagViewBoxCompare, "1");  // the view box replaces it when the walk has succeeded
+}
+
+bool SVGLoader::loadFile() {
+    const auto clear = qScopeGuard([this] { document_.clear(); });
+    return loadDocument();
+}
+
+void SVGLoader::resetFile() noexcept {
+    document_.clear();
+    resetCounters();
+}
+
+bool SVGLoader::loadDocument() {
+    bool measured = false;
+    flipHeight_ = static_cast<float>(documentMaxY(document_, lengths_, measured));
+    // Also refuses infinity and not-a-number: the flip is about a whole number of 32 bits.
+    constexpr auto kLargest = static_cast<float>(std::numeric_limits<int>::max());
+    if (!measured || !(flipHeight_ < kLargest)) return false;
+
+    DocumentSurvey survey(document_);
+    if (survey.nodeCount() == 0) return true;
+    if (monitor()) monitor().initialise(survey.nodeCount());
+
+    if (!flattenSwitches(document_, survey)) return false;
+    if (!captureIntoPackage(*this, survey)) return false;
+
+    const QDomNode last = document_.lastChild();
+    if (!last.isNull() && !walkNodes(*this, last)) return false;
+
+    // Both tags get the same text; meant so.
+    if (!viewBox_.empty()) {
+        setItemTag(kTagViewBox, viewBox_);
+        setItemTag(kTagViewBoxCompare, viewBox_);
+    }
+    return true;
+}
+
+void SVGLoader::resetCounters() noexcept {
+    viewBox_.clear();
+    flipHeight_ = 0.0F;
+    lengths_ = {};
+    ancestors_ = {};
+    groups_.reset();
+    pathCounter_ = 0;
+    lastPolygon_.reset();
+}
+
+}  // namespace tzsvg

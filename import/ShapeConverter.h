@@ -1,0 +1,21 @@
+// Shape to mesh conversion: from an SVG shape element to one tagged polygon of the loader's mesh. Called by
+// the walk. Paths have their own converter, import/PathConverter.h.
+#pragma once
+
+#include <QDomElement>
+
+namespace tzsvg {
+
+class SVGLoader;
+
+// Each builds the element's shape item, maps its geometry through the element's transform and the y flip,
+// adds one polygon and runs the tag chain on it. False, which fails the load, when the mesh is not
+// available, the item cannot be built, a transform of the element or an ancestor does not parse, or a
+// coordinate is not finite. Failures of the host throw CTzError.
+bool convertEllipse(SVGLoader& loader, const QDomElement& element);  // "circle" and "ellipse"
+bool convertRect(SVGLoader& loader, const QDomElement& element);
+bool convertLine(SVGLoader& loader, const QDomElement& element);
+bool convertPolygon(SVGLoader& loader, const QDomElement& element);
+bool convertPolyline(SVGLoader& loader, const QDomElement& element);
+
+}  // namespace tzsvg

@@ -1,0 +1,19 @@
+// One streaming look at an XML text before a tree or a renderer is built from it: the toolkit's tree spends
+// call stack on every level and quadratic time on an element's attributes. Called wherever text from
+// outside is about to be parsed.
+#pragma once
+
+#include <QString>
+
+namespace tzsvg {
+
+constexpr int kMaxElementDepth = 256;  // the root counts as level 1
+constexpr int kMaxAttributes = 4096;   // on one element
+
+// Whether no element of the text is nested deeper than kMaxElementDepth or has more attributes than
+// kMaxAttributes, entities and default attributes of an internal subset included. The answer is exact for
+// well-formed text; for other text it may be either, but a text that passes cannot build a tree that is
+// deeper. Linear in the text.
+bool withinLimits(const QString& xml);
+
+}  // namespace tzsvg

@@ -1,0 +1,36 @@
+// See the header. Tested by tests/text/NumberScannerTest.cpp.
+#include "import/text/NumberScanner.h"
+
+#include "import/text/NumberText.h"
+
+namespace tzsvg {
+
+void skipWhiteSpace(QStringView text, qsizetype& position) {
+    while (position < text.size() && text.at(position).isSpace()) ++position;
+}
+
+bool scanNumber(QStringView text, qsizetype& position, double& value) {
+    value = 0.0;
+    skipWhiteSpace(text, position);
+    qsizetype end = position;
+    if (end < text.size() && text.at(end) == u'-') ++end;
+    bool sawPoint = false;
+    for (; end < text.size(); ++end) {
+        const QChar c = text.at(end);
+        if (c == u'.') {
+            // "0.5.5" is refused, not split into two numbers. Meant so; NumberScanner/secondPoint pins it.
+            if (sawPoint) return false;
+            sawPoint = true;
+        } else if (!c.isDigit()) {
+            break;
+        }
+    }
+    bool ok = false;
+    const double number = toDouble(text.mid(position, end - position), ok);
+    if (!ok) return false;
+    value = number;
+    position = end;
+    return true;
+}
+
+}  // namespace tzsvg

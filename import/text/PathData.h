@@ -1,0 +1,14 @@
+// The reader of path data, the "d" attribute of "path".
+#pragma once
+
+#include <QPainterPath>
+#include <QString>
+
+namespace tzsvg {
+
+// Reads path data into a painter path; empty text gives an empty path. False, with an empty path, when a
+// number or flag inside a command does not scan, a number has no command to belong to, or a coordinate comes
+// out infinite. Letters that are no command are skipped.
+bool parsePathData(const QString& text, QPainterPath& path);
+
+}  // namespace tzsvg

@@ -1,0 +1,37 @@
+// See the header. Tested by tests/text/PointListTest.cpp.
+#include "import/text/PointList.h"
+
+#include <cmath>
+
+#include "import/text/NumberScanner.h"
+#include "import/text/NumberText.h"
+
+namespace tzsvg {
+namespace {
+
+bool readPair(QStringView part, QPointF& point) {
+    const auto comma = part.indexOf(u',');
+    if (comma < 0 || part.indexOf(u',', comma + 1) >= 0) return false;
+    point = QPointF(toDouble(part.left(comma)), toDouble(part.mid(comma + 1)));
+    return std::isfinite(point.x()) && std::isfinite(point.y());
+}
+
+}  // namespace
+
+bool readPointList(QStringView text, QVector<QPointF>& points) {
+    points.clear();
+    qsizetype position = 0;
+    for (skipWhiteSpace(text, position); position < text.size(); skipWhiteSpace(text, position)) {
+        const qsizetype start = position;
+        while (position < text.size() && !text.at(position).isSpace()) ++position;
+        QPointF point;
+        if (!readPair(text.mid(start, position - start), point)) {
+            points.clear();
+            return false;
+        }
+        points.append(point);
+    }
+    return true;
+}
+
+}  // namespace tzsvg

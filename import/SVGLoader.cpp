@@ -50,10 +50,13 @@ bool SVGLoader::loadDocument() {
     if (!measured || !(flipHeight_ < kLargest)) return false;
 
     DocumentSurvey survey(document_);
-    if (survey.nodeCount() == 0) return true;
-    if (monitor()) monitor().initialise(survey.nodeCount());
+    if (survey.nodeCount == 0) return true;
+    if (monitor()) monitor().initialise(survey.nodeCount);
 
-    if (!flattenSwitches(document_, survey)) return false;
+    if (!survey.switches.empty()) {
+        if (!flattenSwitches(survey)) return false;
+        survey = DocumentSurvey(document_);
+    }
     if (!captureIntoPackage(*this, survey)) return false;
 
     const QDomNode last = document_.lastChild();

@@ -34,6 +34,12 @@ class SVGLoader : public CTzSceneLoader {
     // largest y on purpose: the saver truncates the same way.
     int flipHeight() const { return static_cast<int>(flipHeight_); }
 
+    // The root element's "viewBox" text, kept for the item's tags.
+    void setViewBox(std::string text) { viewBox_ = std::move(text); }
+
+    // The index of the mesh item that this load created.
+    uint32_t loadedItem() const { return loadedItem_; }
+
     // The numbered groups of the document.
     GroupTable& groups() { return groups_; }
 
@@ -63,7 +69,7 @@ class SVGLoader : public CTzSceneLoader {
 
     SVGIOLogMessage log_;
     QDomDocument document_;
-    std::string viewBox_;  // the root element's "viewBox" text
+    std::string viewBox_;
     float flipHeight_ = 0.0F;
     LengthContext lengths_;
     AncestorTransforms ancestors_;

@@ -1,7 +1,7 @@
 // See the header.
 #include "import/text/ScanText.h"
 
-#include <locale.h>
+#include <locale.h>  // NOLINT(modernize-deprecated-headers): newlocale is POSIX
 #include <clocale>
 #include <cstdarg>
 #include <cstdio>

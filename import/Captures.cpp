@@ -1,0 +1,185 @@
+// See the header. Called by import/PackageCapture.cpp.
+#include "import/Captures.h"
+
+#include <QRegularExpression>
+#include <QTextStream>
+#include <algorithm>
+#include <array>
+
+namespace tzsvg {
+namespace {
+
+// The form in which everything is kept: saved by the toolkit at indent 0.
+constexpr int kIndent = 0;
+
+bool isNamed(const QDomNode& node, QStringView name) {
+    return node.nodeName() == name;
+}
+
+void saveOutsideDefinitions(QTextStream& stream, const std::vector<QDomElement>& elements) {
+    for (const QDomElement& element : elements) {
+        if (!isNamed(element.parentNode(), u"defs")) element.save(stream, kIndent);
+    }
+}
+
+void writeAttributes(QTextStream& stream, const QDomElement& group) {
+    const QDomNamedNodeMap attributes = group.attributes();
+    if (attributes.isEmpty()) return;
+    stream << "attributes{";
+    for (int i = 0; i < attributes.size(); ++i) {
+        const QDomNode attribute = attributes.item(i);
+        // The transform is in the geometry below the group, and is never kept here.
+        if (!isNamed(attribute, u"transform")) attribute.save(stream, kIndent);
+    }
+    stream << '}';
+}
+
+bool isIllustratorDocument(const QDomDocument& document) {
+    for (QDomNode node = document.firstChild(); !node.isNull(); node = node.nextSibling()) {
+        if (node.isComment() && node.nodeValue().contains(QLatin1String("Generator: Adobe Illustrator")))
+            return true;
+    }
+    return false;
+}
+
+void writeIllustratorEntities(QTextStream& stream) {
+    struct Entity {
+        const char* name;
+        const char* path;
+    };
+    static constexpr std::array<Entity, 8> kEntities = {{
+        {"ns_extend", "/Extensibility/1.0/"},
+        {"ns_ai", "/AdobeIllustrator/10.0/"},
+        {"ns_graphs", "/Graphs/1.0/"},
+        {"ns_vars", "/Variables/1.0/"},
+        {"ns_imrep", "/ImageReplacement/1.0/"},
+        {"ns_sfw", "/SaveForWeb/1.0/"},
+        {"ns_custom", "/GenericCustomNamespace/1.0/"},
+        {"ns_adobe_xpath", "/XPath/1.0/"},
+    }};
+    for (const Entity& entity : kEntities) {
+        stream << "<!ENTITY " << entity.name << " \"http://ns.adobe.com" << entity.path << "\">\n";
+    }
+}
+
+// Entities and notations come in hash order: written by name, so that the same file gives the same text.
+void saveByName(QTextStream& stream, const QDomNamedNodeMap& declarations) {
+    std::vector<QDomNode> nodes;
+    for (int i = 0; i < declarations.size(); ++i) nodes.push_back(declarations.item(i));
+    std::sort(nodes.begin(), nodes.end(),
+              [](const QDomNode& a, const QDomNode& b) { return a.nodeName() < b.nodeName(); });
+    for (const QDomNode& node : nodes) node.save(stream, kIndent);
+}
+
+}  // namespace
+
+QString withoutLineBreaks(QString text) {
+    static const QRegularExpression kBreaks(QStringLiteral("(&#xa;|&#xA;|&#xd;|&#xD;|&#x9;|\\n|\\t|\\r)"));
+    return text.remove(kBreaks);
+}
+
+QString captureDefinitions(const DocumentSurvey& survey) {
+    QString text;
+    QTextStream stream(&text);
+    for (const QDomElement& definitions : survey.definitions) {
+        for (QDomNode child = definitions.firstChild(); !child.isNull(); child = child.nextSibling()) {
+            child.save(stream, kIndent);
+        }
+    }
+    saveOutsideDefinitions(stream, survey.patterns);
+    saveOutsideDefinitions(stream, survey.linearGradients);
+    saveOutsideDefinitions(stream, survey.radialGradients);
+    stream.flush();
+    return withoutLineBreaks(text);
+}
+
+QString captureClipPaths(const DocumentSurvey& survey) {
+    QString text;
+    QTextStream stream(&text);
+    for (const QDomElement& clipPath : survey.clipPaths) clipPath.save(stream, kIndent);
+    stream.flush();
+    return withoutLineBreaks(text);
+}
+
+bool captureGroups(const DocumentSurvey& survey, GroupTable& table, QString& records) {
+    records.clear();
+    if (survey.groups.empty()) return true;
+    if (survey.roots.size() != 1) return false;
+    for (const QDomElement& group : survey.groups) table.record(group);
+
+    QTextStream stream(&records);
+    for (const QDomElement& group : survey.groups) {
+        const auto number = table.numberOf(group);
+        if (!number) return false;
+        QDomNode parent = group.parentNode();
+        while (isNamed(parent, u"switch")) parent = parent.parentNode();
+        if (parent.isNull()) return false;
+        // Groups here are definitions, kept as such; they are numbered all the same.
+        if (isNamed(parent, u"defs") || isNamed(parent, u"clipPath") || isNamed(parent, u"pattern")) continue;
+
+        stream << "g=id{" << *number << "}parent{";
+        if (parent == survey.roots.front()) {
+            stream << "root";
+        } else {
+            const auto parentNumber = table.numberOf(parent);
+            if (!parentNumber) return false;
+            stream << *parentNumber;
+        }
+        stream << '}';
+        writeAttributes(stream, group);
+        stream << ';';
+    }
+    return true;
+}
+
+QString captureDoctype(const QDomDocument& document) {
+    const QDomDocumentType type = document.doctype();
+    if (type.name().isEmpty()) return {};
+    QString text;
+    QTextStream stream(&text);
+    stream << "<!DOCTYPE " << type.name();
+    // An identifier is set when the toolkit has one, be it empty.
+    if (!type.publicId().isNull()) {
+        stream << " PUBLIC \"" << type.publicId() << '"';
+        if (!type.systemId().isNull()) stream << " \"" << type.systemId() << '"';
+    } else if (!type.systemId().isNull()) {
+        stream << " SYSTEM \"" << type.systemId() << '"';
+    }
+    const bool fromIllustrator = isIllustratorDocument(document);
+    if (fromIllustrator || !type.entities().isEmpty() || !type.notations().isEmpty()) {
+        stream << " [\n";
+        if (fromIllustrator) writeIllustratorEntities(stream);
+        saveByName(stream, type.entities());
+        saveByName(stream, type.notations());
+        stream << ']';
+    }
+    stream << ">\n";
+    stream.flush();
+    return text;
+}
+
+QString captureRoot(const QDomElement& root) {
+    QDomElement copy = root.cloneNode(false).toElement();
+    for (const char* const name : {"x", "y", "width", "height", "viewBox"}) {
+        copy.removeAttribute(QLatin1String(name));
+    }
+    QString text;
+    QTextStream stream(&text);
+    copy.save(stream, kIndent);
+    stream.flush();
+    return text;
+}
+
+QString captureIllustratorData(const DocumentSurvey& survey) {
+    QString text;
+    QTextStream stream(&text);
+    for (const QDomElement& element : survey.privateData) {
+        if (element.attribute(QStringLiteral("id")) == QLatin1String("adobe_illustrator_pgf")) {
+            element.save(stream, kIndent);
+        }
+    }
+    stream.flush();
+    return text;
+}
+
+}  // namespace tzsvg

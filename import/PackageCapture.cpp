@@ -1,0 +1,53 @@
+// See the header.
+#include "import/PackageCapture.h"
+
+#include "import/Captures.h"
+#include "import/SVGLoader.h"
+#include "import/text/RoundTripNames.h"
+
+namespace tzsvg {
+namespace {
+
+void store(SVGLoader& loader, const char* channel, const QString& text) {
+    if (!text.isEmpty()) loader.setChannel(channel, text.toStdString());
+}
+
+// As store(), on the loaded item whatever item is current, which is current again afterwards.
+void storeOnLoadedItem(SVGLoader& loader, const char* channel, const QString& text) {
+    const uint32_t current = loader.currentItem();
+    loader.selectItem(loader.loadedItem());
+    store(loader, channel, text);
+    loader.selectItem(current);
+}
+
+// What the root says about the document's size: the percent references of this load, and its view box.
+void readRoot(SVGLoader& loader, const QDomElement& root) {
+    LengthContext& lengths = loader.lengths();
+    const double width = parseLength(root.attribute(QStringLiteral("width")), Axis::kHorizontal, lengths);
+    const double height = parseLength(root.attribute(QStringLiteral("height")), Axis::kVertical, lengths);
+    const QString viewBox = root.attribute(QStringLiteral("viewBox"));
+    loader.setViewBox(viewBox.toStdString());
+    if (width > 0 && height > 0) {
+        lengths.setPercentReferences(width, height);
+    } else {
+        lengths.setPercentReferencesFromViewBox(viewBox);
+    }
+}
+
+}  // namespace
+
+bool captureIntoPackage(SVGLoader& loader, const DocumentSurvey& survey) {
+    store(loader, kChannelIllustrator, captureIllustratorData(survey));
+    store(loader, kChannelDoctype, captureDoctype(loader.document()));
+    if (survey.roots.empty()) return false;
+    readRoot(loader, survey.roots.front());
+    store(loader, kChannelRoot, captureRoot(survey.roots.front()));
+    storeOnLoadedItem(loader, kChannelDefinitions, captureDefinitions(survey));
+    storeOnLoadedItem(loader, kChannelClipPaths, captureClipPaths(survey));
+    QString groups;
+    if (!captureGroups(survey, loader.groups(), groups)) return false;
+    store(loader, kChannelGroups, groups);
+    return true;
+}
+
+}  // namespace tzsvg

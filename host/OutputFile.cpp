@@ -44,10 +44,11 @@ OutputFile::OutputFile(const std::filesystem::path& target, std::string step)
     struct stat present {};
     const bool exists = stat(target_.c_str(), &present) == 0;
     if (exists && S_ISDIR(present.st_mode)) fail(EISDIR);
-    direct_ = exists && !S_ISREG(present.st_mode);
+    // Under /dev there are also other names of open files (/dev/stdout), which must not be renamed away.
+    direct_ = exists && (!S_ISREG(present.st_mode) || shown_.rfind("/dev/", 0) == 0);
     if (direct_) {
-        temporary_ = target_;
-        descriptor_ = open(temporary_.c_str(), O_WRONLY | O_CLOEXEC);
+        temporary_ = shown_;
+        descriptor_ = open(temporary_.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC);
         if (descriptor_ < 0) fail(errno);
         return;
     }

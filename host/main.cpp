@@ -42,6 +42,7 @@ void printError(const char* text) {
 }
 
 void describeProgram(CLI::App& app, std::string& moduleFile) {
+    app.name("tzhost");
     app.description(
         "tzhost, a reference host without a window: loads a module, offers it the services of a host, and "
         "does\n"

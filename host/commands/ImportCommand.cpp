@@ -1,5 +1,7 @@
 // tzhost import: a drawing into a new scene, and the scene into a scene file.
+#include <cstdint>
 #include <cstdio>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -57,10 +59,11 @@ void addImportCommand(CLI::App& app, CommandRun& run) {
     CLI::App* const command = app.add_subcommand("import", "Read a drawing into a scene file");
     command->add_option("IN.svg", arguments->in, "The drawing")->required();
     command->add_option("SCENE.json", arguments->scene, "The scene file to write")->required();
-    command->add_option("--log", arguments->log, "Write the lines that the module logs to this file");
+    command->add_option("--log", arguments->log, "Write the lines that the module logs to this file")
+        ->type_name("FILE");
     command->add_option("--cancel-after", arguments->options.cancelAfter, "Cancel at the monitor's N-th step")
         ->type_name("N")
-        ->check(CLI::PositiveNumber);
+        ->check(CLI::Range(uint64_t{1}, std::numeric_limits<uint64_t>::max()));
     command->footer("Example:\n  tzhost import logo.svg logo.json --log logo.log");
     command->callback(
         [arguments, &run] { run = [arguments](Session& session) { runImport(session, *arguments); }; });

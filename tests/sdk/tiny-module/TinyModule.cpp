@@ -18,7 +18,9 @@ class TriangleLoader : public CTzSceneLoader {
     void startLoad() override { createItem(kTzItemMesh); }
     bool loadFile() override {
         beginPolygon(kTzPolygonLine);
-        for (const auto [x, y] : {std::pair{0, 0}, {2, 0}, {1, 1}}) addVertex(addPoint(x, y, 0));
+        for (const TzPoint& p : {TzPoint{0, 0, 0}, TzPoint{2, 0, 0}, TzPoint{1, 1, 0}}) {
+            addVertex(addPoint(p.x, p.y, p.z));
+        }
         setPolygonTag(endPolygon(0), tzTag("FILL"), "teal");
         return true;
     }

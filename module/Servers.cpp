@@ -6,6 +6,7 @@
 #include "import/SVGLoader.h"
 #include "import/SVGLoaderPackage.h"
 #include "import/text/RoundTripNames.h"
+#include "module/Unavailable.h"
 
 namespace tzsvg {
 namespace {

@@ -1,6 +1,7 @@
 // See the header. Called once, by the module object.
 #include "module/Servers.h"
 
+#include "export/SVGSaver.h"
 #include "hostsdk/CTzPolymorph.h"
 #include "hostsdk/CTzUser.h"
 #include "import/SVGLoader.h"

@@ -4,16 +4,8 @@
 #include "hostsdk/CTzPtr.h"
 #include "hostsdk/ITzHost.h"
 #include "hostsdk/ITzImageLoader.h"
-#include "hostsdk/ITzSceneSaver.h"
 
 namespace tzsvg {
-
-class SVGSaver : public ITzSceneSaver {
-  public:
-    explicit SVGSaver(const CTzPtr<ITzHost>&) {}
-    TzResult verify(ITzScene*) noexcept override { return kTzNotSupported; }
-    TzResult save(TzText, ITzScene*, uint32_t) noexcept override { return kTzNotSupported; }
-};
 
 class CSVGImageLoader : public ITzImageLoader {
   public:

@@ -11,6 +11,9 @@
 namespace tzhost {
 namespace {
 
+// Wider than any picture, and not too wide for the toolkit.
+constexpr double kWidestPen = 100'000.0;
+
 QString tagText(const TagRun& tags, TzTagId id) {
     const auto text = findTag(tags, id);
     return text ? QString::fromUtf8(text->data(), static_cast<int>(text->size())).trimmed() : QString();
@@ -82,7 +85,7 @@ QPen strokePen(const TagRun& tags, double scale) {
     const std::optional<QColor> colour = paint(tagText(tags, tzTag("LCOL")), std::nullopt);
     const double width = leadingNumber(tagText(tags, tzTag("LWID"))).value_or(1.0);
     if (!colour || width <= 0 || scale <= 0) return QPen(Qt::NoPen);
-    QPen pen(withOpacity(*colour, share(tagText(tags, tzTag("LALF")))), width * scale);
+    QPen pen(withOpacity(*colour, share(tagText(tags, tzTag("LALF")))), std::min(width * scale, kWidestPen));
     pen.setCapStyle(capStyle(tagText(tags, tzTag("LCAP"))));
     pen.setJoinStyle(joinStyle(tagText(tags, tzTag("LJON"))));
     pen.setMiterLimit(std::max(1.0, leadingNumber(tagText(tags, tzTag("MLIM"))).value_or(4.0)));

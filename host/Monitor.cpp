@@ -50,8 +50,8 @@ TzResult Monitor::step(uint32_t steps) noexcept {
             if (now >= nextShow_) show(now);
         }
         --stepsUntilLook_;
-        const bool cancelled = interrupted() || (cancelAfter_ != 0 && done_ >= cancelAfter_);
-        return cancelled ? kTzCancelled : kTzOk;
+        cancelled_ = cancelled_ || interrupted() || (cancelAfter_ != 0 && done_ >= cancelAfter_);
+        return cancelled_ ? kTzCancelled : kTzOk;
     });
 }
 

@@ -17,7 +17,8 @@ class Monitor : public HostObject, public ITzMonitor {
     TzResult initialise(uint64_t stepCount) noexcept override;
     TzResult step(uint32_t steps) noexcept override;
 
-    uint64_t stepsDone() const { return done_; }
+    // Whether a step has reported a cancel.
+    bool cancelled() const { return cancelled_; }
 
     // Ends the bar, if one is shown.
     void close() noexcept;
@@ -39,6 +40,7 @@ class Monitor : public HostObject, public ITzMonitor {
     uint64_t count_ = 0;
     uint64_t done_ = 0;
     uint32_t stepsUntilLook_ = 0;
+    bool cancelled_ = false;
     bool barShown_ = false;
     Clock::time_point nextShow_;
 };

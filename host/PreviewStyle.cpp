@@ -12,6 +12,9 @@
 namespace tzhost {
 namespace {
 
+// Wider than any picture, and not too wide for the toolkit.
+constexpr double kWidestPen = 100'000.0;
+
 QString tagText(const TagRun& tags, TzTagId id) {
     const auto text = findTag(tags, id);
     return text ? QString::fromUtf8(text->data(), static_cast<int>(text->size())).trimmed() : QString();
@@ -142,7 +145,7 @@ QPen strokePen(const TagRun& tags, const PreviewGradients& gradients, double sca
     const QBrush brush = paint(tagText(tags, tzTag("LCOL")), {}, gradients, opacity);
     const double width = sceneLength(tagText(tags, tzTag("LWID"))).value_or(1.0);
     if (brush.style() == Qt::NoBrush || width <= 0 || scale <= 0) return QPen(Qt::NoPen);
-    QPen pen(brush, width * scale);
+    QPen pen(brush, std::min(width * scale, kWidestPen));
     pen.setCapStyle(capStyle(tagText(tags, tzTag("LCAP"))));
     pen.setJoinStyle(joinStyle(tagText(tags, tzTag("LJON"))));
     pen.setMiterLimit(std::max(1.0, leadingNumber(tagText(tags, tzTag("MLIM"))).value_or(4.0)));

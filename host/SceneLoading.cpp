@@ -56,7 +56,11 @@ ImportSummary importFile(Host& host, Scene& scene, const std::filesystem::path& 
         const auto loader = inStep(fileName, "recognise", [&] { return recognise(host, fileName); });
         scene.setNameHint(file.stem().native());
         inStep(fileName, "start", [&] { tzCheck(loader->start(&scene)); });
-        inStep(fileName, "load", [&] { tzCheck(loader->load(monitor.get())); });
+        inStep(fileName, "load", [&] {
+            const TzResult loaded = loader->load(monitor.get());
+            // A loader that was stopped may say no more than that it failed; the host knows why.
+            tzCheck(tzFailed(loaded) && monitor->cancelled() ? kTzCancelled : loaded);
+        });
         inStep(fileName, "reset", [&] { tzCheck(loader->reset()); });
     } catch (...) {
         monitor->close();

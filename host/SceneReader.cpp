@@ -14,23 +14,21 @@ namespace {
 
 constexpr size_t kBufferSize = size_t{1} << 16U;
 
-// Adds an item with its packages and channels.
-void addFileItem(Scene& scene, FileItem& source, const std::string& fileName) {
+// Adds an item with its packages and channels. `where` names it in messages ("items[0]").
+void addFileItem(Scene& scene, FileItem& source, const std::string& fileName, const std::string& where) {
     const auto as = [&](const std::string& what, auto&& work) {
         try {
             work();
         } catch (const CTzError& error) {
-            throw OperationError(fileName, "read", error.result(),
-                                 what + " of item \"" + source.data.name + "\": " + error.what());
+            throw OperationError(fileName, "read", error.result(), where + ": " + what + ": " + error.what());
         }
     };
     Item& item = scene.addItem(std::move(source.data));
     for (const std::string& package : source.packages) {
         as("package \"" + package + "\"", [&] { item.attachPackage(package); });
     }
-    for (const auto& [channel, text] : source.channels) {
-        as("channel \"" + channel + "\"",
-           [&, &name = channel, &value = text] { item.putChannel(name, value); });
+    for (const auto& [name, text] : source.channels) {
+        as("channel \"" + name + "\"", [&, &name = name, &text = text] { item.putChannel(name, text); });
     }
 }
 
@@ -52,7 +50,10 @@ void readSceneFile(Scene& scene, const std::filesystem::path& file) {
         }
         const size_t itemsBefore = scene.items().size();
         try {
-            for (FileItem& item : parser.items()) addFileItem(scene, item, fileName);
+            size_t index = 0;
+            for (FileItem& item : parser.items()) {
+                addFileItem(scene, item, fileName, "items[" + std::to_string(index++) + "]");
+            }
         } catch (...) {
             scene.truncate(itemsBefore);
             throw;

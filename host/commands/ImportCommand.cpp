@@ -19,19 +19,20 @@ namespace {
 struct ImportArguments {
     std::string in;
     std::string scene;
-    std::string log;  // empty: none
-    ImportOptions options;
+    std::string log;          // empty: none
+    int64_t cancelAfter = 0;  // signed, or the parser would take -1 for a very large number
 };
 
 // Imports with the host's log going to a file. The log of a refused import is kept.
 ImportSummary importLogged(Host& host, Scene& scene, const ImportArguments& arguments) {
-    if (arguments.log.empty()) return importFile(host, scene, arguments.in, arguments.options);
+    const ImportOptions options{static_cast<uint64_t>(arguments.cancelAfter)};
+    if (arguments.log.empty()) return importFile(host, scene, arguments.in, options);
     requireReadable(arguments.in);
     OutputFile log(arguments.log, "write log");
     host.log().setSink([&log](std::string_view line) { log.write(line); });
     ImportSummary summary;
     try {
-        summary = importFile(host, scene, arguments.in, arguments.options);
+        summary = importFile(host, scene, arguments.in, options);
     } catch (...) {
         host.log().setSink({});
         log.commit();
@@ -61,9 +62,9 @@ void addImportCommand(CLI::App& app, CommandRun& run) {
     command->add_option("SCENE.json", arguments->scene, "The scene file to write")->required();
     command->add_option("--log", arguments->log, "Write the lines that the module logs to this file")
         ->type_name("FILE");
-    command->add_option("--cancel-after", arguments->options.cancelAfter, "Cancel at the monitor's N-th step")
+    command->add_option("--cancel-after", arguments->cancelAfter, "Cancel at the monitor's N-th step")
         ->type_name("N")
-        ->check(CLI::Range(uint64_t{1}, std::numeric_limits<uint64_t>::max()));
+        ->check(CLI::Range(int64_t{1}, std::numeric_limits<int64_t>::max()));
     command->footer("Example:\n  tzhost import logo.svg logo.json --log logo.log");
     command->callback(
         [arguments, &run] { run = [arguments](Session& session) { runImport(session, *arguments); }; });

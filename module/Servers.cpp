@@ -4,10 +4,10 @@
 #include "export/SVGSaver.h"
 #include "hostsdk/CTzPolymorph.h"
 #include "hostsdk/CTzUser.h"
+#include "image/CSVGImageLoader.h"
 #include "import/SVGLoader.h"
 #include "import/SVGLoaderPackage.h"
 #include "import/text/RoundTripNames.h"
-#include "module/Unavailable.h"
 
 namespace tzsvg {
 namespace {

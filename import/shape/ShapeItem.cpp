@@ -3,21 +3,15 @@
 
 #include <QPen>
 
+#include "import/shape/ShapeNames.h"
 #include "import/text/PathData.h"
 #include "import/text/PointList.h"
 
 namespace tzsvg {
 namespace {
 
-// Attribute and element names, built once.
+// Attribute names, built once.
 struct Names {
-    const QString circle = QStringLiteral("circle");
-    const QString ellipse = QStringLiteral("ellipse");
-    const QString line = QStringLiteral("line");
-    const QString path = QStringLiteral("path");
-    const QString polygon = QStringLiteral("polygon");
-    const QString polyline = QStringLiteral("polyline");
-    const QString rect = QStringLiteral("rect");
     const QString cx = QStringLiteral("cx");
     const QString cy = QStringLiteral("cy");
     const QString r = QStringLiteral("r");
@@ -91,7 +85,7 @@ bool pointsOf(const QDomElement& element, QVector<QPointF>& points) {
 
 bool isShapeElement(const QDomNode& node) {
     if (!node.isElement()) return false;
-    const Names& n = names();
+    const ShapeNames& n = shapeNames();
     const QString name = node.nodeName();
     return name == n.rect || name == n.path || name == n.circle || name == n.ellipse || name == n.line ||
            name == n.polygon || name == n.polyline;
@@ -99,7 +93,7 @@ bool isShapeElement(const QDomNode& node) {
 
 std::unique_ptr<QGraphicsItem> createShapeItem(const QDomNode& node, const LengthContext& lengths) {
     if (!node.isElement()) return nullptr;
-    const Names& n = names();
+    const ShapeNames& n = shapeNames();
     const QDomElement element = node.toElement();
     const QString name = element.tagName();
     const auto named = [&](const QString& kind) {

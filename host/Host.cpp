@@ -7,6 +7,7 @@
 #include "host/Services.h"
 #include "hostsdk/CTzPolymorph.h"
 #include "hostsdk/ITzLog.h"
+#include "hostsdk/ITzMessages.h"
 
 namespace tzhost {
 namespace {
@@ -51,6 +52,7 @@ Host::Host()
           {ITzServerRegistry::kId, makeServerRegistry(core_)},
           {ITzLogService::kId, makeLogService(core_)},
           {ITzLogWriter::kId, makeLogWriter(core_)},
+          {ITzMessages::kId, makeMessageService(core_)},
       })),
       object_(CTzPolymorph<Object, ITzHost>::create(core_, services_)) {}
 

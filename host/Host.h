@@ -26,6 +26,7 @@ class Host {
     ServiceGate& gate() const { return core_->gate; }
     ServerTable& servers() const { return core_->servers; }
     Log& log() const { return core_->log; }
+    Messages& messages() const { return core_->messages; }
     const std::shared_ptr<HostCore>& core() const { return core_; }
 
     // A new, empty scene.

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "host/Log.h"
+#include "host/Messages.h"
 #include "host/ServerTable.h"
 #include "host/ServiceGate.h"
 
@@ -14,6 +15,7 @@ struct HostCore {
     ServiceGate gate;
     ServerTable servers;
     Log log;
+    Messages messages;
 };
 
 // The base of everything that the host makes with CTzPolymorph: known to the gate as long as it lives.

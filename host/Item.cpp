@@ -140,8 +140,9 @@ TzResult MeshItem::setPolygonTag(uint32_t polygon, TzTagId id, TzText text) noex
 TzResult MeshItem::polygonTag(uint32_t polygon, TzTagId id, TzTextSink sink) noexcept {
     return onHostThread("ITzMesh::polygonTag", [&] {
         const auto text = findTag(data_.mesh.polygon(polygon).tags, id);
-        if (!text) throw CTzError(kTzNotFound);
+        if (!text) return kTzNotFound;  // not thrown: a saver asks every polygon for tags that most lack
         writeTo(sink, *text);
+        return kTzOk;
     });
 }
 

@@ -77,7 +77,16 @@ void addOutline(QPainterPath& path, const View& view, const MeshData& mesh, cons
     if (count > 2 && at(0) == at(count - 1)) path.closeSubpath();
 }
 
-void drawMesh(QPainter& painter, const View& view, const MeshData& mesh) {
+std::string_view channelText(const ItemData& item, std::string_view name) {
+    for (const Channel& channel : item.channels) {
+        if (channel.name == name) return channel.text;
+    }
+    return {};
+}
+
+void drawMesh(QPainter& painter, const View& view, const ItemData& item) {
+    const MeshData& mesh = item.mesh;
+    const PreviewGradients gradients(channelText(item, "svgdefs"));
     QPainterPath path;
     ShapeStyle style;
     const auto draw = [&] {
@@ -96,7 +105,7 @@ void drawMesh(QPainter& painter, const View& view, const MeshData& mesh) {
         const bool goesOn = subPath.substr(0, 1) == "{" || subPath.substr(0, 4) == "end{";
         if (!goesOn) {
             if (!path.isEmpty()) draw();
-            style = readStyle(polygon.tags, view.scale());
+            style = readStyle(polygon.tags, gradients, view.scale());
         }
         addOutline(path, view, mesh, polygon);
     }
@@ -112,7 +121,7 @@ QImage drawScene(const Scene& scene, int longSide) {
     image.fill(Qt::white);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
-    for (const auto& item : scene.items()) drawMesh(painter, view, item->data().mesh);
+    for (const auto& item : scene.items()) drawMesh(painter, view, item->data());
     return image;
 }
 

@@ -5,6 +5,7 @@
 #include <QBrush>
 #include <QPen>
 
+#include "host/PreviewGradients.h"
 #include "host/TagRun.h"
 
 namespace tzhost {
@@ -16,8 +17,8 @@ struct ShapeStyle {
     double opacity = 1.0;
 };
 
-// `scale` is pixels for one unit. Paint that a preview cannot have (a gradient, a pattern) becomes a neutral,
-// translucent grey.
-ShapeStyle readStyle(const TagRun& tags, double scale);
+// `scale` is pixels for one scene unit; lengths with an absolute unit are in metres, as the geometry is. A
+// paint that a preview cannot have (a pattern) becomes a neutral, translucent grey.
+ShapeStyle readStyle(const TagRun& tags, const PreviewGradients& gradients, double scale);
 
 }  // namespace tzhost

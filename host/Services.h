@@ -12,5 +12,6 @@ namespace tzhost {
 CTzPtr<ITzObject> makeServerRegistry(const std::shared_ptr<HostCore>& core);
 CTzPtr<ITzObject> makeLogService(const std::shared_ptr<HostCore>& core);
 CTzPtr<ITzObject> makeLogWriter(const std::shared_ptr<HostCore>& core);
+CTzPtr<ITzObject> makeMessageService(const std::shared_ptr<HostCore>& core);
 
 }  // namespace tzhost

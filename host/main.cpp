@@ -51,6 +51,7 @@ void describeProgram(CLI::App& app, std::string& moduleFile) {
         "Examples:\n"
         "  tzhost servers                       what the module offers\n"
         "  tzhost import logo.svg logo.json     a drawing into a scene\n"
+        "  tzhost export logo.json back.svg     the scene back into a drawing\n"
         "  tzhost preview logo.json logo.png    a picture of the scene\n"
         "`tzhost COMMAND --help` tells the options of a command.\n"
         "Exit status: 0 done, 1 refused or failed (one line on stderr says what, where and why), 2 wrong "
@@ -62,6 +63,8 @@ void describeProgram(CLI::App& app, std::string& moduleFile) {
 
 void runCommand(const CommandRun& run, const std::string& moduleFile) {
     Session session(moduleFile.empty() ? ModuleLibrary::besideProgram() : std::filesystem::path(moduleFile));
+    session.host.messages().setSink(
+        [](const std::string& text) { std::fprintf(stderr, "warning: %s\n", text.c_str()); });
     run(session);
     if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
         throw OperationError("standard output", "write", kTzFailed);
@@ -83,6 +86,8 @@ int runProgram(int argc, char** argv) {
     describeProgram(app, moduleFile);
     addServersCommand(app, run);
     addImportCommand(app, run);
+    addExportCommand(app, run);
+    addRoundTripCommand(app, run);
     addPreviewCommand(app, run);
     try {
         app.parse(argc, argv);

@@ -15,7 +15,7 @@
 
 class CTzSceneSaver : public ITzSceneSaver {
   protected:
-    // The virtual operations keep this order; the interface's two stand first, but for the destructor.
+    // The virtual operations keep this order: the destructor, the interface's two, and the saver's own below.
     virtual ~CTzSceneSaver() = default;
 
   public:
@@ -43,7 +43,8 @@ class CTzSceneSaver : public ITzSceneSaver {
 
     explicit CTzSceneSaver(CTzUser_Host host) : host_(std::move(host)) {}
 
-    // ---- What a saver reads the scene with. Failures of the host throw CTzError. ----
+  public:
+    // ---- What a saver and its parts read the scene with. Failures of the host throw CTzError. ----
 
     // Whether this is the real pass, and its number in this save, from 1 on.
     bool reallySaving() const { return reallySaving_; }

@@ -15,6 +15,8 @@ using CommandRun = std::function<void(Session&)>;
 // Each adds a sub-command, and sets `run` when it is the one that was given.
 void addServersCommand(CLI::App& app, CommandRun& run);
 void addImportCommand(CLI::App& app, CommandRun& run);
+void addExportCommand(CLI::App& app, CommandRun& run);
+void addRoundTripCommand(CLI::App& app, CommandRun& run);
 void addPreviewCommand(CLI::App& app, CommandRun& run);
 
 }  // namespace tzhost

@@ -1,0 +1,16 @@
+// Unpacking of compressed documents. Called by DocumentGuard.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <optional>
+
+namespace tzsvg {
+
+// Whether the renderer takes a file of that name for compressed: it goes by the name alone.
+bool isCompressedName(const QString& fileName);
+
+// Unpacks gzip data, all its members. Nothing when the data is broken or unpacks to more than `limit` bytes.
+std::optional<QByteArray> unpackGzip(const QByteArray& packed, qint64 limit);
+
+}  // namespace tzsvg

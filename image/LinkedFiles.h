@@ -1,0 +1,41 @@
+// The files and data that a document's `image` elements and style sheet instructions lead to, looked at as
+// the renderer would open them. Used by DocumentGuard for one document.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+class QImageReader;
+
+namespace tzsvg {
+
+class LinkedFiles {
+  public:
+    // A compressed document has no place of its own for the renderer: its links start at the current folder.
+    LinkedFiles(const QString& documentName, bool compressed);
+
+    // Whether the renderer may follow the "href" of an `image` element: to a raster image, or to nothing.
+    bool acceptImage(const QString& href);
+
+    // The same for the text of an `xml-stylesheet` instruction. Its rules count for rules().
+    bool acceptStyleSheet(const QString& instruction);
+
+    // The files that were accepted, there or not.
+    const QStringList& files() const { return files_; }
+
+    // The style rules of the style sheets.
+    qint64 rules() const { return rules_; }
+
+  private:
+    bool acceptFile(const QString& path);
+    bool acceptData(QByteArray data);
+    bool acceptRaster(QImageReader& reader);
+
+    QString folder_;  // empty: the current one
+    QStringList files_;
+    qint64 rasterBytes_ = 0;
+    qint64 rules_ = 0;
+};
+
+}  // namespace tzsvg

@@ -1,0 +1,74 @@
+// The renderers of one file. A renderer is expensive to load and cheap to use, and serves one thread at a
+// time: the pool keeps those that nobody uses and lends them out. What a borrower draws is what a fresh
+// renderer on the present file would draw: before a renderer is lent, the file and the files it links to are
+// looked at, and when one was changed, replaced or removed the renderer is dropped and the file loaded anew.
+//
+// Renderers stay here and not in thread-local storage: a thread may outlive the module.
+#pragma once
+
+#include <QRectF>
+#include <QString>
+#include <QSvgRenderer>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "hostsdk/CTzUser_Image.h"
+#include "image/FileStamp.h"
+
+namespace tzsvg {
+
+// Loads a renderer after the guard has looked at the document; null when the guard refuses it or the renderer
+// cannot read it. `linkedFiles`, when given, receives the files that the document links to.
+std::unique_ptr<QSvgRenderer> loadRenderer(const QString& fileName, QStringList* linkedFiles = nullptr);
+
+class RendererPool {
+    struct Loaded;
+
+  public:
+    // A borrowed renderer; goes back with the end of the lease. A lease ends before its pool.
+    class Lease {
+      public:
+        Lease(Lease&&) = default;
+        Lease& operator=(Lease&&) = delete;
+        ~Lease();
+
+        // Null when the file does not load at present.
+        QSvgRenderer* renderer() const;
+
+        // The document's own view box, whatever the renderer's was set to.
+        QRectF ownViewBox() const;
+
+        // The number of the document: another one each time the file was found changed.
+        uint64_t document() const { return document_; }
+
+      private:
+        friend class RendererPool;
+        Lease(RendererPool& pool, std::unique_ptr<Loaded> loaded, uint64_t document);
+
+        RendererPool* pool_;
+        std::unique_ptr<Loaded> loaded_;
+        uint64_t document_;
+    };
+
+    // `lock` guards the idle renderers and the document's number.
+    RendererPool(QString fileName, CTzUser_ThreadMutex lock);
+    ~RendererPool();
+    RendererPool(const RendererPool&) = delete;
+    RendererPool& operator=(const RendererPool&) = delete;
+
+    Lease lend();
+
+  private:
+    std::unique_ptr<Loaded> takeIdle();
+    std::unique_ptr<Loaded> load() const;
+    void giveBack(std::unique_ptr<Loaded> loaded) noexcept;
+
+    QString fileName_;
+    CTzUser_ThreadMutex lock_;
+    std::vector<std::unique_ptr<Loaded>> idle_;
+    std::vector<FileStamp> latestStamps_;  // of the document loaded last
+    uint64_t document_ = 0;
+};
+
+}  // namespace tzsvg

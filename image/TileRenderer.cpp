@@ -1,0 +1,42 @@
+// See the header.
+#include "image/TileRenderer.h"
+
+#include <QPainter>
+#include <new>
+
+#include "image/TileGeometry.h"
+
+namespace tzsvg {
+namespace {
+
+void drawView(const TileView& view, QSvgRenderer& renderer, QImage& pixels) {
+    // The target's edges are whole pixels but for rounding. The renderer itself cuts nothing off, neither at
+    // the target nor at the view box: what a document has beyond its edge would be drawn into the pixels
+    // beyond it.
+    const QRect target(0, 0, qRound(view.target.width()), qRound(view.target.height()));
+    if (target.isEmpty()) return;
+    QPainter painter(&pixels);
+    if (target != pixels.rect()) painter.setClipRect(target);
+    renderer.setViewBox(view.viewBox);
+    renderer.render(&painter, view.target);
+}
+
+}  // namespace
+
+DrawnTile drawTile(const LevelTable& levels, const TileKey& tile, RendererPool& renderers) {
+    const TzTileLevel& level = levels.level(tile.level);
+    DrawnTile drawn;
+    // Straight alpha on purpose: hosts get the colours of half-covered pixels undarkened.
+    drawn.pixels =
+        QImage(static_cast<int>(level.tileWidth), static_cast<int>(level.tileHeight), QImage::Format_ARGB32);
+    if (drawn.pixels.isNull()) throw std::bad_alloc();
+    drawn.pixels.fill(Qt::transparent);
+    const RendererPool::Lease lease = renderers.lend();
+    drawn.document = lease.document();
+    if (!lease.renderer()) return drawn;
+    if (const auto view = tileView(levels, tile, lease.ownViewBox()))
+        drawView(*view, *lease.renderer(), drawn.pixels);
+    return drawn;
+}
+
+}  // namespace tzsvg

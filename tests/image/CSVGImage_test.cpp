@@ -1,0 +1,505 @@
+// The image loader and the image, through their interfaces. There is no application object of the toolkit
+// when the first of these tests begins: the loader makes one.
+#include "image/CSVGImage.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QSvgRenderer>
+#include <QTemporaryDir>
+#include <clocale>
+#include <cmath>
+#include <thread>
+
+#include "image/CSVGImageLoader.h"
+#include "tests/image/FakeHost.h"
+
+using namespace tzsvg;
+
+namespace {
+
+// Shapes across all tile seams, half transparent, over the edges of the document and with text.
+QByteArray drawing(const QByteArray& root) {
+    return "<svg xmlns='http://www.w3.org/2000/svg' " + root +
+           "><rect x='-20' y='-20' width='90' height='50' fill='#ff8000' fill-opacity='0.5'/>"
+           "<path d='M0 0 L300 200 M300 0 L0 200' stroke='blue' stroke-width='7'/>"
+           "<circle cx='60' cy='30' r='45' fill='green' fill-opacity='0.3' stroke='black'/>"
+           "<text x='5' y='40' font-size='30'>Abg</text>"
+           "<rect x='80' y='20' width='400' height='400' fill='#123456' fill-opacity='0.7'/></svg>";
+}
+
+using Loader = CTzPolymorph<CSVGImageLoader, ITzImageLoader>;
+
+struct ImageTest : ::testing::Test {
+    QString path() const { return folder.filePath(QStringLiteral("document.svg")); }
+
+    // Old enough that a renderer of it is kept.
+    void write(const QByteArray& bytes, int age = 60) const {
+        QFile::remove(path());
+        QFile file(path());
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        file.write(bytes);
+        file.flush();
+        file.setFileTime(QDateTime::currentDateTime().addSecs(-age), QFileDevice::FileModificationTime);
+    }
+
+    TzResult recognise() {
+        name = path().toStdString();
+        access = {};
+        access.fileName = tzText(name);
+        return loader->recognise(&access);
+    }
+
+    CTzPtr<ITzImage> load() {
+        EXPECT_EQ(recognise(), kTzOk);
+        ITzImage* out = nullptr;
+        EXPECT_EQ(loader->load(&access, &out), kTzOk);
+        return CTzPtr<ITzImage>::adopt(out);
+    }
+
+    FakeHost host;
+    QTemporaryDir folder;
+    CTzPtr<ITzImageLoader> loader = Loader::create(host.object);
+    std::string name;
+    TzLoadAccess access{};
+};
+
+struct Pixel {
+    float r, g, b, a;
+};
+
+std::vector<Pixel> pixelsOf(ITzImage& image, TzSize size) {
+    std::vector<Pixel> pixels(size_t{size.width} * size.height);
+    for (uint32_t y = 0; y < size.height; ++y) {
+        EXPECT_EQ(image.readLine(0, y, size.width, kTzPixelRgbaFloat, &pixels[size_t{y} * size.width]),
+                  kTzOk);
+    }
+    return pixels;
+}
+
+// One rendering of a whole level, at once and with nothing of the module's but the sizes.
+QImage wholeLevel(const QString& path, int width, int height) {
+    QSvgRenderer renderer(path);
+    const QSize size = renderer.defaultSize();
+    renderer.setViewBox(QRectF(renderer.viewBoxF().topLeft(), QSizeF(size)));
+    QImage image(width, height, QImage::Format_ARGB32);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    renderer.render(&painter, QRectF(0, 0, width, height));
+    return image;
+}
+
+int worstDifference(const Pixel& pixel, QRgb expected) {
+    const auto off = [](float value, int channel) {
+        return std::abs(static_cast<int>(std::lround(value * 255)) - channel);
+    };
+    // The colour of a pixel that can hardly be seen is as coarse as its alpha; it counts as it shows.
+    const auto shown = [&](float value, int channel) {
+        return static_cast<int>(
+            std::lround(off(value, channel) * static_cast<double>(qAlpha(expected)) / 255));
+    };
+    return std::max({shown(pixel.r, qRed(expected)), shown(pixel.g, qGreen(expected)),
+                     shown(pixel.b, qBlue(expected)), off(pixel.a, qAlpha(expected))});
+}
+
+}  // namespace
+
+TEST_F(ImageTest, recognise) {
+    const struct {
+        const char* name;
+        QByteArray bytes;
+        uint32_t width, height;  // 0: refused
+    } rows[] = {
+        {"size", drawing("width='300' height='200'"), 300, 200},
+        {"view box alone", drawing("viewBox='0 0 300 200'"), 300, 200},
+        {"size and view box", drawing("width='60' height='40' viewBox='0 0 300 200'"), 60, 40},
+        {"percentages", drawing("width='50%' height='100%' viewBox='0 0 300 200'"), 150, 200},
+        {"size of the shapes", "<svg xmlns='http://www.w3.org/2000/svg'><rect width='7' height='3'/></svg>",
+         7, 3},
+        {"no area", "<svg xmlns='http://www.w3.org/2000/svg'/>", 0, 0},
+        {"another root", "<html><svg/></html>", 0, 0},
+        {"text", "not a drawing", 0, 0},
+        {"empty", "", 0, 0},
+        {"a picture", "\x89PNG\r\n\x1a\n", 0, 0},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        write(row.bytes);
+        host.state.lines.clear();
+        if (row.width == 0) {
+            EXPECT_EQ(recognise(), kTzFailed);
+            EXPECT_EQ(host.state.lines,
+                      std::vector<std::string>{"io-status|load/save|Invalid svg document."});
+            EXPECT_EQ(access.target, nullptr);
+            continue;
+        }
+        ASSERT_EQ(recognise(), kTzOk);
+        EXPECT_TRUE(host.state.lines.empty());
+        EXPECT_EQ(access.targetType, FakeServices::kImageTypeCode);
+        EXPECT_EQ(access.flags, 1U);
+        EXPECT_EQ(tzView(access.formatName), "SVG");
+        ASSERT_NE(access.target, nullptr);
+        EXPECT_EQ(access.target->width, row.width);
+        EXPECT_EQ(access.target->height, row.height);
+        EXPECT_EQ(access.target->format, 4U);
+        EXPECT_EQ(access.target->colours, 0U);
+    }
+    QFile::remove(path());
+    EXPECT_EQ(recognise(), kTzFailed);
+}
+
+TEST_F(ImageTest, localeStaysTheHosts) {
+    EXPECT_STREQ(std::setlocale(LC_ALL, nullptr), "C");
+    write(drawing("width='300' height='200'"));
+    EXPECT_EQ(recognise(), kTzOk);
+    EXPECT_NE(qobject_cast<QGuiApplication*>(QCoreApplication::instance()), nullptr);
+    EXPECT_STREQ(std::setlocale(LC_ALL, nullptr), "C");
+}
+
+// The application that the loader makes belongs to no thread's life: text is drawn after the first thread's
+// end.
+TEST_F(ImageTest, firstThreadEnds) {
+    write(drawing("width='300' height='200'"));
+    CTzPtr<ITzImage> image;
+    std::thread([&] { image = load(); }).join();
+    const auto tiles = image.query<ITzTileImage>();
+    for (uint32_t level = 8; level < 10; ++level) {
+        std::thread([&] {
+            ITzImage* out = nullptr;
+            EXPECT_EQ(tiles->tile(level, {0, 0}, &out), kTzOk);
+            CTzPtr<ITzImage>::adopt(out);
+        }).join();
+    }
+}
+
+TEST_F(ImageTest, levelsOfBothInterfaces) {
+    write(drawing("width='300' height='200'"));
+    const auto image = load();
+    const auto tiles = image.query<ITzTileImage>();
+    const auto samples = image.query<ITzImageLevelSample>();
+    TzSize size{};
+    TzPixelFormat format = 0;
+    ASSERT_EQ(image->size(&size), kTzOk);
+    ASSERT_EQ(image->format(&format), kTzOk);
+    EXPECT_EQ(size.width, 65536U);
+    EXPECT_EQ(size.height, 43691U);
+    EXPECT_EQ(format, 4U);
+    for (uint32_t key = 0; key < 17; ++key) {
+        TzTileLevel level{};
+        ASSERT_EQ(tiles->tileLevelSize(16 - key, &level), kTzOk);
+        ASSERT_EQ(samples->sampleLevelSize(key, &size), kTzOk);
+        EXPECT_EQ(level.width, 1U << key);
+        EXPECT_EQ(size.width, level.width);
+        EXPECT_EQ(size.height, level.height);
+    }
+    uint32_t count = 0;
+    EXPECT_EQ(tiles->tileLevelCount(&count), kTzOk);
+    EXPECT_EQ(count, 17U);
+    EXPECT_EQ(samples->sampleLevelCount(&count), kTzOk);
+    EXPECT_EQ(count, 17U);
+}
+
+TEST_F(ImageTest, outOfBounds) {
+    write(drawing("width='100' height='50'"));
+    const auto image = load();
+    const auto tiles = image.query<ITzTileImage>();
+    const auto samples = image.query<ITzImageLevelSample>();
+    ITzImage* tile = image.get();
+    EXPECT_EQ(tiles->tile(17, {0, 0}, &tile), kTzOutOfBounds);
+    EXPECT_EQ(tile, nullptr);
+    EXPECT_EQ(tiles->tile(0, {256, 0}, &tile), kTzOutOfBounds);
+    EXPECT_EQ(tiles->tile(0, {0, 256}, &tile), kTzOutOfBounds);
+    EXPECT_EQ(tiles->tile(9, {64, 0}, &tile), kTzOutOfBounds);
+    TzTileLevel level{};
+    EXPECT_EQ(tiles->tileLevelSize(17, &level), kTzOutOfBounds);
+    Pixel pixels[4] = {};
+    EXPECT_EQ(samples->samplePixel(17, 0, 0, 12, pixels), kTzOutOfBounds);
+    EXPECT_EQ(samples->samplePixel(7, 128, 0, 12, pixels), kTzOutOfBounds);
+    EXPECT_EQ(samples->samplePixel(7, 0, 64, 12, pixels), kTzOutOfBounds);
+    EXPECT_EQ(samples->sampleLine(7, 126, 0, 4, 12, pixels), kTzOutOfBounds);
+    EXPECT_EQ(samples->sampleLine(7, 0xFFFFFFFFU, 0, 2, 12, pixels), kTzOutOfBounds);
+    EXPECT_EQ(samples->samplePixel(7, 0, 0, 11, pixels), kTzNotSupported);
+    EXPECT_EQ(image->readPixel(65536, 0, 12, pixels), kTzOutOfBounds);
+    EXPECT_EQ(host.state.imagesMade, 0);
+
+    // A long, narrow document: the required bounds test cuts its small levels off.
+    write(drawing("width='1' height='1000'"));
+    const auto narrow = load().query<ITzImageLevelSample>();
+    EXPECT_EQ(narrow->samplePixel(7, 0, 0, 12, pixels), kTzOk);
+    EXPECT_EQ(narrow->samplePixel(7, 0, 1, 12, pixels), kTzOutOfBounds);
+}
+
+// The tiles of a level, put together, are the level drawn at once: colours and alpha, seams and edges.
+TEST_F(ImageTest, tilesMakeUpTheLevel) {
+    const struct {
+        const char* root;
+        uint32_t key;
+    } rows[] = {
+        {"width='300' height='200'", 10},
+        {"width='300' height='200'", 7},
+        {"width='100' height='50'", 9},
+        {"width='256' height='256'", 9},
+        {"width='70' height='300'", 10},
+        {"viewBox='10 20 300 200'", 9},
+        {"width='150' height='100' viewBox='10 20 300 200'", 9},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(::testing::Message() << row.root << " key " << row.key);
+        write(drawing(row.root));
+        const auto tiles = load().query<ITzTileImage>();
+        TzTileLevel level{};
+        ASSERT_EQ(tiles->tileLevelSize(16 - row.key, &level), kTzOk);
+        const QImage whole =
+            wholeLevel(path(), static_cast<int>(level.width), static_cast<int>(level.height));
+        int64_t differing = 0;
+        for (uint32_t y = 0; y * level.tileHeight < level.height; ++y) {
+            for (uint32_t x = 0; x * level.tileWidth < level.width; ++x) {
+                ITzImage* out = nullptr;
+                ASSERT_EQ(tiles->tile(16 - row.key, {x, y}, &out), kTzOk);
+                const auto tile = CTzPtr<ITzImage>::adopt(out);
+                const auto pixels = pixelsOf(*tile, {level.tileWidth, level.tileHeight});
+                for (uint32_t i = 0; i < pixels.size(); ++i) {
+                    const QPoint at(static_cast<int>(x * level.tileWidth + i % level.tileWidth),
+                                    static_cast<int>(y * level.tileHeight + i / level.tileWidth));
+                    const QRgb expected = whole.rect().contains(at) ? whole.pixel(at) : 0;
+                    const int worst = worstDifference(pixels[i], expected);
+                    differing += worst > 1 ? 1 : 0;
+                    ASSERT_LE(worst, 40) << at.x() << "," << at.y();
+                }
+            }
+        }
+        // Edges of text and curves are placed anew in every tile: a few pixels may be a shade off.
+        EXPECT_LT(static_cast<double>(differing), 0.002 * level.width * level.height);
+    }
+}
+
+// Lines over several tiles, and the image as its finest level.
+TEST_F(ImageTest, samplesReadTheTiles) {
+    write(drawing("width='300' height='200'"));
+    const auto image = load();
+    const auto samples = image.query<ITzImageLevelSample>();
+    const auto tiles = image.query<ITzTileImage>();
+    std::vector<Pixel> line(700);
+    ASSERT_EQ(samples->sampleLine(10, 200, 300, 700, 12, line.data()), kTzOk);
+    for (uint32_t x = 200; x < 900; x += 13) {
+        TzTilePlace place{};
+        ASSERT_EQ(tiles->tileOfPixel(6, x, 300, &place), kTzOk);
+        ITzImage* out = nullptr;
+        ASSERT_EQ(tiles->tile(6, place, &out), kTzOk);
+        const auto tile = CTzPtr<ITzImage>::adopt(out);
+        Pixel expected{};
+        tile->readPixel(x % 256, 300 % 256, 12, &expected);
+        EXPECT_EQ(std::memcmp(&line[x - 200], &expected, sizeof expected), 0) << x;
+    }
+    Pixel direct{};
+    Pixel sampled{};
+    ASSERT_EQ(image->readPixel(40000, 30000, 12, &direct), kTzOk);
+    ASSERT_EQ(samples->samplePixel(16, 40000, 30000, 12, &sampled), kTzOk);
+    EXPECT_GT(direct.a, 0.0F);
+    EXPECT_EQ(std::memcmp(&direct, &sampled, sizeof direct), 0);
+}
+
+// What lies beyond the document's edge does not show in the part of an edge tile that is beyond it; a tile
+// with nothing of the document stays transparent and is not drawn over as a whole.
+TEST_F(ImageTest, beyondTheEdgeIsTransparent) {
+    write(
+        "<svg xmlns='http://www.w3.org/2000/svg' width='100' height='50'>"
+        "<rect x='-1000' y='-1000' width='3000' height='3000' fill='red'/></svg>");
+    const auto tiles = load().query<ITzTileImage>();
+    for (const auto& [column, covered] : {std::pair{1U, 64U}, std::pair{2U, 0U}, std::pair{3U, 0U}}) {
+        ITzImage* out = nullptr;
+        ASSERT_EQ(tiles->tile(9, {column, 0}, &out), kTzOk);
+        const auto tile = CTzPtr<ITzImage>::adopt(out);
+        const auto pixels = pixelsOf(*tile, {64, 64});
+        EXPECT_EQ(std::count_if(pixels.begin(), pixels.end(), [](const Pixel& p) { return p.a > 0; }),
+                  64 * int64_t{covered});
+    }
+    write(
+        "<svg xmlns='http://www.w3.org/2000/svg' width='300' height='200'>"
+        "<rect x='-1000' y='-1000' width='3000' height='3000' fill='red'/></svg>");
+    const auto edge = load().query<ITzTileImage>();
+    ITzImage* out = nullptr;
+    ASSERT_EQ(edge->tile(8, {0, 0}, &out), kTzOk);
+    const auto tile = CTzPtr<ITzImage>::adopt(out);
+    const auto pixels = pixelsOf(*tile, {256, 171});
+    EXPECT_TRUE(
+        std::all_of(pixels.begin(), pixels.end(), [](const Pixel& p) { return p.r == 1 && p.a == 1; }));
+}
+
+// The file is looked at anew for every tile; tiles drawn from what it was are drawn again.
+TEST_F(ImageTest, fileChanges) {
+    const auto filled = [](const char* colour) {
+        return QByteArray(
+                   "<svg xmlns='http://www.w3.org/2000/svg' width='64' height='64'><rect width='64' "
+                   "height='64' fill='") +
+               colour + "'/></svg>";
+    };
+    write(filled("#ff0000"));
+    const auto samples = load().query<ITzImageLevelSample>();
+    const auto at = [&](uint32_t level) {
+        Pixel pixel{};
+        EXPECT_EQ(samples->samplePixel(level, 0, 0, 12, &pixel), kTzOk);
+        return pixel;
+    };
+    EXPECT_EQ(at(1).r, 1.0F);
+    EXPECT_EQ(at(2).r, 1.0F);
+    write(filled("#0000ff"), 50);
+    EXPECT_EQ(at(1).r, 1.0F);  // rendered, and nothing has noticed yet
+    EXPECT_EQ(at(3).b, 1.0F);
+    EXPECT_EQ(at(1).b, 1.0F);
+    QFile::remove(path());
+    EXPECT_EQ(at(4).a, 0.0F);
+    EXPECT_EQ(at(1).b, 1.0F);
+    write("no drawing", 40);
+    EXPECT_EQ(at(5).a, 0.0F);
+    write(filled("#00ff00"), 30);
+    EXPECT_EQ(at(6).g, 1.0F);
+    EXPECT_EQ(at(4).g, 1.0F);
+}
+
+// Every call of a host service fails once: its code comes out, and the next request is served.
+TEST_F(ImageTest, failingServices) {
+    write(drawing("width='300' height='200'"));
+    const auto run = [&] {
+        TzResult result = recognise();
+        ITzImage* out = nullptr;
+        if (!tzFailed(result)) result = loader->load(&access, &out);
+        const auto image = CTzPtr<ITzImage>::adopt(out);
+        EXPECT_EQ(tzFailed(result), !image);
+        if (!image) return result;
+        const auto tiles = image.query<ITzTileImage>();
+        result = tiles->tile(8, {0, 0}, &out);
+        EXPECT_EQ(tzFailed(result), out == nullptr);
+        if (tzFailed(result)) {
+            EXPECT_EQ(tiles->tile(8, {0, 0}, &out), kTzOk);
+        }
+        CTzPtr<ITzImage>::adopt(out);
+        return result;
+    };
+    int failures = 0;
+    for (int call = 0;; ++call) {
+        host.state.failAt = call;
+        const TzResult result = run();
+        const bool failed = host.state.failAt < 0;
+        host.state.failAt = -1;
+        EXPECT_EQ(host.state.imagesAlive, 0) << call;
+        if (!failed) break;
+        EXPECT_TRUE(tzFailed(result)) << call;
+        ++failures;
+    }
+    EXPECT_GT(failures, 10);
+    EXPECT_EQ(run(), kTzOk);
+}
+
+TEST_F(ImageTest, spawnedWithoutALoader) {
+    void* out = nullptr;
+    const auto registry = CTzUser_Host(host.object).service<ITzServerRegistry>();
+    ASSERT_EQ(registry->spawn(tzText("svgImage"), ITzTileImage::kId, &out), kTzOk);
+    const auto tiles = CTzPtr<ITzTileImage>::adopt(static_cast<ITzTileImage*>(out));
+    TzTileLevel level{};
+    EXPECT_EQ(tiles->tileLevelSize(0, &level), kTzNotReady);
+}
+
+// Another's server under the name: the loader does not take its objects for its own.
+TEST_F(ImageTest, anothersImageServer) {
+    struct Stranger : FakeImage {
+        explicit Stranger(const CTzPtr<ITzHost>& /*host*/) : FakeImage(state(), {1, 1}, 4) {}
+        static FakeHostState& state() {
+            static FakeHostState theirs;
+            return theirs;
+        }
+    };
+    host.state.servers["svgImage"] =
+        CTzPolymorph<Stranger, ITzImage, ITzImageWriter>::factory(host.object, nullptr);
+    write(drawing("width='300' height='200'"));
+    ASSERT_EQ(recognise(), kTzOk);
+    ITzImage* out = nullptr;
+    EXPECT_EQ(loader->load(&access, &out), kTzFailed);
+    EXPECT_EQ(out, nullptr);
+}
+
+// Eight threads on a cache for a dozen tiles: every tile is right while others are dropped, and drawn once as
+// long as it is kept.
+TEST_F(ImageTest, manyThreads) {
+    write(drawing("width='300' height='200'"));
+    ASSERT_EQ(recognise(), kTzOk);
+    static std::atomic<int64_t> seconds;
+    const TileCache::Settings settings{
+        12 * 256 * 256 * 4, []() noexcept { return TileCache::Time(std::chrono::seconds(seconds.load())); }};
+    const auto made = CTzPolymorph<CSVGImage, ITzImage, ITzTileImage, ITzImageLevelSample>::createSelf(
+        host.object, settings);
+    const auto recognised = Loader::createSelf(host.object);
+    ASSERT_EQ(recognised->recognise(&access), kTzOk);
+    made->initialise(*recognised, path());
+    const auto image = CTzPtr<ITzImage>::share(made.get());
+    const auto tiles = image.query<ITzTileImage>();
+
+    // Seventeen tiles. What each should be, from one thread.
+    struct Place {
+        uint32_t level;
+        TzTilePlace place;
+        TzSize size;
+        std::vector<Pixel> pixels;
+    };
+    std::vector<Place> places;
+    for (uint32_t level = 6; level < 9; ++level) {
+        TzTileLevel of{};
+        tiles->tileLevelSize(level, &of);
+        for (uint32_t y = 0; y * of.tileHeight < of.height; ++y) {
+            for (uint32_t x = 0; x * of.tileWidth < of.width; ++x) {
+                ITzImage* out = nullptr;
+                seconds += 5;
+                ASSERT_EQ(tiles->tile(level, {x, y}, &out), kTzOk);
+                const auto tile = CTzPtr<ITzImage>::adopt(out);
+                const TzSize size{of.tileWidth, of.tileHeight};
+                places.push_back({level, {x, y}, size, pixelsOf(*tile, size)});
+            }
+        }
+    }
+    EXPECT_EQ(host.state.imagesMade, static_cast<int>(places.size()));
+
+    std::atomic<int> wrong{0};
+    std::vector<std::thread> threads;
+    for (uint32_t t = 0; t < 8; ++t) {
+        threads.emplace_back([&, t] {
+            uint32_t random = t + 1;
+            for (int i = 0; i < 60; ++i) {
+                random = random * 1664525U + 1013904223U;
+                const Place& place = places[(random >> 8U) % places.size()];
+                ++seconds;
+                ITzImage* out = nullptr;
+                if (tzFailed(tiles->tile(place.level, place.place, &out))) {
+                    ++wrong;
+                    continue;
+                }
+                const auto tile = CTzPtr<ITzImage>::adopt(out);
+                const auto pixels = pixelsOf(*tile, place.size);
+                if (std::memcmp(pixels.data(), place.pixels.data(), pixels.size() * sizeof(Pixel)) != 0)
+                    ++wrong;
+            }
+        });
+    }
+    for (std::thread& thread : threads) thread.join();
+    EXPECT_EQ(wrong, 0);
+    EXPECT_GT(host.state.imagesMade, static_cast<int>(places.size()));
+    EXPECT_LT(host.state.imagesAlive, static_cast<int>(places.size()));
+}
+
+// One tile asked for by eight threads at once is drawn once.
+TEST_F(ImageTest, drawnOnce) {
+    write(drawing("width='300' height='200'"));
+    const auto tiles = load().query<ITzTileImage>();
+    std::vector<std::thread> threads;
+    std::vector<ITzImage*> images(8);
+    for (ITzImage*& out : images) {
+        threads.emplace_back([&tiles, &out] { tiles->tile(4, {3, 3}, &out); });
+    }
+    for (std::thread& thread : threads) thread.join();
+    EXPECT_EQ(host.state.imagesMade, 1);
+    for (ITzImage* const image : images) {
+        EXPECT_EQ(image, images.front());
+        CTzPtr<ITzImage>::adopt(image);
+    }
+}

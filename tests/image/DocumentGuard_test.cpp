@@ -1,0 +1,224 @@
+// Which documents may go to a renderer. The refused ones crash it, hang it, or have it read what it must not.
+#include "image/DocumentGuard.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <zlib.h>
+
+#include <QBuffer>
+#include <QFile>
+#include <QImage>
+#include <QTemporaryDir>
+
+using namespace tzsvg;
+
+namespace {
+
+QByteArray svg(const QByteArray& content) {
+    return "<svg xmlns='http://www.w3.org/2000/svg' xmlns:xlink='http://www.w3.org/1999/xlink' width='9' "
+           "height='9'>" +
+           content + "</svg>";
+}
+
+QByteArray image(const QByteArray& href) {
+    return svg("<image width='9' height='9' xlink:href='" + href + "'/>");
+}
+
+QByteArray pngBytes() {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    QImage pixels(2, 2, QImage::Format_ARGB32);
+    pixels.fill(Qt::red);
+    pixels.save(&buffer, "PNG");
+    return bytes;
+}
+
+// Uses of uses, each doubling: 2^n elements.
+QByteArray doubling(int n) {
+    QByteArray content = "<rect id='a0' width='1' height='1'/>";
+    for (int i = 1; i <= n; ++i) {
+        const QByteArray use = "<use xlink:href='#a" + QByteArray::number(i - 1) + "'/>";
+        content += "<g id='a" + QByteArray::number(i) + "'>" + use + use + "</g>";
+    }
+    return svg(content);
+}
+
+QByteArray chain(int n) {
+    QByteArray content = "<rect id='a0' width='1' height='1'/>";
+    for (int i = 1; i <= n; ++i)
+        content +=
+            "<use id='a" + QByteArray::number(i) + "' xlink:href='#a" + QByteArray::number(i - 1) + "'/>";
+    return svg(content);
+}
+
+QByteArray nested(int n) {
+    return svg(QByteArray("<g>").repeated(n) + QByteArray("</g>").repeated(n));
+}
+
+QByteArray attributes(int n) {
+    QByteArray element = "<rect";
+    for (int i = 0; i < n; ++i) element += " a" + QByteArray::number(i) + "='1'";
+    return svg(element + "/>");
+}
+
+QByteArray styled(int rules, int elements) {
+    return svg("<style>" + QByteArray("a{b:c}").repeated(rules) + "</style>" +
+               QByteArray("<g/>").repeated(elements));
+}
+
+QByteArray gzip(QByteArray bytes) {
+    z_stream stream = {};
+    deflateInit2(&stream, 1, Z_DEFLATED, MAX_WBITS + 16, 8, Z_DEFAULT_STRATEGY);
+    QByteArray packed(static_cast<int>(deflateBound(&stream, static_cast<uLong>(bytes.size()))), '\0');
+    stream.next_in = reinterpret_cast<Bytef*>(bytes.data());
+    stream.avail_in = static_cast<uInt>(bytes.size());
+    stream.next_out = reinterpret_cast<Bytef*>(packed.data());
+    stream.avail_out = static_cast<uInt>(packed.size());
+    deflate(&stream, Z_FINISH);
+    packed.truncate(static_cast<int>(stream.total_out));
+    deflateEnd(&stream);
+    return packed;
+}
+
+struct GuardTest : ::testing::Test {
+    GuardTest() {
+        write("other.svg", svg("<rect width='9' height='9'/>"));
+        write("disguised.png", svg("<rect width='9' height='9'/>"));
+        write("photo.png", pngBytes());
+        QFile::copy(path("other.svg"), path("noending.svg"));
+        ::mkfifo(path("pipe.png").toUtf8().constData(), 0600);
+        write("huge.png", hugePng());
+    }
+
+    // A picture that claims 60,000 by 20,000 pixels.
+    static QByteArray hugePng() {
+        QByteArray bytes = pngBytes();
+        bytes.replace(16, 8, QByteArray::fromHex("0000EA6000004E20"));
+        const auto sum = crc32(0, reinterpret_cast<const Bytef*>(bytes.constData()) + 12, 17);
+        for (int i = 0; i < 4; ++i) bytes[29 + i] = static_cast<char>(sum >> (24 - 8 * i));
+        return bytes;
+    }
+
+    QString path(const char* name) const { return folder.filePath(QLatin1String(name)); }
+
+    void write(const char* name, const QByteArray& bytes) const {
+        QFile file(path(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+
+    QTemporaryDir folder;
+};
+
+}  // namespace
+
+TEST_F(GuardTest, documents) {
+    const QByteArray svgData = svg("<rect width='9' height='9'/>");
+    const struct {
+        const char* name;
+        QByteArray document;
+        bool safe;
+    } rows[] = {
+        {"plain", svg("<rect width='9' height='9'/>"), true},
+        {"not XML", "hello", false},
+        {"empty", "", false},
+        {"cut off", "<svg><g>", false},
+        {"something after the root", svg("") + "<rest", true},
+        {"256 levels", nested(255), true},
+        {"257 levels", nested(256), false},
+        {"4096 attributes", attributes(4096), true},
+        {"4097 attributes", attributes(4097), false},
+        // Images.
+        {"raster", image("photo.png"), true},
+        {"raster by data", image("data:image/png;base64," + pngBytes().toBase64()), true},
+        {"missing", image("nowhere.png"), true},
+        {"a folder", image("."), true},
+        {"itself", image("document.svg"), false},
+        {"another SVG", image("other.svg"), false},
+        {"blanks around the name", image(" other.svg "), false},
+        {"by content", image("disguised.png"), false},
+        {"ending left out", image("noending"), false},
+        {"full path", image(path("other.svg").toUtf8()), false},
+        {"by data", image("data:image/svg+xml;base64," + svgData.toBase64()), false},
+        {"by data, another type told", image("data:image/png;base64," + svgData.toBase64()), false},
+        {"by data, percent encoded", image("data:image/svg+xml," + svgData.toPercentEncoding()), false},
+        {"no prefix", svg("<image width='9' height='9' href='other.svg'/>"), false},
+        {"two links", svg("<image width='9' height='9' href='photo.png' xlink:href='other.svg'/>"), false},
+        {"a prefixed element", svg("<s:image xmlns:s='http://www.w3.org/2000/svg' xlink:href='other.svg'/>"),
+         false},
+        {"a default attribute",
+         "<!DOCTYPE svg [<!ATTLIST image xlink:href CDATA 'other.svg'>]>" + svg("<image/>"), false},
+        {"a pipe", image("pipe.png"), false},
+        {"a pipe, ending left out", image("pipe"), false},
+        {"a device", image("/dev/zero"), false},
+        {"a huge raster", image("huge.png"), false},
+        // Uses.
+        {"a use", svg("<rect id='a'/><use xlink:href='#a'/><use xlink:href='#nothing'/>"), true},
+        {"2^16 uses", doubling(16), true},
+        {"2^30 uses", doubling(30), false},
+        {"use of itself", svg("<g id='a'><use xlink:href='#a'/></g>"), false},
+        {"use in a ring", svg("<g id='a'><use href='#b'/></g><g xml:id='b'><use xlink:href='#a'/></g>"),
+         false},
+        {"200 uses of uses", chain(200), true},
+        {"60,000 uses of uses", chain(60000), false},
+        // Style sheets.
+        {"styles", styled(100, 1000), true},
+        {"styles times elements", styled(40000, 40000), false},
+        {"a style sheet that is a pipe",
+         "<?xml-stylesheet type=\"text/css\" href=\"" + path("pipe.png").toUtf8() + "\"?>" + svg(""), false},
+        // What a document type declares outside is not fetched; what it declares inside is bounded.
+        {"external entity", "<!DOCTYPE svg [<!ENTITY e SYSTEM '/dev/zero'>]>" + svg("&e;"), true},
+        {"entities of entities",
+         "<!DOCTYPE svg [<!ENTITY a 'xxxxxxxxxxxxxxxx'><!ENTITY b '&a;&a;&a;&a;&a;&a;&a;&a;&a;&a;&a;&a;'>"
+         "<!ENTITY c '&b;&b;&b;&b;&b;&b;&b;&b;&b;&b;&b;&b;'><!ENTITY d "
+         "'&c;&c;&c;&c;&c;&c;&c;&c;&c;&c;&c;'>]>" +
+             svg("<text>&d;</text>"),
+         false},
+        {"UTF-16 without a mark",
+         QByteArray(reinterpret_cast<const char*>(QString::fromUtf8(image("other.svg")).utf16()),
+                    2 * image("other.svg").size()),
+         false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        write("document.svg", row.document);
+        EXPECT_EQ(inspectDocument(path("document.svg")).has_value(), row.safe);
+    }
+    EXPECT_FALSE(inspectDocument(path("nowhere.svg")));
+    EXPECT_FALSE(inspectDocument(path("pipe.png")));
+    EXPECT_FALSE(inspectDocument(QStringLiteral("/dev/zero")));
+}
+
+TEST_F(GuardTest, linkedFilesAreTold) {
+    write("document.svg", image("photo.png"));
+    const auto document = inspectDocument(path("document.svg"));
+    ASSERT_TRUE(document);
+    EXPECT_EQ(document->linkedFiles, QStringList(path("photo.png")));
+}
+
+TEST_F(GuardTest, compressed) {
+    const QByteArray document = svg("<rect width='9' height='9'/>");
+    const QByteArray packed = gzip(document);
+    const struct {
+        const char* name;
+        QByteArray bytes;
+        QByteArray unpacked;  // empty: refused
+    } rows[] = {
+        {"a document", packed, document},
+        {"two members", gzip(document.left(20)) + gzip(document.mid(20)), document},
+        {"not compressed", document, {}},
+        {"cut short", packed.left(packed.size() - 12), {}},
+        {"compressed twice", gzip(packed), {}},
+        {"unpacks to 300 MB", gzip(svg(QByteArray(300 << 20, ' '))), {}},
+        {"leads to an SVG", gzip(image(path("other.svg").toUtf8())), {}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        write("document.SVGZ", row.bytes);
+        const auto inspected = inspectDocument(path("document.SVGZ"));
+        ASSERT_EQ(inspected.has_value(), !row.unpacked.isEmpty());
+        if (inspected) {
+            EXPECT_EQ(inspected->bytes, row.unpacked);
+        }
+    }
+}

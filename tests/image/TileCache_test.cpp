@@ -1,0 +1,154 @@
+// What the tile cache keeps, drops and renders, with a clock of its own.
+#include "image/TileCache.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+
+#include "tests/image/FakeHost.h"
+
+using namespace tzsvg;
+using namespace std::chrono_literals;
+
+namespace {
+
+std::atomic<TileCache::Time> fakeTime;
+
+TileCache::Time fakeNow() noexcept {
+    return fakeTime.load();
+}
+
+void pass(std::chrono::milliseconds time) {
+    fakeTime.store(fakeTime.load() + time);
+}
+
+constexpr uint64_t kTileBytes = 1000;
+
+struct CacheTest : ::testing::Test {
+    explicit CacheTest(uint64_t limit = 10 * kTileBytes)
+        : cache(CTzUser_ThreadService(CTzUser_Host(host.object).service<ITzThreadService>()),
+                {limit, fakeNow}) {}
+
+    // Asks for tile i, letting go of it at once; true when it had to be rendered.
+    bool request(uint32_t i, uint64_t document = 1) {
+        bool rendered = false;
+        cache.tile({16, i, 0}, [&] {
+            rendered = true;
+            return TileCache::Rendered{image(), kTileBytes, document};
+        });
+        return rendered;
+    }
+
+    CTzPtr<ITzImage> image() {
+        return CTzPolymorph<FakeImage, ITzImage, ITzImageWriter>::create(host.state, TzSize{1, 1}, 4U);
+    }
+
+    FakeHost host;
+    TileCache cache;
+};
+
+}  // namespace
+
+TEST_F(CacheTest, trimsToNineTenthsLeastRecentlyUsedFirst) {
+    for (uint32_t i = 0; i < 9; ++i) {
+        pass(1ms);
+        EXPECT_TRUE(request(i));
+    }
+    pass(1ms);
+    EXPECT_FALSE(request(0));  // used again: no longer the oldest
+    pass(5s);
+    EXPECT_TRUE(request(9));  // reaches the limit
+    EXPECT_EQ(cache.bytes(), 9 * kTileBytes);
+    EXPECT_EQ(host.state.imagesAlive, 9);
+    EXPECT_FALSE(request(0));
+    EXPECT_TRUE(request(1));
+}
+
+TEST_F(CacheTest, trimsAreFiveSecondsApart) {
+    const struct {
+        std::chrono::milliseconds since;
+        bool trimmed;
+    } rows[] = {{4999ms, false}, {1ms, true}, {4999ms, false}, {25h, true}};
+    uint32_t next = 0;
+    while (cache.bytes() < 20 * kTileBytes) request(next++);
+    for (const auto& row : rows) {
+        pass(row.since);
+        const uint64_t before = cache.bytes();
+        request(next++);
+        EXPECT_EQ(cache.bytes() == 9 * kTileBytes, row.trimmed) << row.since.count();
+        if (!row.trimmed) {
+            EXPECT_EQ(cache.bytes(), before + kTileBytes);
+        }
+        while (cache.bytes() < 20 * kTileBytes) request(next++);
+    }
+}
+
+TEST_F(CacheTest, keepsWhatACallerHolds) {
+    std::vector<CTzPtr<ITzImage>> held;
+    for (uint32_t i = 0; i < 20; ++i) {
+        held.push_back(cache.tile({16, i, 0}, [&] { return TileCache::Rendered{image(), kTileBytes, 1}; }));
+    }
+    pass(5s);
+    request(20);
+    EXPECT_EQ(cache.bytes(), 21 * kTileBytes);
+    held.resize(5);
+    pass(5s);
+    request(21);
+    EXPECT_EQ(cache.bytes(), 9 * kTileBytes);
+    for (uint32_t i = 0; i < 5; ++i) EXPECT_FALSE(request(i)) << i;
+}
+
+TEST_F(CacheTest, failureLeavesTheTileToTheNextRequest) {
+    EXPECT_THROW(cache.tile({16, 0, 0}, []() -> TileCache::Rendered { throw CTzError(kTzOutOfMemory); }),
+                 CTzError);
+    EXPECT_EQ(cache.bytes(), 0U);
+    EXPECT_TRUE(request(0));
+    EXPECT_FALSE(request(0));
+}
+
+TEST_F(CacheTest, tilesOfAnOlderDocumentAreStale) {
+    request(0, 1);
+    request(1, 1);
+    request(2, 2);  // the document was found changed
+    EXPECT_TRUE(request(0, 2));
+    EXPECT_FALSE(request(0, 2));
+    EXPECT_FALSE(request(2, 2));
+    EXPECT_EQ(cache.bytes(), 3 * kTileBytes);  // a tile rendered again counts once
+    EXPECT_EQ(host.state.imagesAlive, 3);
+}
+
+// Every tile carries its number as its size: a wrong or half-made one would show.
+TEST_F(CacheTest, manyThreads) {
+    constexpr uint32_t kTiles = 40;
+    std::atomic<int> rendering[kTiles] = {};
+    std::atomic<int> renders{0};
+    std::atomic<int> wrong{0};
+    std::vector<std::thread> threads;
+    for (uint32_t t = 0; t < 8; ++t) {
+        threads.emplace_back([&, t] {
+            uint32_t random = t + 1;
+            for (int i = 0; i < 4000; ++i) {
+                random = random * 1664525U + 1013904223U;
+                const uint32_t tile = (random >> 16U) % kTiles;
+                if (i % 50 == 0) pass(1s);
+                const auto got = cache.tile({16, tile, 0}, [&] {
+                    if (++rendering[tile] != 1) ++wrong;
+                    ++renders;
+                    TileCache::Rendered made{CTzPolymorph<FakeImage, ITzImage, ITzImageWriter>::create(
+                                                 host.state, TzSize{tile + 1, 1}, 4U),
+                                             kTileBytes, 1};
+                    --rendering[tile];
+                    return made;
+                });
+                TzSize size{};
+                got->size(&size);
+                if (size.width != tile + 1) ++wrong;
+            }
+        });
+    }
+    for (std::thread& thread : threads) thread.join();
+    EXPECT_EQ(wrong, 0);
+    EXPECT_GT(renders, static_cast<int>(kTiles));  // trims did happen
+    EXPECT_EQ(cache.bytes(), static_cast<uint64_t>(host.state.imagesAlive) * kTileBytes);
+}

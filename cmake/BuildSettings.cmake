@@ -19,6 +19,12 @@ add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wold-style-cast -Woverloa
 # Qt 6 already drops these; with Qt 5.15 they keep the code to what both offer.
 add_compile_definitions(QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH)
 
+# GCC 12 drops the rounding of a double to single precision and back when it vectorizes two of them side by side. Imported
+# points are defined in single precision in places; PathConversion/straightThirds pins it.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    add_compile_options(-fno-tree-vectorize)
+endif()
+
 if(TZSVG_SANITIZE)
     add_compile_options(-fsanitize=${TZSVG_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${TZSVG_SANITIZE})

@@ -81,7 +81,7 @@ class CTzPolymorph final : public T {
 
     template <class... Arguments>
     explicit CTzPolymorph(Arguments&&... arguments) : T(std::forward<Arguments>(arguments)...) {}
-    ~CTzPolymorph() = default;
+    ~CTzPolymorph() = default;  // NOLINT(modernize-use-override): only some T have a virtual destructor
 
     std::atomic<uint32_t> references_{1};
 };

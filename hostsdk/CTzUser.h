@@ -73,6 +73,38 @@ class CTzUser_Mesh : public CTzUser<ITzMesh> {
     void setPolygonTag(uint32_t polygon, TzTagId id, std::string_view text) const {
         tzCheck((*this)->setPolygonTag(polygon, id, tzText(text)));
     }
+
+    // False, with the text unchanged, when the polygon has no such tag.
+    bool polygonTag(uint32_t polygon, TzTagId id, std::string& text) const {
+        const TzResult result = (*this)->polygonTag(polygon, id, tzSinkTo(text));
+        if (result == kTzNotFound) return false;
+        tzCheck(result);
+        return true;
+    }
+    uint32_t pointCount() const {
+        uint32_t count = 0;
+        tzCheck((*this)->pointCount(&count));
+        return count;
+    }
+    void points(uint32_t first, uint32_t count, TzPoint* out) const {
+        tzCheck((*this)->points(first, count, out));
+    }
+    uint32_t polygonCount() const {
+        uint32_t count = 0;
+        tzCheck((*this)->polygonCount(&count));
+        return count;
+    }
+    void polygonInfo(uint32_t polygon, TzTagId& type, uint32_t& vertexCount) const {
+        tzCheck((*this)->polygonInfo(polygon, &type, &vertexCount));
+    }
+    void vertices(uint32_t polygon, uint32_t first, uint32_t count, uint32_t* out) const {
+        tzCheck((*this)->vertices(polygon, first, count, out));
+    }
+    TzBox bounds() const {
+        TzBox box{};
+        tzCheck((*this)->bounds(&box));
+        return box;
+    }
 };
 
 class CTzUser_Item : public CTzUser<ITzItem> {
@@ -80,10 +112,26 @@ class CTzUser_Item : public CTzUser<ITzItem> {
     using CTzUser::CTzUser;
 
     CTzUser_Mesh mesh() const { return CTzUser_Mesh(pointer().query<ITzMesh>()); }
+    std::string name() const {
+        std::string text;
+        tzCheck((*this)->name(tzSinkTo(text)));
+        return text;
+    }
+    std::string type() const {
+        std::string text;
+        tzCheck((*this)->type(tzSinkTo(text)));
+        return text;
+    }
     void setTag(TzTagId id, std::string_view text) const { tzCheck((*this)->setTag(id, tzText(text))); }
+    std::optional<std::string> tag(TzTagId id) const {
+        return tzReadOptional([&](TzTextSink sink) { return (*this)->tag(id, sink); });
+    }
     void addPackage(std::string_view serverName) const { tzCheck((*this)->addPackage(tzText(serverName))); }
     void setChannel(std::string_view channel, std::string_view text) const {
         tzCheck((*this)->setChannel(tzText(channel), tzText(text)));
+    }
+    std::optional<std::string> channel(std::string_view name) const {
+        return tzReadOptional([&](TzTextSink sink) { return (*this)->channel(tzText(name), sink); });
     }
 };
 
@@ -95,6 +143,11 @@ class CTzUser_Scene : public CTzUser<ITzScene> {
         ITzItem* item = nullptr;
         tzCheck((*this)->createItem(tzText(type), &index, &item));
         return CTzUser_Item(CTzPtr<ITzItem>::adopt(item));
+    }
+    uint32_t itemCount() const {
+        uint32_t count = 0;
+        tzCheck((*this)->itemCount(&count));
+        return count;
     }
     CTzUser_Item item(uint32_t index) const {
         ITzItem* item = nullptr;

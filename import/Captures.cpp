@@ -65,6 +65,7 @@ void writeIllustratorEntities(QTextStream& stream) {
 // Entities and notations come in hash order: written by name, so that the same file gives the same text.
 void saveByName(QTextStream& stream, const QDomNamedNodeMap& declarations) {
     std::vector<QDomNode> nodes;
+    nodes.reserve(static_cast<size_t>(declarations.size()));
     for (int i = 0; i < declarations.size(); ++i) nodes.push_back(declarations.item(i));
     std::sort(nodes.begin(), nodes.end(),
               [](const QDomNode& a, const QDomNode& b) { return a.nodeName() < b.nodeName(); });

@@ -36,7 +36,8 @@ const GroupTexts* GroupTable::textsOf(const QDomNode& parent) {
     // empty at its inner end, and a leading ";" further out; meant so, GroupTags/unnamedGroups pins it.
     std::string& chain = lastTexts_.chain;
     for (QDomNode group = parent; !group.isNull() && numberOf(group); group = group.parentNode()) {
-        chain = chain.empty() ? nameOf(group) : nameOf(group) + ";" + chain;
+        if (!chain.empty()) chain.insert(0, 1, ';');
+        chain.insert(0, nameOf(group));
     }
     lastParent_ = identityOf(parent);
     return &lastTexts_;

@@ -42,7 +42,7 @@ class SubPaths {
         : loader_(loader),
           element_(element),
           item_(item),
-          transform_(std::move(transform)),
+          transform_(transform),
           drawingIndex_(std::to_string(drawingIndex)) {}
 
     // A piece that a following move ended: open, even when it returns to its start.

@@ -50,7 +50,7 @@ QString ellipseText(const QString& kind, bool circle, const QGraphicsEllipseItem
 }  // namespace
 
 QString primitiveText(const QString& elementName, const QGraphicsItem& item) {
-    const QString kind = elementName.toUpper();
+    QString kind = elementName.toUpper();
     if (elementName == QLatin1String("rect")) {
         const auto* const rect = dynamic_cast<const QGraphicsRectItem*>(&item);
         return rect ? rectangleText(kind, *rect) : QString();

@@ -1,8 +1,10 @@
 // See the header. Called once, by the module object.
 #include "module/Servers.h"
 
+#include "export/SVGSaver.h"
 #include "hostsdk/CTzPolymorph.h"
 #include "hostsdk/CTzUser.h"
+#include "image/CSVGImageLoader.h"
 #include "import/SVGLoader.h"
 #include "import/SVGLoaderPackage.h"
 #include "import/text/RoundTripNames.h"

@@ -2,7 +2,6 @@
 #include "import/shape/DocumentExtent.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "import/shape/ElementTransform.h"
 #include "import/shape/ShapeItem.h"
@@ -16,13 +15,7 @@ bool elementBounds(const QDomNode& node, const LengthContext& lengths, ElementBo
     QTransform transform;
     if (!item || !elementTransform(node, transform)) return false;
     const QRectF rect = transform.mapRect(item->boundingRect());
-    const ElementBounds found{rect.left(), rect.left() + rect.width(), rect.top(),
-                              rect.top() + rect.height()};
-    if (!std::isfinite(found.minX) || !std::isfinite(found.maxX) || !std::isfinite(found.minY) ||
-        !std::isfinite(found.maxY)) {
-        return false;
-    }
-    bounds = found;
+    bounds = {rect.left(), rect.left() + rect.width(), rect.top(), rect.top() + rect.height()};
     return true;
 }
 

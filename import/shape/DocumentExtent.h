@@ -15,14 +15,15 @@ struct ElementBounds {
 
 // The bounds of one element under its own transform alone: ancestors' are not applied. Control points and
 // a trailing move count. Zero bounds for a node that is no shape element. False, with zero bounds, when the
-// shape item cannot be built, the transform does not parse, or the bounds are not finite.
+// shape item cannot be built or the transform does not parse. May be infinite or not numbers where lengths
+// are.
 bool elementBounds(const QDomNode& node, const LengthContext& lengths, ElementBounds& bounds);
 
 // The larger of the bounds' y; 0.0 when there are none. `ok` tells whether the bounds could be had.
 double elementMaxY(const QDomNode& node, const LengthContext& lengths, bool& ok);
 
 // The largest y of all shape elements below a node, at least 0.0; descends into every element, definitions
-// too. `ok` is false when the bounds of one fail.
+// too. `ok` is false when the bounds of one fail. May be infinite.
 double documentMaxY(const QDomNode& root, const LengthContext& lengths, bool& ok);
 
 }  // namespace tzsvg

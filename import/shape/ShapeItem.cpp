@@ -50,6 +50,19 @@ std::unique_ptr<Item> makeItem(Arguments&&... arguments) {
     return item;
 }
 
+// An item that holds the path also when it is a single point: the toolkit's constructor takes such a path for
+// an empty one and drops it, and setPath() takes one at the origin for the path it has.
+std::unique_ptr<QGraphicsPathItem> makePathItem(const QPainterPath& path) {
+    auto item = makeItem<QGraphicsPathItem>(path);
+    if (item->path().elementCount() != path.elementCount()) {
+        QPainterPath other;
+        other.lineTo(1, 1);
+        item->setPath(other);
+        item->setPath(path);
+    }
+    return item;
+}
+
 // Reads lengths of one element.
 class Lengths {
   public:
@@ -146,14 +159,14 @@ std::unique_ptr<QGraphicsPathItem> buildPolylineItem(const QDomElement& element)
     QPainterPath path;
     if (!points.isEmpty()) path.moveTo(points.first());
     for (int i = 1; i < points.size(); ++i) path.lineTo(points.at(i));
-    return makeItem<QGraphicsPathItem>(path);
+    return makePathItem(path);
 }
 
 std::unique_ptr<QGraphicsPathItem> buildPathItem(const QDomElement& element) {
     if (!element.hasAttribute(names().d)) return nullptr;
     QPainterPath path;
     if (!parsePathData(element.attribute(names().d), path)) return nullptr;
-    return makeItem<QGraphicsPathItem>(path);
+    return makePathItem(path);
 }
 
 }  // namespace tzsvg

@@ -1,0 +1,38 @@
+// The children of one element, in the order in which drawing indices place them. The root and every group of
+// a save has one; polygons are placed in it as they are written, and it is applied when all are.
+#pragma once
+
+#include <QDomElement>
+#include <cstdint>
+#include <vector>
+
+namespace tzsvg {
+
+// Placing costs no walk over the siblings: only the position is noted, and where everything ends up is worked
+// out once. n children cost n log n, in whatever order they are placed.
+class ChildOrder {
+  public:
+    explicit ChildOrder(QDomElement parent) : parent_(std::move(parent)) {}
+
+    // Places an element before the child that stands at that index; behind the last when there is none. So
+    // elements that are all placed at 0 come out in reverse order; meant so. The children that the parent has
+    // when the first element is placed count as well.
+    void place(const QDomElement& child, uint32_t index);
+
+    // Places an element behind the last child.
+    void append(const QDomElement& child);
+
+    // Makes the placed elements children of the parent. Called once; the parent's children are left alone
+    // between the first place() and here.
+    void apply();
+
+  private:
+    void adoptChildren();
+
+    QDomElement parent_;
+    bool adopted_ = false;
+    std::vector<QDomNode> children_;   // in the order of their placement
+    std::vector<uint32_t> positions_;  // where each stood when it was placed
+};
+
+}  // namespace tzsvg

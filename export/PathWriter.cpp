@@ -1,0 +1,73 @@
+// See the header. Called by SVGSaver::visitPolygon().
+#include "export/PathWriter.h"
+
+#include <QDomElement>
+
+#include "export/RealText.h"
+#include "export/SVGSaver.h"
+#include "import/text/RoundTripNames.h"
+
+namespace tzsvg {
+namespace {
+
+// "M" before the first point, "C" before every third from the second on. False when a vertex cannot be
+// projected.
+bool appendPathData(const SVGSaver& saver, std::string& text) {
+    int state = 0;
+    for (const uint32_t vertex : saver.polygonVertices()) {
+        const auto point = saver.project(vertex);
+        if (!point) return false;
+        if (state == 0) text += 'M';
+        if (state == 1) text += 'C';
+        state = state == 3 ? 1 : state + 1;
+        appendPlainReal(text, point->x());
+        text += ',';
+        appendPlainReal(text, point->y());
+        text += ' ';
+    }
+    return true;
+}
+
+bool contains(const std::string& text, QLatin1String word) {
+    return QString::fromStdString(text).contains(word, Qt::CaseInsensitive);
+}
+
+}  // namespace
+
+ErrorState PathWriter::write(SVGSaver& saver) {
+    static const QString kPath = QStringLiteral("path");
+    static const QString kData = QStringLiteral("d");
+
+    ChildOrder* const parent = saver.selectParent();
+    std::string own;
+    if (!parent || !appendPathData(saver, own)) return ErrorState::kPolygon;
+
+    const std::string* const piece = saver.polygonTag(kTagSubPath);
+    const bool isPiece = piece && !piece->empty();
+    const bool isEnd = isPiece && contains(*piece, QLatin1String("end"));
+    if (isPiece) {
+        if (contains(*piece, QLatin1String("start"))) {
+            subPaths_.clear();
+            subPathsUsed_ = false;
+        }
+        subPaths_ += own;
+        if (!isEnd) return ErrorState::kNone;
+    }
+    if (isEnd && subPathsUsed_) {
+        // Ends without starts: each element repeats the pieces before it. Bounded, as the output would grow
+        // with the square of the input.
+        constexpr size_t kMostRepeated = size_t{1} << 24;
+        repeated_ += subPaths_.size();
+        if (repeated_ > kMostRepeated) return ErrorState::kPolygon;
+    }
+    subPathsUsed_ = subPathsUsed_ || isEnd;
+
+    const std::string& data = isEnd ? subPaths_ : own;
+    QDomElement element = saver.document().createElement(kPath);
+    element.setAttribute(
+        kData, QString::fromLatin1(data.data(), static_cast<decltype(QString().size())>(data.size())));
+    saver.addElement(element, *parent);
+    return ErrorState::kNone;
+}
+
+}  // namespace tzsvg

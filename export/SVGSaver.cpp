@@ -1,0 +1,240 @@
+// See the header. The story of a save: declaration and document type, root and stored blocks, groups, meshes,
+// Illustrator data, and everything to the file.
+#include "export/SVGSaver.h"
+
+#include <QHash>
+#include <QTextStream>
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+#include "export/DocumentBlocks.h"
+#include "export/PolygonWriter.h"
+#include "export/StyleAttributes.h"
+#include "import/text/RoundTripNames.h"
+
+namespace tzsvg {
+namespace {
+
+constexpr char kDeclaration[] = "<?xml version=\"1.0\"?>";
+
+// Where the user is told that sub-paths come out as paths. They are joined all the same.
+constexpr char kMessageTable[] = "common";
+constexpr uint32_t kMessageWarning = 2020;
+
+std::optional<uint32_t> readUnsigned(const std::string& text) {
+    uint32_t value = 0;
+    const char* const end = text.data() + text.size();
+    const auto [read, error] = std::from_chars(text.data(), end, value);
+    if (error != std::errc() || read != end) return std::nullopt;
+    return value;
+}
+
+}  // namespace
+
+SVGSaver::SVGSaver(const CTzPtr<ITzHost>& host) : CTzSceneSaver(CTzUser_Host(host)) {}
+
+bool SVGSaver::close() noexcept {
+    const bool closed = CTzLineFormat::close();
+    reset();
+    return closed;
+}
+
+void SVGSaver::verifyScene() {
+    postMessage(kMessageTable, kMessageWarning, {"SVG sub-paths are output as individual paths."});
+}
+
+TzResult SVGSaver::saveScene() {
+    viewBox_ = {};
+    if (pass() == 1) gatherStoredTexts();
+    return reallySaving() ? writeDocument() : kTzOk;
+}
+
+// Reads what the packages of the meshes keep: all that a preparatory pass has to do.
+void SVGSaver::gatherStoredTexts() {
+    startItemScan(kTzItemMesh);
+    while (nextItem()) storedTexts_.push_back(readStoredTexts(*this));
+}
+
+TzResult SVGSaver::writeDocument() {
+    document_.clear();
+    error_ = ErrorState::kNone;
+    writeText(kDeclaration);
+    lineBreak(false);
+    writeDoctype();
+
+    PackageTexts packages;
+    for (const auto& texts : storedTexts_) {
+        if (texts) packages.push_back(&*texts);
+    }
+    document_.appendChild(document_.createComment(QStringLiteral(" SVG file output by VANTO ")));
+    const auto failed = [this](ErrorState state) {
+        error_ = state;
+        return state != ErrorState::kNone;
+    };
+    if (failed(addRoot(document_, packages, root_)) || failed(addDefinitions(document_, packages, root_)) ||
+        failed(addClipPaths(document_, packages, root_)) || failed(addGroups())) {
+        return kTzFailed;
+    }
+    const TzResult result = writeMeshes();
+    if (failed(addIllustratorData(packages, root_))) return kTzFailed;
+    writeOut();
+    return result;
+}
+
+// The first document type that a mesh keeps, as it is. It ends with a line end of its own; meant so.
+void SVGSaver::writeDoctype() {
+    for (const auto& texts : storedTexts_) {
+        if (!texts || texts->doctype.empty()) continue;
+        writeText(texts->doctype);
+        lineBreak(false);
+        return;
+    }
+}
+
+// Builds the groups of all packages. A mesh that carries none uses those of the first that does.
+ErrorState SVGSaver::addGroups() {
+    QHash<QString, OutputGroups*> byText;
+    OutputGroups* first = nullptr;
+    for (const auto& texts : storedTexts_) {
+        if (!texts) continue;
+        OutputGroups*& groups = byText[texts->groups];
+        if (groups) continue;
+        groups = &groups_.emplace_back();
+        if (!first) first = groups;
+        if (!groups->build(texts->groups, document_, root_)) return ErrorState::kGroups;
+    }
+    for (const auto& texts : storedTexts_) {
+        groupsOfMesh_.push_back(texts ? byText.value(texts->groups) : first);
+    }
+    return ErrorState::kNone;
+}
+
+// The result of the last mesh is the result: one that fails before it does not stop the scan. Meant so;
+// Saver/lastMeshDecides pins it.
+TzResult SVGSaver::writeMeshes() {
+    orders_.emplace_back(root_);
+    TzResult result = kTzOk;
+    startItemScan(kTzItemMesh);
+    for (size_t mesh = 0; mesh < storedTexts_.size() && nextItem(); ++mesh) result = writeMesh(mesh);
+    for (OutputGroups& groups : groups_) groups.apply();
+    for (ChildOrder& order : orders_) order.apply();
+    return result;
+}
+
+TzResult SVGSaver::writeMesh(size_t meshIndex) {
+    error_ = ErrorState::kNone;
+    meshGroups_ = groupsOfMesh_[meshIndex];
+    // An imported document comes back with its own groups and no other.
+    meshParent_ = storedTexts_[meshIndex] ? &orders_.front() : nullptr;
+    polygonCount_ = 0;
+    points_.clear();
+    if (!meshAvailable()) return kTzFailed;
+
+    scanPoints();
+    axis_ = findProjectionPlane(points_);
+    if (axis_ == PlaneAxis::kNone) return kTzFailed;
+    bounds_ = meshBounds();
+    const TzPoint& extent = bounds_.extent;
+    strokeWidth_ = defaultStrokeWidth(std::max({extent.x, extent.y, extent.z}));
+    projection_ =
+        Projection(axis_, viewBox_.height > 0.0F ? static_cast<double>(viewBox_.height + viewBox_.y)
+                                                 : planeCoordinates(axis_, extent.x, extent.y, extent.z).y());
+    scanPolygons();
+    if (polygonCount_ == 0) return kTzOk;
+    if (!growViewBox()) return kTzFailed;
+    root_.setAttribute(QStringLiteral("viewBox"), QString::fromStdString(viewBox_.text()));
+    return error_ == ErrorState::kNone ? kTzOk : kTzFailed;
+}
+
+// The group that holds the polygons of a mesh without a package, named after the item.
+ChildOrder* SVGSaver::addMeshGroup() {
+    const std::string name = itemName();
+    const std::string id = name.substr(0, name.find(".m"));
+    QDomElement group = document_.createElement(QStringLiteral("g"));
+    if (!id.empty()) group.setAttribute(QStringLiteral("id"), QString::fromStdString(id));
+    orders_.front().append(group);
+    return &orders_.emplace_back(group);
+}
+
+// Widens the view box by the one that the mesh's first polygon names, or else by the mesh's bounds.
+bool SVGSaver::growViewBox() {
+    std::optional<ViewBox> box;
+    if (selectPolygon(0)) {
+        if (const std::string* const text = polygonTag(kTagViewBox)) box = readViewBox(*text);
+    }
+    if (!box) box = viewBoxOf(bounds_, axis_);
+    return box && viewBox_.add(*box);
+}
+
+void SVGSaver::writeOut() {
+    QString text;
+    {
+        QTextStream stream(&text);
+        document_.save(stream, 0);
+    }
+    const QByteArray bytes = text.toUtf8();
+    writeText({bytes.constData(), static_cast<size_t>(bytes.size())});
+}
+
+void SVGSaver::visitPoint() {
+    points_.add(pointIdentifier(), pointPosition());
+}
+
+void SVGSaver::visitPolygon() {
+    if (error_ != ErrorState::kNone) return;
+    const TzTagId type = polygonType();
+    if (type != kTzPolygonLine && type != kTzPolygonBezier) return;
+    ++polygonCount_;
+    if (!meshParent_) meshParent_ = addMeshGroup();
+    error_ = type == kTzPolygonLine ? writeLinePolygon(*this) : pathWriter_.write(*this);
+}
+
+std::optional<QPointF> SVGSaver::project(uint32_t point) const {
+    if (point >= points_.size()) return std::nullopt;
+    const QPointF mapped = projection_.map(points_[point]);
+    if (!std::isfinite(mapped.x()) || !std::isfinite(mapped.y())) return std::nullopt;
+    return mapped;
+}
+
+ChildOrder* SVGSaver::selectParent() {
+    const std::string* const number = polygonTag(kTagParentGroup);
+    if (number && !number->empty()) {
+        const auto value = readUnsigned(*number);
+        return value && meshGroups_ ? meshGroups_->byNumber(*value) : nullptr;
+    }
+    if (meshGroups_) {
+        const std::string* const name = polygonTag(kTagGroupName);
+        ChildOrder* const group = name ? meshGroups_->byName(*name) : nullptr;
+        if (group) return group;
+    }
+    return meshParent_;
+}
+
+void SVGSaver::addElement(const QDomElement& element, ChildOrder& parent) {
+    WriteStyleAttributes(*this, element);
+    const std::string* const index = polygonTag(kTagDrawingIndex);
+    parent.place(element, index ? readUnsigned(*index).value_or(0) : 0);
+}
+
+void SVGSaver::reset() noexcept {
+    orders_.clear();  // before the document: they hold elements of it
+    groups_.clear();
+    groupsOfMesh_.clear();
+    root_ = {};
+    document_.clear();
+    storedTexts_.clear();
+    viewBox_ = {};
+    pathWriter_.reset();
+    error_ = ErrorState::kNone;
+    points_ = {};
+    axis_ = PlaneAxis::kNone;
+    bounds_ = {};
+    projection_ = {};
+    strokeWidth_.clear();
+    meshGroups_ = nullptr;
+    meshParent_ = nullptr;
+    polygonCount_ = 0;
+}
+
+}  // namespace tzsvg

@@ -1,0 +1,77 @@
+// See the header.
+#include "host/Host.h"
+
+#include <cstring>
+#include <utility>
+
+#include "host/Services.h"
+#include "hostsdk/CTzPolymorph.h"
+#include "hostsdk/ITzLog.h"
+#include "hostsdk/ITzMessages.h"
+
+namespace tzhost {
+namespace {
+
+// How many references an object has besides the one that is held here.
+uint32_t otherReferences(ITzObject* object) {
+    object->retain();
+    return object->release() - 1;
+}
+
+void report(std::vector<std::string>& reports, const std::string& what, uint32_t references) {
+    if (references == 0) return;
+    reports.push_back(what + ": " + std::to_string(references) +
+                      (references == 1 ? " reference" : " references") + " not released");
+}
+
+}  // namespace
+
+class Host::Object : public HostObject, public ITzHost {
+  public:
+    Object(std::shared_ptr<HostCore> core, std::shared_ptr<const std::vector<Service>> services)
+        : HostObject(std::move(core), "host"), services_(std::move(services)) {}
+
+    TzResult service(const char* interfaceId, void** out) noexcept override {
+        if (out) *out = nullptr;
+        return onAnyThread("ITzHost::service", [&] {
+            if (!interfaceId || !out) return kTzInvalidArgument;
+            for (const Service& service : *services_) {
+                if (std::strcmp(service.id, interfaceId) == 0) return service.object->query(interfaceId, out);
+            }
+            return kTzNoInterface;
+        });
+    }
+
+  private:
+    std::shared_ptr<const std::vector<Service>> services_;
+};
+
+Host::Host()
+    : core_(std::make_shared<HostCore>()),
+      services_(std::make_shared<const std::vector<Service>>(std::vector<Service>{
+          {ITzServerRegistry::kId, makeServerRegistry(core_)},
+          {ITzLogService::kId, makeLogService(core_)},
+          {ITzLogWriter::kId, makeLogWriter(core_)},
+          {ITzMessages::kId, makeMessageService(core_)},
+      })),
+      object_(CTzPolymorph<Object, ITzHost>::create(core_, services_)) {}
+
+ScenePtr Host::makeScene() const {
+    return CTzPolymorph<Scene, ITzScene>::createSelf(core_);
+}
+
+std::vector<std::string> Host::foreignReferences() const {
+    std::vector<std::string> reports;
+    report(reports, "host", otherReferences(object_.get()));
+    std::map<std::string, uint32_t> alive = core_->gate.objectsAlive();
+    alive.erase("host");
+    for (const Service& service : *services_) {
+        report(reports, std::string("service ") + service.id, otherReferences(service.object.get()));
+    }
+    for (const auto& [kind, count] : alive) {
+        if (kind.rfind("service ", 0) != 0) report(reports, kind, count);
+    }
+    return reports;
+}
+
+}  // namespace tzhost

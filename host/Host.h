@@ -1,0 +1,51 @@
+// One host: what it owns, and the object with which modules reach its services. Made on the host thread, by
+// every command and test before it loads a module.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/HostCore.h"
+#include "host/Scene.h"
+#include "hostsdk/CTzPtr.h"
+#include "hostsdk/ITzHost.h"
+
+namespace tzhost {
+
+class Host {
+  public:
+    Host();
+    ~Host() = default;
+    Host(const Host&) = delete;
+    Host& operator=(const Host&) = delete;
+
+    // The host as modules see it.
+    ITzHost* object() const { return object_.get(); }
+
+    ServiceGate& gate() const { return core_->gate; }
+    ServerTable& servers() const { return core_->servers; }
+    Log& log() const { return core_->log; }
+    Messages& messages() const { return core_->messages; }
+    const std::shared_ptr<HostCore>& core() const { return core_; }
+
+    // A new, empty scene.
+    ScenePtr makeScene() const;
+
+    // What is still referenced besides by this Host, a text each: nothing when all is well at the unload of a
+    // module, when scenes and monitors are gone.
+    std::vector<std::string> foreignReferences() const;
+
+  private:
+    struct Service {
+        const char* id;
+        CTzPtr<ITzObject> object;
+    };
+    class Object;
+
+    std::shared_ptr<HostCore> core_;
+    std::shared_ptr<const std::vector<Service>> services_;
+    CTzPtr<ITzHost> object_;
+};
+
+}  // namespace tzhost

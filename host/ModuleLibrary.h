@@ -1,0 +1,46 @@
+// A module in a shared library: loads it, meets it by version, initialises it with the host, and unloads it
+// in the order objects, module, library. Used by every command, and by tests that want a module as a host has
+// it.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/Host.h"
+#include "hostsdk/ITzModule.h"
+
+namespace tzhost {
+
+class ModuleLibrary {
+  public:
+    // Loads and initialises. Throws OperationError: file, step and code of what went wrong. The host must
+    // outlive this object.
+    ModuleLibrary(Host& host, const std::filesystem::path& file);
+    // Unloads, if unload() has not.
+    ~ModuleLibrary();
+    ModuleLibrary(const ModuleLibrary&) = delete;
+    ModuleLibrary& operator=(const ModuleLibrary&) = delete;
+
+    // Unloads the module and answers what it, or somebody else, did not let go of: one text each, nothing
+    // when all is well. Objects of the module's servers, scenes and monitors must be gone by then. A library
+    // whose code may still be called stays open.
+    std::vector<std::string> unload();
+
+    // The module beside the running program, in the build tree and when installed.
+    static std::filesystem::path besideProgram();
+
+  private:
+    struct CloseLibrary {
+        void operator()(void* library) const;
+    };
+
+    void create(const std::string& fileName);
+
+    Host& host_;
+    std::unique_ptr<void, CloseLibrary> library_;
+    CTzPtr<ITzModule> module_;
+};
+
+}  // namespace tzhost

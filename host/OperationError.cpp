@@ -1,0 +1,27 @@
+// See the header.
+#include "host/OperationError.h"
+
+#include <array>
+#include <cstdio>
+
+#include "host/Utf8.h"
+
+namespace tzhost {
+namespace {
+
+std::string line(std::string_view file, std::string_view step, TzResult code, std::string_view reason) {
+    std::array<char, 16> hexadecimal{};
+    std::snprintf(hexadecimal.data(), hexadecimal.size(), "0x%08X", static_cast<unsigned>(code));
+    std::string text = toOneLine(file, 4096);
+    text.append(": ").append(step).append(": ").append(hexadecimal.data()).append(" (");
+    text.append(toOneLine(reason.empty() ? tzResultText(code) : reason));
+    return text.append(")");
+}
+
+}  // namespace
+
+OperationError::OperationError(std::string_view file, std::string_view step, TzResult code,
+                               std::string_view reason)
+    : std::runtime_error(line(file, step, code, reason)), code_(code) {}
+
+}  // namespace tzhost

@@ -1,0 +1,53 @@
+// An output file: written beside its final name, and renamed when it is complete. Whatever fails before that
+// leaves the file of that name as it was, and nothing beside it. Used by everything that writes a file.
+#pragma once
+
+#include <sys/types.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tzhost {
+
+class OutputFile {
+  public:
+    // Creates the file beside `target`. A target that is no regular file (a terminal, a pipe, /dev/null)
+    // cannot be replaced and is written directly. Throws OperationError of the step `step`, as all operations
+    // do.
+    OutputFile(const std::filesystem::path& target, std::string step);
+    ~OutputFile();
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
+
+    // Appends. A failure (a full disk) is kept and thrown by commit(), so that this can be called from where
+    // nothing may be thrown; a Ctrl-C that is noted counts as one.
+    void write(std::string_view bytes) noexcept;
+
+    // The name of the file as long as it is not committed, for writers that open it themselves.
+    const std::string& temporaryName() const { return temporary_; }
+
+    // Whether a write has failed: the rest need not be written.
+    bool failed() const { return failure_ != 0; }
+
+    // Makes it the file of the final name.
+    void commit();
+
+  private:
+    void flush() noexcept;
+    void discard() noexcept;
+    [[noreturn]] void fail(int error) const;
+
+    const std::string shown_;  // the name that the user gave
+    const std::string step_;
+    std::string target_;
+    std::string temporary_;
+    bool direct_ = false;
+    int descriptor_ = -1;
+    int failure_ = 0;  // errno of the first failure
+    std::vector<char> buffer_;
+};
+
+}  // namespace tzhost

@@ -1,0 +1,79 @@
+// See the header.
+#include "host/SceneLoading.h"
+
+#include <chrono>
+
+#include "host/InputFile.h"
+#include "host/Interrupt.h"
+#include "host/Monitor.h"
+#include "host/OperationError.h"
+#include "hostsdk/CTzText.h"
+#include "hostsdk/ITzSceneLoader.h"
+
+namespace tzhost {
+namespace {
+
+constexpr TzTagId kSubPathTag = tzTag("SPAT");
+constexpr std::string_view kFirstSubPath = "start{";
+
+// The first loader, in registration order, that recognises the file.
+CTzPtr<ITzSceneLoader> recognise(const Host& host, const std::string& fileName) {
+    for (const Server& server : host.servers().servers()) {
+        void* out = nullptr;
+        const TzResult spawned = server.factory->spawn(ITzSceneLoader::kId, &out);
+        if (spawned == kTzNoInterface) continue;  // a server of another kind
+        tzCheck(spawned);
+        auto loader = CTzPtr<ITzSceneLoader>::adopt(static_cast<ITzSceneLoader*>(out));
+        const TzResult recognised = loader->recognise(tzText(fileName));
+        if (recognised == kTzNotRecognised) continue;
+        tzCheck(recognised);
+        return loader;
+    }
+    throw CTzError(kTzNotRecognised);
+}
+
+void countItem(const MeshData& mesh, ImportSummary& summary) {
+    summary.points += mesh.pointCount();
+    summary.polygons += mesh.polygonCount();
+    for (uint32_t i = 0; i < mesh.polygonCount(); ++i) {
+        const auto subPath = findTag(mesh.polygon(i).tags, kSubPathTag);
+        if (!subPath || subPath->substr(0, kFirstSubPath.size()) == kFirstSubPath) ++summary.shapes;
+    }
+}
+
+}  // namespace
+
+ImportSummary importFile(Host& host, Scene& scene, const std::filesystem::path& file,
+                         const ImportOptions& options) {
+    requireReadable(file);
+    const std::string& fileName = file.native();
+    const InterruptScope interruptScope;
+    const auto began = std::chrono::steady_clock::now();
+    const size_t itemsBefore = scene.items().size();
+    const MonitorPtr monitor = CTzPolymorph<Monitor, ITzMonitor>::createSelf(
+        host.core(), "importing " + fileName, options.cancelAfter);
+    try {
+        const auto loader = inStep(fileName, "recognise", [&] { return recognise(host, fileName); });
+        scene.setNameHint(file.stem().native());
+        inStep(fileName, "start", [&] { tzCheck(loader->start(&scene)); });
+        inStep(fileName, "load", [&] {
+            const TzResult loaded = loader->load(monitor.get());
+            // A loader that was stopped may say no more than that it failed; the host knows why.
+            tzCheck(tzFailed(loaded) && monitor->cancelled() ? kTzCancelled : loaded);
+        });
+        inStep(fileName, "reset", [&] { tzCheck(loader->reset()); });
+    } catch (...) {
+        monitor->close();
+        scene.truncate(itemsBefore);
+        throw;
+    }
+    monitor->close();
+
+    ImportSummary summary;
+    summary.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - began).count();
+    for (size_t i = itemsBefore; i < scene.items().size(); ++i)
+        countItem(scene.items()[i]->data().mesh, summary);
+    return summary;
+}
+
+}  // namespace tzhost

@@ -1,0 +1,39 @@
+// See the header.
+#include "host/SceneSaving.h"
+
+#include "host/Interrupt.h"
+#include "host/OperationError.h"
+#include "host/OutputFile.h"
+#include "hostsdk/CTzText.h"
+#include "hostsdk/ITzSceneSaver.h"
+
+namespace tzhost {
+namespace {
+
+CTzPtr<ITzSceneSaver> spawnSaver(const Host& host) {
+    for (const Server& server : host.servers().servers()) {
+        void* out = nullptr;
+        const TzResult spawned = server.factory->spawn(ITzSceneSaver::kId, &out);
+        if (spawned == kTzNoInterface) continue;  // a server of another kind
+        tzCheck(spawned);
+        return CTzPtr<ITzSceneSaver>::adopt(static_cast<ITzSceneSaver*>(out));
+    }
+    throw CTzError(kTzNotFound);
+}
+
+}  // namespace
+
+void exportFile(Host& host, Scene& scene, const std::filesystem::path& file, const ExportOptions& options) {
+    const std::string& fileName = file.native();
+    const InterruptScope interruptScope;
+    const auto saver = inStep(fileName, "find saver", [&] { return spawnSaver(host); });
+    inStep(fileName, "verify", [&] { tzCheck(saver->verify(&scene)); });
+    // The saver writes the file beside the final name itself. A Ctrl-C during the save keeps it from being
+    // committed.
+    OutputFile out(file, "save");
+    const uint32_t flags = options.preparatoryPass ? kTzSavePreparatoryPass : 0;
+    inStep(fileName, "save", [&] { tzCheck(saver->save(tzText(out.temporaryName()), &scene, flags)); });
+    out.commit();
+}
+
+}  // namespace tzhost

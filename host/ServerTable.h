@@ -1,0 +1,55 @@
+// The servers that modules have registered, in registration order. Filled through the registry service; read
+// by the import, by items that get packages, and by `tzhost servers`. May be used from any thread.
+#pragma once
+
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "hostsdk/CTzPtr.h"
+#include "hostsdk/ITzHost.h"
+
+namespace tzhost {
+
+struct Server {
+    std::string name;
+    CTzPtr<ITzServerFactory> factory;
+};
+
+// Interfaces and tags of a server as it answers for them, in table order.
+struct ServerDescription {
+    std::vector<std::string> interfaces;
+    std::vector<std::pair<std::string, std::string>> tags;
+};
+ServerDescription describe(const Server& server);
+
+class ServerTable {
+  public:
+    // Throws kTzExists when the name is taken.
+    void add(std::string_view name, CTzPtr<ITzServerFactory> factory);
+
+    // Throws kTzNotFound when there is no server of that name, or what its factory answers.
+    void spawn(std::string_view name, const char* interfaceId, void** out) const;
+
+    template <class Interface>
+    CTzPtr<Interface> spawn(std::string_view name) const {
+        void* out = nullptr;
+        spawn(name, Interface::kId, &out);
+        return CTzPtr<Interface>::adopt(static_cast<Interface*>(out));
+    }
+
+    std::vector<Server> servers() const;
+
+    // Lets go of all factories, the last registered first.
+    void forget();
+
+  private:
+    CTzPtr<ITzServerFactory> factory(std::string_view name) const;
+
+    mutable std::mutex mutex_;  // guards servers_; never held while a module's code runs
+    std::vector<Server> servers_;
+};
+
+}  // namespace tzhost

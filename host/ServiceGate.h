@@ -1,0 +1,81 @@
+// The one place that every service and scene operation of the host passes. It checks the thread, and it is
+// where tests count the calls and make one of them fail. Used by all host objects; read by tests and by the
+// unload of a module.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <map>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "hostsdk/CTzError.h"
+
+namespace tzhost {
+
+class ServiceGate {
+  public:
+    // The thread that makes the gate is the host thread.
+    ServiceGate() : hostThread_(std::this_thread::get_id()) {}
+    ServiceGate(const ServiceGate&) = delete;
+    ServiceGate& operator=(const ServiceGate&) = delete;
+
+    // An operation tagged [host thread]. On any other thread nothing is done: the call is recorded as a
+    // misuse and answered with kTzWrongThread. `operation` is static storage.
+    template <class Work>
+    TzResult onHostThread(const char* operation, Work&& work) noexcept {
+        if (std::this_thread::get_id() != hostThread_) return refuseThread(operation);
+        return onAnyThread(operation, std::forward<Work>(work));
+    }
+
+    // An operation tagged [any thread].
+    template <class Work>
+    TzResult onAnyThread(const char* operation, Work&& work) noexcept {
+        if (watched_.load(std::memory_order_relaxed)) {
+            const TzResult injected = countCall(operation);
+            if (tzFailed(injected)) return injected;
+        }
+        return tzGate(std::forward<Work>(work));
+    }
+
+    // ---- For tests ----
+
+    // Counts calls from 0 on.
+    void watchCalls();
+    // The same, and the n-th call from now on (1 is the next) fails with `code` and does nothing.
+    void failCall(uint64_t n, TzResult code);
+    // Ends both. The count stays to be read.
+    void ignoreCalls();
+    uint64_t callsCounted() const;
+    // The operation that failCall() made fail; empty when the calls ended before it.
+    std::string failedOperation() const;
+
+    // Operations called on a thread that they do not allow.
+    std::vector<std::string> misuses() const;
+
+    // ---- Host objects alive, by kind; kept by HostObject ----
+
+    void objectMade(const char* kind);
+    void objectGone(const char* kind) noexcept;
+    std::map<std::string, uint32_t> objectsAlive() const;
+
+  private:
+    TzResult refuseThread(const char* operation) noexcept;
+    TzResult countCall(const char* operation) noexcept;
+
+    const std::thread::id hostThread_;
+    // Off outside of tests, so that a million shapes pay one load for it.
+    std::atomic<bool> watched_{false};
+
+    mutable std::mutex mutex_;  // guards all below
+    uint64_t calls_ = 0;
+    uint64_t failAt_ = 0;  // 0: no call
+    TzResult failWith_ = kTzOk;
+    const char* failedOperation_ = "";
+    std::vector<const char*> misuses_;
+    std::map<std::string, uint32_t> alive_;
+};
+
+}  // namespace tzhost

@@ -1,0 +1,38 @@
+// tzhost export: a scene file into a drawing.
+#include <memory>
+#include <string>
+
+#include "host/SceneReader.h"
+#include "host/SceneSaving.h"
+#include "host/commands/Commands.h"
+
+namespace tzhost {
+namespace {
+
+struct ExportArguments {
+    std::string scene;
+    std::string out;
+    ExportOptions options;
+};
+
+void runExport(Session& session, const ExportArguments& arguments) {
+    const ScenePtr scene = session.host.makeScene();
+    readSceneFile(*scene, arguments.scene);
+    exportFile(session.host, *scene, arguments.out, arguments.options);
+}
+
+}  // namespace
+
+void addExportCommand(CLI::App& app, CommandRun& run) {
+    auto arguments = std::make_shared<ExportArguments>();
+    CLI::App* const command = app.add_subcommand("export", "Write a scene file as a drawing");
+    command->add_option("SCENE.json", arguments->scene, "The scene file")->required();
+    command->add_option("OUT.svg", arguments->out, "The drawing to write")->required();
+    command->add_flag("--prepare", arguments->options.preparatoryPass,
+                      "Ask the saver for its preparatory pass first");
+    command->footer("Example:\n  tzhost export logo.json back.svg");
+    command->callback(
+        [arguments, &run] { run = [arguments](Session& session) { runExport(session, *arguments); }; });
+}
+
+}  // namespace tzhost

@@ -1,0 +1,63 @@
+// tzhost preview: a picture of a scene, from a drawing or a scene file.
+#include <QBuffer>
+#include <memory>
+#include <string>
+
+#include "host/OperationError.h"
+#include "host/OutputFile.h"
+#include "host/Preview.h"
+#include "host/SceneLoading.h"
+#include "host/SceneReader.h"
+#include "host/commands/Commands.h"
+
+namespace tzhost {
+namespace {
+
+constexpr int kLargestSide = 16384;
+
+struct PreviewArguments {
+    std::string in;
+    std::string out;
+    int size = 1024;
+};
+
+bool isSceneFile(const std::string& fileName) {
+    const std::string extension = std::filesystem::path(fileName).extension().native();
+    return extension == ".json" || extension == ".JSON";
+}
+
+void runPreview(Session& session, const PreviewArguments& arguments) {
+    const ScenePtr scene = session.host.makeScene();
+    if (isSceneFile(arguments.in)) {
+        readSceneFile(*scene, arguments.in);
+    } else {
+        importFile(session.host, *scene, arguments.in);
+    }
+    QByteArray png;
+    inStep(arguments.in, "draw", [&] {
+        QBuffer buffer(&png);
+        buffer.open(QIODevice::WriteOnly);
+        if (!drawScene(*scene, arguments.size).save(&buffer, "PNG")) throw CTzError(kTzFailed);
+    });
+    OutputFile out(arguments.out, "write");
+    out.write({png.constData(), static_cast<size_t>(png.size())});
+    out.commit();
+}
+
+}  // namespace
+
+void addPreviewCommand(CLI::App& app, CommandRun& run) {
+    auto arguments = std::make_shared<PreviewArguments>();
+    CLI::App* const command = app.add_subcommand("preview", "Draw a scene as a picture");
+    command->add_option("IN", arguments->in, "A drawing, or a scene file (.json)")->required();
+    command->add_option("OUT.png", arguments->out, "The picture to write")->required();
+    command->add_option("--size", arguments->size, "Pixels of the long side")
+        ->type_name("N")
+        ->capture_default_str()
+        ->check(CLI::Range(1, kLargestSide));
+    command->footer("Example:\n  tzhost preview logo.svg logo.png --size 2048");
+    command->callback(
+        [arguments, &run] { run = [arguments](Session& session) { runPreview(session, *arguments); }; });
+}
+
+}  // namespace tzhost

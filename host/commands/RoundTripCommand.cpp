@@ -1,0 +1,35 @@
+// tzhost roundtrip: a drawing into a scene and back into a drawing, in one process.
+#include <memory>
+#include <string>
+
+#include "host/SceneLoading.h"
+#include "host/SceneSaving.h"
+#include "host/commands/Commands.h"
+
+namespace tzhost {
+namespace {
+
+struct RoundTripArguments {
+    std::string in;
+    std::string out;
+};
+
+void runRoundTrip(Session& session, const RoundTripArguments& arguments) {
+    const ScenePtr scene = session.host.makeScene();
+    importFile(session.host, *scene, arguments.in);
+    exportFile(session.host, *scene, arguments.out);
+}
+
+}  // namespace
+
+void addRoundTripCommand(CLI::App& app, CommandRun& run) {
+    auto arguments = std::make_shared<RoundTripArguments>();
+    CLI::App* const command = app.add_subcommand("roundtrip", "Read a drawing and write it again");
+    command->add_option("IN.svg", arguments->in, "The drawing")->required();
+    command->add_option("OUT.svg", arguments->out, "The drawing to write")->required();
+    command->footer("Example:\n  tzhost roundtrip logo.svg back.svg");
+    command->callback(
+        [arguments, &run] { run = [arguments](Session& session) { runRoundTrip(session, *arguments); }; });
+}
+
+}  // namespace tzhost

@@ -1,0 +1,121 @@
+// tzhost: the command line of the reference host. Parses it, loads the module, runs the command, unloads, and
+// turns failures into one line and an exit status.
+#include <unistd.h>
+
+#include <QHashFunctions>
+#include <QtGlobal>
+#include <clocale>
+#include <cstdio>
+#include <exception>
+#include <new>
+#include <string>
+
+#include "host/OperationError.h"
+#include "host/Utf8.h"
+#include "host/commands/Commands.h"
+
+namespace tzhost {
+namespace {
+
+constexpr int kDone = 0;
+constexpr int kFailed = 1;
+constexpr int kWrongUsage = 2;
+
+// The module uses the same Qt in the same process: what is set here holds for it too.
+void prepareProcess() {
+    // Attributes of a saved element stand in hash order: a fixed seed makes the same input give the same
+    // bytes.
+#if QT_VERSION >= QT_VERSION_CHECK(6, 2, 0)
+    QHashSeed::setDeterministicGlobalSeed();
+#else
+    qSetGlobalQHashSeed(0);
+#endif
+    // File names are UTF-8 whatever the user's locale, and numbers are written as in the C locale.
+    std::setlocale(LC_CTYPE, "C.UTF-8");  // NOLINT(concurrency-mt-unsafe): no other thread runs yet
+    // stderr is for progress and for the one line of a failure, not for the toolkit's remarks.
+    qInstallMessageHandler(
+        [](QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& /*text*/) {});
+}
+
+void printError(const char* text) {
+    std::fprintf(stderr, "tzhost: %s\n", text);
+}
+
+void describeProgram(CLI::App& app, std::string& moduleFile) {
+    app.name("tzhost");
+    app.description(
+        "tzhost, a reference host without a window: loads a module, offers it the services of a host, and "
+        "does\n"
+        "with its servers what a 3D application does.");
+    app.footer(
+        "Examples:\n"
+        "  tzhost servers                       what the module offers\n"
+        "  tzhost import logo.svg logo.json     a drawing into a scene\n"
+        "  tzhost export logo.json back.svg     the scene back into a drawing\n"
+        "  tzhost preview logo.json logo.png    a picture of the scene\n"
+        "`tzhost COMMAND --help` tells the options of a command.\n"
+        "Exit status: 0 done, 1 refused or failed (one line on stderr says what, where and why), 2 wrong "
+        "usage.");
+    app.add_option("--module", moduleFile, "The module file; without it, the module beside tzhost")
+        ->type_name("FILE");
+    app.require_subcommand(1);
+}
+
+void runCommand(const CommandRun& run, const std::string& moduleFile) {
+    Session session(moduleFile.empty() ? ModuleLibrary::besideProgram() : std::filesystem::path(moduleFile));
+    session.host.messages().setSink(
+        [](const std::string& text) { std::fprintf(stderr, "warning: %s\n", text.c_str()); });
+    run(session);
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+        throw OperationError("standard output", "write", kTzFailed);
+    }
+    // The work is done and stands; what the module did not let go of is told all the same.
+    for (const std::string& misuse : session.host.gate().misuses()) {
+        std::fprintf(stderr, "warning: the module called %s off the host thread\n", misuse.c_str());
+    }
+    for (const std::string& report : session.module.unload()) {
+        std::fprintf(stderr, "warning: at unload: %s\n", report.c_str());
+    }
+}
+
+int runProgram(int argc, char** argv) {
+    CLI::App app;
+    std::string moduleFile;
+    CommandRun run;
+    describeProgram(app, moduleFile);
+    addServersCommand(app, run);
+    addImportCommand(app, run);
+    addExportCommand(app, run);
+    addRoundTripCommand(app, run);
+    addPreviewCommand(app, run);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success& help) {
+        return app.exit(help);
+    } catch (const CLI::ParseError& error) {
+        printError((toOneLine(error.what()) + " (tzhost --help tells more)").c_str());
+        return kWrongUsage;
+    }
+    runCommand(run, moduleFile);
+    return kDone;
+}
+
+}  // namespace
+}  // namespace tzhost
+
+int main(int argc, char** argv) {
+    using namespace tzhost;
+    try {
+        prepareProcess();
+        return runProgram(argc, argv);
+    } catch (const OperationError& error) {
+        printError(error.what());
+    } catch (const std::bad_alloc&) {
+        printError("memory: run: 0x80000001 (out of memory)");
+    } catch (const std::exception& error) {
+        printError(error.what());
+    } catch (...) {
+        printError("failed");
+    }
+    return kFailed;
+}

@@ -1,0 +1,129 @@
+// The program: what it prints, what it leaves behind, how it exits. Every row is a command line for a shell
+// in a folder with a few files; the module is the probe.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <regex>
+
+#include "tests/host/TestFolder.h"
+
+namespace {
+
+class CommandLineTest : public ::testing::Test {
+  protected:
+    CommandLineTest() {
+        folder_.write("good.probe", "probe\ntriangle\nlog\n");
+        folder_.write("bad.probe", "probe\ntriangle\nfail\n");
+        folder_.write("plain.txt", "plain\n");
+        folder_.write("scene.json", R"({"format": "tzscene", "version": 1, "items": [{"colour": 1}]})");
+        folder_.write("kept.json", "kept");
+        std::filesystem::create_directory(folder_ / "folder");
+    }
+
+    // Runs `tzhost ARGUMENTS`; answers the exit status. What follows the program in the line is for the
+    // shell.
+    int run(const std::string& arguments, const std::string& module = PROBE_FOLDER "/probe.so") {
+        const std::string line = "cd '" + (folder_ / "").native() +
+                                 "' && exec >.out 2>.err && '" TZHOST_PROGRAM "' --module '" + module + "' " +
+                                 arguments;
+        const int status = std::system(line.c_str());  // NOLINT(cert-env33-c,concurrency-mt-unsafe)
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+    TestFolder folder_;
+};
+
+TEST_F(CommandLineTest, RefusesInOneLine) {
+    struct Row {
+        const char* arguments;
+        int status;
+        const char* line;
+    };
+    const Row rows[] = {
+        {"", 2, "A subcommand is required.*"},
+        {"fly", 2, ".*"},
+        {"import good.probe", 2, "SCENE.json is required.*"},
+        {"import good.probe out.json --cancel-after 0", 2, "--cancel-after: .*"},
+        {"import good.probe out.json --cancel-after -1", 2, ".*--cancel-after.*"},
+        {"preview good.probe out.png --size 0", 2, "--size: .*"},
+        {"import missing.svg out.json", 1, R"(missing\.svg: open: 0x80000004 \(No such file or directory\))"},
+        {"import folder out.json", 1, R"(folder: open: 0x80000000 \(Is a directory\))"},
+        {"import plain.txt out.json", 1, R"(plain\.txt: recognise: 0x80000005 \(not recognised\))"},
+        {"import bad.probe kept.json", 1, R"(bad\.probe: load: 0x80000000 \(failed\))"},
+        {"import good.probe out.json --cancel-after 2", 1, R"(good\.probe: load: 0x80000006 \(cancelled\))"},
+        {"import good.probe none/out.json", 1, R"(none/out\.json: write: 0x80000004 .*)"},
+        {"import good.probe folder", 1, R"(folder: write: 0x80000000 \(Is a directory\))"},
+        {"import good.probe /dev/full", 1, R"(/dev/full: write: 0x80000000 \(No space left on device\))"},
+        {"import good.probe out.json --log /dev/full", 1, R"(/dev/full: write log: 0x80000000 .*)"},
+        {"import good.probe out.json --log none/log", 1, R"(none/log: write log: 0x80000004 .*)"},
+        {"preview scene.json out.png", 1,
+         R"re(scene\.json: read: 0x80000002 \(items\[0\]: unknown key "colour"\))re"},
+        {"preview plain.txt out.png", 1, R"(plain\.txt: recognise: 0x80000005 \(not recognised\))"},
+        {"preview good.probe /dev/full", 1, R"(/dev/full: write: 0x80000000 .*)"},
+    };
+    const std::vector<std::string> before = folder_.names();
+    for (const Row& row : rows) {
+        EXPECT_EQ(row.status, run(row.arguments)) << row.arguments;
+        const std::string error = folder_.read(".err");
+        EXPECT_TRUE(std::regex_match(error, std::regex("tzhost: " + std::string(row.line) + "\n")))
+            << row.arguments << ": " << error;
+        EXPECT_EQ("", folder_.read(".out")) << row.arguments;
+        std::filesystem::remove(folder_ / ".err");
+        std::filesystem::remove(folder_ / ".out");
+        EXPECT_EQ(before, folder_.names()) << row.arguments;
+    }
+    EXPECT_EQ("kept", folder_.read("kept.json"));
+}
+
+TEST_F(CommandLineTest, ImportsDrawsAndListsServers) {
+    EXPECT_EQ(0, run("import good.probe kept.json --log log.txt")) << folder_.read(".err");
+    EXPECT_TRUE(std::regex_match(
+        folder_.read(".out"),
+        std::regex("good\\.probe: 1 shapes, 1 polygons, 3 points, \\d+\\.\\d{3} s -> kept\\.json\n")))
+        << folder_.read(".out");
+    EXPECT_EQ("triangle\nended\nnot ended\nan error\n", folder_.read("log.txt"));
+    EXPECT_NE(std::string::npos, folder_.read("kept.json").find(R"("channels": {)"));
+
+    EXPECT_EQ(0, run("preview kept.json from-scene.png --size 64")) << folder_.read(".err");
+    EXPECT_EQ(0, run("preview good.probe from-drawing.png --size 64")) << folder_.read(".err");
+    EXPECT_EQ("\x89PNG", folder_.read("from-scene.png").substr(0, 4));
+    EXPECT_EQ(folder_.read("from-scene.png"), folder_.read("from-drawing.png"));
+
+    EXPECT_EQ(0, run("servers"));
+    EXPECT_EQ(
+        "Probe_SceneLoader\n  interfaces: tz.sceneLoader/1 tz.server.tags/1\n  loader.dosPattern: *.probe\n"
+        "probe.package\n  interfaces: tz.package/1 tz.packageInstances/1\n",
+        folder_.read(".out"));
+    EXPECT_EQ(0, run("servers --json | tr -d ' \\n'"));
+    EXPECT_EQ(
+        R"({"servers":[{"name":"Probe_SceneLoader","interfaces":["tz.sceneLoader/1","tz.server.tags/1"],)"
+        R"("tags":[["loader.dosPattern","*.probe"]]},{"name":"probe.package",)"
+        R"("interfaces":["tz.package/1","tz.packageInstances/1"],"tags":[]}]})",
+        folder_.read(".out"));
+    EXPECT_EQ("", folder_.read(".err"));
+    EXPECT_EQ(0, run("import --help"));
+    EXPECT_NE(std::string::npos, folder_.read(".out").find("Example"));
+}
+
+TEST_F(CommandLineTest, KeepsTheLogOfARefusedImport) {
+    EXPECT_EQ(1, run("import bad.probe out.json --log log.txt"));
+    EXPECT_EQ("triangle\n", folder_.read("log.txt"));
+}
+
+TEST_F(CommandLineTest, WarnsOfWhatTheModuleKeeps) {
+    folder_.write("leak.probe", "probe\nleak\nthread\n");
+    EXPECT_EQ(0, run("import leak.probe out.json"));
+    EXPECT_EQ(
+        "warning: the module called ITzItem::setTag off the host thread\n"
+        "warning: at unload: item: 1 reference not released\n",
+        folder_.read(".err"));
+}
+
+TEST_F(CommandLineTest, TellsWhenTheOutputIsFull) {
+    EXPECT_EQ(1, run("servers >/dev/full"));
+    EXPECT_EQ(1, run("servers", "missing.so"));
+    EXPECT_EQ("tzhost: missing.so: load module: 0x80000004 (no such module file)\n", folder_.read(".err"));
+}
+
+}  // namespace

@@ -1,0 +1,162 @@
+// Loading, using and unloading modules, with the probe module and its variants.
+#include "host/ModuleLibrary.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "host/OperationError.h"
+#include "host/SceneLoading.h"
+#include "tests/host/TestFolder.h"
+
+using namespace tzhost;
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+std::filesystem::path probe(const std::string& name) {
+    return std::filesystem::path(PROBE_FOLDER) / (name + ".so");
+}
+
+TEST(ModuleLibrary, RefusesWhatIsNoModuleOfItsVersion) {
+    const TestFolder folder;
+    struct Row {
+        std::filesystem::path file;
+        TzResult code;
+        const char* reason;
+    };
+    const Row rows[] = {
+        {folder / "missing.so", kTzNotFound, "load module: 0x80000004 (no such module file)"},
+        {folder.write("text.so", "text"), kTzFailed, "load module: 0x80000000 (file too short)"},
+        {probe("probe_no_entry"), kTzNoInterface, "create module: 0x80000003 (the library has no entry"},
+        {probe("probe_old_sdk"), kTzVersionMismatch, "the module was built for SDK 0.9, the host for 1.0"},
+        {probe("probe_next_major"), kTzVersionMismatch, "the module was built for SDK 2.0"},
+        {probe("probe_refuses"), kTzNotReady, "initialise module: 0x8000000B (called out of order)"},
+    };
+    for (const Row& row : rows) {
+        Host host;
+        try {
+            const ModuleLibrary module(host, row.file);
+            ADD_FAILURE() << row.file << " was loaded";
+        } catch (const OperationError& error) {
+            EXPECT_EQ(row.code, error.code()) << row.file;
+            EXPECT_NE(nullptr, std::strstr(error.what(), row.reason)) << error.what();
+        }
+        EXPECT_TRUE(host.servers().servers().empty()) << row.file;
+        EXPECT_EQ(Texts{}, host.foreignReferences()) << row.file;
+    }
+}
+
+class ProbeTest : public ::testing::Test {
+  protected:
+    // Imports a file with these commands; answers what went wrong, without the file's name, or nothing.
+    std::string import(const std::string& commands, const ImportOptions& options = {}) {
+        const auto file = folder_.write("a.b.probe", "probe\n" + commands);
+        try {
+            summary_ = importFile(host_, *scene_, file, options);
+        } catch (const OperationError& error) {
+            return std::string(error.what()).substr(file.native().size() + 2);
+        }
+        return "";
+    }
+
+    TestFolder folder_;
+    Host host_;
+    ModuleLibrary module_{host_, probe("probe_newer_minor")};
+    ScenePtr scene_ = host_.makeScene();
+    ImportSummary summary_;
+};
+
+TEST_F(ProbeTest, ImportsIntoAnItemNamedAfterTheFile) {
+    EXPECT_EQ("", import("triangle\ntriangle\n"));
+    ASSERT_EQ(1U, scene_->items().size());
+    const ItemData& item = scene_->items()[0]->data();
+    EXPECT_EQ("a.b", item.name);
+    EXPECT_EQ("a triangle", item.channels.at(0).text);
+    EXPECT_EQ(2U, summary_.shapes);
+    EXPECT_EQ(6U, summary_.points);
+    scene_ = {};
+    EXPECT_EQ(Texts{}, module_.unload());
+}
+
+TEST_F(ProbeTest, DiscardsWhatARefusedImportMade) {
+    struct Row {
+        const char* commands;
+        uint64_t cancelAfter;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {"triangle\nfail\n", 0, "load: 0x80000000 (failed)"},
+        {"triangle\nthrow\n", 0, "load: 0x80000000 (failed)"},
+        {"exhaust\n", 0, "load: 0x80000001 (out of memory)"},
+        {"triangle\ntriangle\ntriangle\n", 2, "load: 0x80000006 (cancelled)"},
+        {"triangle\ninterrupt\ntriangle\n", 0, "load: 0x80000006 (cancelled)"},
+    };
+    ASSERT_EQ("", import("triangle\n"));
+    for (const Row& row : rows) {
+        EXPECT_EQ(row.expected, import(row.commands, {row.cancelAfter})) << row.commands;
+        EXPECT_EQ(1U, scene_->items().size()) << row.commands;
+        EXPECT_EQ("", import("")) << "after " << row.commands;
+        scene_->truncate(1);
+    }
+    EXPECT_EQ("", import("triangle\ntriangle\n", {3})) << "the third step is not made";
+}
+
+TEST_F(ProbeTest, KeepsLogLinesEachOnALineOfItsOwn) {
+    host_.log().keepLines();
+    std::string streamed;
+    host_.log().setSink([&](std::string_view text) { streamed += text; });
+    EXPECT_EQ("load: 0x80000000 (failed)", import("log\nfail\n"));
+    EXPECT_EQ("ended\nnot ended\nan error\n", streamed);
+    ASSERT_EQ(1U, host_.log().entries().size());
+    EXPECT_EQ("io-status", host_.log().entries()[0].subsystem);
+    ASSERT_EQ(3U, host_.log().lines().size());
+    EXPECT_EQ("load/save error", host_.log().lines()[2].heading);
+}
+
+// Each service call of an import fails once: the import ends with that code, and the next one works.
+TEST_F(ProbeTest, SurvivesTheFailureOfEveryServiceCall) {
+    std::vector<std::string> failed;
+    for (uint64_t call = 1;; ++call) {
+        ASSERT_LT(call, 100U) << "the calls never end";
+        host_.gate().failCall(call, kTzOutOfMemory);
+        const std::string result = import("triangle\nlog\n");
+        if (host_.gate().callsCounted() < call) {
+            EXPECT_EQ("", result);
+            break;
+        }
+        failed.push_back(host_.gate().failedOperation());
+        EXPECT_NE(std::string::npos, result.find("0x80000001")) << failed.back() << ": " << result;
+        EXPECT_TRUE(scene_->items().empty()) << failed.back();
+        host_.gate().ignoreCalls();
+        EXPECT_EQ("", import("triangle\n")) << "after " << failed.back();
+        scene_->truncate(0);
+    }
+    for (const char* operation :
+         {"ITzScene::createItem", "ITzItem::addPackage", "ITzMesh::addPoints", "ITzMesh::addPolygon",
+          "ITzMesh::setPolygonTag", "ITzItem::setTag", "ITzItem::setChannel", "ITzHost::service",
+          "ITzLogService::openEntry", "ITzLogWriter::append", "ITzMonitor::initialise", "ITzMonitor::step"}) {
+        EXPECT_EQ(1, std::min<ptrdiff_t>(1, std::count(failed.begin(), failed.end(), operation)))
+            << operation;
+    }
+    scene_ = {};
+    EXPECT_EQ(Texts{}, module_.unload()) << "something was not released on the way of a failure";
+}
+
+TEST_F(ProbeTest, ReportsWhatIsNotReleasedAtUnload) {
+    ASSERT_EQ("", import("leak\n"));
+    ITzItem* const leaked = scene_->items()[0].get();
+    scene_ = {};
+    EXPECT_EQ(Texts{"item: 1 reference not released"}, module_.unload());
+    // The library stays open for it: its package instance can still be called.
+    EXPECT_EQ(0U, leaked->release());
+}
+
+TEST_F(ProbeTest, RecordsCallsOffTheHostThread) {
+    EXPECT_EQ("", import("thread\n"));
+    EXPECT_EQ(Texts{"ITzItem::setTag"}, host_.gate().misuses());
+}
+
+}  // namespace

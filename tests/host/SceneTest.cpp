@@ -1,0 +1,180 @@
+// Scenes, items and meshes through their interfaces: result codes, order, threads.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <limits>
+#include <thread>
+
+#include "host/Host.h"
+#include "hostsdk/CTzUser.h"
+
+using namespace tzhost;
+
+namespace {
+
+class SceneTest : public ::testing::Test {
+  protected:
+    ITzItem* item() const { return scene_->items()[0].get(); }
+    ITzMesh* mesh() const { return mesh_.get(); }
+
+    std::string read(const std::function<TzResult(TzTextSink)>& operation) {
+        std::string text;
+        const TzResult result = operation(tzSinkTo(text));
+        return tzFailed(result) ? tzResultText(result) : text;
+    }
+
+    Host host_;
+    ScenePtr scene_ = host_.makeScene();
+    uint32_t index_ = 0;
+    CTzPtr<ITzMesh> mesh_ =
+        CTzUser_Scene(scene_.query<ITzScene>()).createItem(kTzItemMesh, index_).mesh().pointer();
+};
+
+TEST_F(SceneTest, RefusesWhatCannotBe) {
+    const double infinity = std::numeric_limits<double>::infinity();
+    const TzPoint good{1, 2, 3};
+    const TzPoint bad[] = {{0, 0, 0}, {0, NAN, 0}};
+    const TzPoint endless{0, 0, -infinity};
+    const uint32_t vertices[] = {0, 1};
+    TzPoint twoPoints[2];
+    const std::string broken = "a\xC3";
+    uint32_t out = 0;
+    TzTagId type = 0;
+    ITzItem* made = nullptr;
+    const TzText text = tzText("x");
+    const TzText notUtf8 = tzText(broken);
+    std::string read;
+    ASSERT_EQ(kTzOk, mesh()->addPoints(&good, 1, &out));
+    ASSERT_EQ(kTzOk, mesh()->addPolygon(kTzPolygonLine, vertices, 1, &out));
+
+    struct Row {
+        const char* what;
+        TzResult expected;
+        TzResult actual;
+    };
+    const Row rows[] = {
+        {"a coordinate that is no number", kTzInvalidArgument, mesh()->addPoints(bad, 2, &out)},
+        {"an infinite coordinate", kTzInvalidArgument, mesh()->addPoints(&endless, 1, &out)},
+        {"no points, but a count", kTzInvalidArgument, mesh()->addPoints(nullptr, 1, &out)},
+        {"no place for the index", kTzInvalidArgument, mesh()->addPoints(&good, 1, nullptr)},
+        {"a vertex without point", kTzOutOfBounds, mesh()->addPolygon(kTzPolygonLine, vertices, 2, &out)},
+        {"a type that is not ASCII", kTzInvalidArgument, mesh()->addPolygon(0xE4424344U, vertices, 1, &out)},
+        {"a tag on no polygon", kTzOutOfBounds, mesh()->setPolygonTag(1, tzTag("FILL"), text)},
+        {"a tag text that is not UTF-8", kTzInvalidArgument,
+         mesh()->setPolygonTag(0, tzTag("FILL"), notUtf8)},
+        {"a null text with a size", kTzInvalidArgument,
+         mesh()->setPolygonTag(0, tzTag("FILL"), {nullptr, 1})},
+        {"a tag that is not set", kTzNotFound, mesh()->polygonTag(0, tzTag("FILL"), tzSinkTo(read))},
+        {"a tag of no polygon", kTzOutOfBounds, mesh()->polygonTag(1, tzTag("FILL"), tzSinkTo(read))},
+        {"points beyond the end", kTzOutOfBounds, mesh()->points(0, 2, twoPoints)},
+        {"info of no polygon", kTzOutOfBounds, mesh()->polygonInfo(1, &type, &out)},
+        {"vertices beyond the end", kTzOutOfBounds, mesh()->vertices(0, 1, 1, &out)},
+        {"an item tag text that is not UTF-8", kTzInvalidArgument, item()->setTag(tzTag("VBOX"), notUtf8)},
+        {"an item tag that is not set", kTzNotFound, item()->tag(tzTag("VBOX"), tzSinkTo(read))},
+        {"a package that nobody serves", kTzNotFound, item()->addPackage(text)},
+        {"a channel of no package", kTzNotFound, item()->setChannel(text, text)},
+        {"an item beyond the last", kTzOutOfBounds, scene_->itemAt(1, &made)},
+        {"an item type that is empty", kTzInvalidArgument, scene_->createItem(tzText(""), &out, &made)},
+        {"an item type that is not UTF-8", kTzInvalidArgument, scene_->createItem(notUtf8, &out, &made)},
+    };
+    for (const Row& row : rows) EXPECT_EQ(row.expected, row.actual) << row.what;
+
+    // Nothing of what was refused has been added.
+    const ItemData& data = scene_->items()[0]->data();
+    EXPECT_EQ(1U, scene_->items().size());
+    EXPECT_EQ(1U, data.mesh.pointCount());
+    EXPECT_EQ(1U, data.mesh.polygonCount());
+    EXPECT_EQ(0U, data.mesh.polygon(0).tags.size);
+    EXPECT_TRUE(data.tags.empty());
+}
+
+TEST_F(SceneTest, ReplacedTagsKeepTheirPlace) {
+    for (const char* text : {"0 0 1 1", "", "0 0 20 10"}) item()->setTag(tzTag("VBOX"), tzText(text));
+    item()->setTag(tzTag("VCMP"), tzText("1"));
+    item()->setTag(tzTag("VBOX"), tzText("changed"));
+    const std::vector<ItemTag>& tags = scene_->items()[0]->data().tags;
+    ASSERT_EQ(2U, tags.size());
+    EXPECT_EQ(tzTag("VBOX"), tags[0].id);
+    EXPECT_EQ("changed", read([&](TzTextSink sink) { return item()->tag(tzTag("VBOX"), sink); }));
+}
+
+TEST_F(SceneTest, NamesItemsAfterTheirTypeOrTheFile) {
+    uint32_t index = 0;
+    const CTzUser_Scene scene(scene_.query<ITzScene>());
+    scene_->setNameHint("dra\xFFwing");
+    const CTzUser_Item named = scene.createItem("camera", index);
+    EXPECT_EQ(1U, index);
+    EXPECT_EQ("Mesh", read([&](TzTextSink sink) { return item()->name(sink); }));
+    EXPECT_EQ("dra\xEF\xBF\xBDwing", read([&](TzTextSink sink) { return named.pointer()->name(sink); }));
+    EXPECT_FALSE(named.mesh());
+}
+
+// More than one chunk of the arrays that hold them.
+TEST_F(SceneTest, ReadsRangesBackAcrossChunks) {
+    constexpr uint32_t kCount = 50'000;
+    std::vector<TzPoint> points(kCount);
+    std::vector<uint32_t> vertices(kCount);
+    for (uint32_t i = 0; i < kCount; ++i) {
+        points[i] = {i * 0.5, -1.0 * i, 7.0};
+        vertices[i] = kCount - 1 - i;
+    }
+    uint32_t first = 1;
+    ASSERT_EQ(kTzOk, mesh()->addPoints(points.data(), kCount, &first));
+    EXPECT_EQ(0U, first);
+    uint32_t polygon = 1;
+    ASSERT_EQ(kTzOk, mesh()->addPolygon(kTzPolygonBezier, vertices.data(), kCount, &polygon));
+    ASSERT_EQ(kTzOk, mesh()->addPolygon(kTzPolygonLine, vertices.data() + kCount - 2, 2, &polygon));
+
+    std::vector<TzPoint> pointsRead(40'000);
+    std::vector<uint32_t> verticesRead(40'000);
+    ASSERT_EQ(kTzOk, mesh()->points(9'000, 40'000, pointsRead.data()));
+    ASSERT_EQ(kTzOk, mesh()->vertices(0, 9'000, 40'000, verticesRead.data()));
+    for (uint32_t i = 0; i < 40'000; ++i) {
+        ASSERT_EQ(points[9'000 + i].y, pointsRead[i].y) << i;
+        ASSERT_EQ(vertices[9'000 + i], verticesRead[i]) << i;
+    }
+    ASSERT_EQ(kTzOk, mesh()->vertices(1, 0, 2, verticesRead.data()));
+    EXPECT_EQ(1U, verticesRead[0]);
+
+    TzBox box{};
+    ASSERT_EQ(kTzOk, mesh()->bounds(&box));
+    EXPECT_EQ(-49'999.0, box.lower.y);
+    EXPECT_EQ(7.0, box.lower.z);
+    EXPECT_EQ(24'999.5, box.extent.x);
+}
+
+TEST_F(SceneTest, RefusesOtherThreadsAndRemembersThem) {
+    uint32_t count = 1;
+    TzResult counted = kTzOk;
+    TzResult tagged = kTzOk;
+    TzResult asked = kTzFailed;
+    std::thread([&] {
+        void* out = nullptr;
+        counted = mesh()->pointCount(&count);
+        tagged = item()->setTag(tzTag("VBOX"), tzText("0"));
+        asked = host_.object()->service(ITzServerRegistry::kId, &out);
+        if (out) static_cast<ITzServerRegistry*>(out)->release();
+    }).join();
+    EXPECT_EQ(kTzWrongThread, counted);
+    EXPECT_EQ(kTzWrongThread, tagged);
+    EXPECT_EQ(kTzOk, asked) << "services are for any thread";
+    EXPECT_EQ(1U, count);
+    EXPECT_TRUE(scene_->items()[0]->data().tags.empty());
+    EXPECT_EQ((std::vector<std::string>{"ITzMesh::pointCount", "ITzItem::setTag"}), host_.gate().misuses());
+}
+
+TEST_F(SceneTest, CountsWhatIsStillReferenced) {
+    ITzItem* kept = item();
+    kept->retain();
+    mesh_ = {};
+    scene_ = {};
+    EXPECT_EQ(std::vector<std::string>{"item: 1 reference not released"}, host_.foreignReferences());
+    kept->release();
+    EXPECT_EQ(std::vector<std::string>{}, host_.foreignReferences());
+    host_.object()->retain();
+    EXPECT_EQ(std::vector<std::string>{"host: 1 reference not released"}, host_.foreignReferences());
+    host_.object()->release();
+}
+
+}  // namespace

@@ -1,0 +1,173 @@
+// Shape items, element transforms and the extent of documents, from XML snippets.
+#include <gtest/gtest.h>
+
+#include <QDomDocument>
+
+#include "import/shape/DocumentExtent.h"
+#include "import/shape/ElementTransform.h"
+#include "import/shape/ShapeItem.h"
+
+namespace tzsvg {
+namespace {
+
+QDomDocument parse(const QString& xml) {
+    QDomDocument document;
+    EXPECT_TRUE(document.setContent(xml, false)) << xml.toStdString();
+    return document;
+}
+
+QDomElement element(const char* xml) {
+    return parse(QString::fromUtf8(xml)).documentElement();
+}
+
+std::string rectText(const QRectF& r) {
+    return QStringLiteral("%1 %2 %3 %4").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height()).toStdString();
+}
+
+TEST(ShapeItem, boundsTellTheGeometry) {
+    struct Row {
+        const char* xml;
+        const char* bounds;  // null: no item
+    };
+    const Row rows[] = {
+        // ellipse
+        {"<circle cx='10' cy='20' r='5'/>", "5 15 10 10"},
+        {"<circle cx='10' cy='20' r='5' rx='2'/>", "8 15 4 10"},
+        {"<ellipse rx='4' ry='2'/>", "-4 -2 8 4"},
+        {"<ellipse r='3' ry='1'/>", "-3 -1 6 2"},
+        {"<circle/>", "0 0 0 0"},
+        {"<circle r='-5'/>", "5 5 -10 -10"},
+        // the others
+        {"<line x1='1' y1='2' x2='5' y2='9'/>", "1 2 4 7"},
+        {"<rect x='1' y='2' width='3' height='4'/>", "1 2 3 4"},
+        {"<rect/>", "0 0 0 0"},
+        {"<rect x='10%' y='10%' width='1in' height='1mm'/>", "0.1 0.1 0.0254 0.001"},
+        {"<polygon points='0,0 4,0 4,3'/>", "0 0 4 3"},
+        {"<polygon points='2,3'/>", "2 3 0 0"},
+        {"<polygon points=''/>", nullptr},
+        {"<polygon/>", nullptr},
+        {"<polygon points='0 0 4 0'/>", nullptr},
+        {"<polyline points='0,0 4,0 4,3'/>", "0 0 4 3"},
+        {"<polyline points='2,3'/>", "2 3 0 0"},
+        {"<polyline points=''/>", "0 0 0 0"},
+        {"<polyline/>", nullptr},
+        {"<polyline points='1,1 2'/>", nullptr},
+        {"<path d='M1 2 L5 6'/>", "1 2 4 4"},
+        {"<path d='M0 0 C0 20 10 20 10 0'/>", "0 0 10 20"},  // control points count
+        {"<path d='M0 0 L1 1 M5 5'/>", "0 0 5 5"},           // a trailing move counts
+        {"<path d='M3 4'/>", "3 4 0 0"},
+        {"<path d=''/>", "0 0 0 0"},
+        {"<path/>", nullptr},
+        {"<path d='M0'/>", nullptr},
+        // nameCase: builders do not mind it
+        {"<RECT width='3' height='4'/>", "0 0 3 4"},
+        {"<Circle r='1'/>", "-1 -1 2 2"},
+        {"<text/>", nullptr},
+        {"<g/>", nullptr},
+    };
+    const LengthContext lengths;
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.xml);
+        const auto item = createShapeItem(element(row.xml), lengths);
+        ASSERT_EQ(item != nullptr, row.bounds != nullptr);
+        if (item) {
+            EXPECT_EQ(rectText(item->boundingRect()), row.bounds);
+        }
+    }
+    EXPECT_EQ(createShapeItem(parse(QStringLiteral("<a/>")), lengths), nullptr) << "a document is no element";
+}
+
+TEST(ShapeItem, roundedRect) {
+    const LengthContext lengths;
+    const auto radii = [&](const char* xml) {
+        const auto item = buildRectItem(element(xml), lengths);
+        const auto* const rounded = dynamic_cast<QGraphicsItemRoundedRect*>(item.get());
+        return rounded ? QPointF(rounded->rx(), rounded->ry()) : QPointF(-1, -1);
+    };
+    EXPECT_EQ(radii("<rect rx='3'/>"), QPointF(3, 0));
+    EXPECT_EQ(radii("<rect ry='3' width='1'/>"), QPointF(0, 3));
+    EXPECT_EQ(radii("<rect rx='x'/>"), QPointF(0, 0));
+    EXPECT_EQ(radii("<rect width='9'/>"), QPointF(-1, -1));
+}
+
+// A path of one point keeps it, wherever it is.
+TEST(ShapeItem, singlePoint) {
+    EXPECT_EQ(buildPathItem(element("<path d='M3 4'/>"))->path().elementCount(), 1);
+    EXPECT_EQ(buildPathItem(element("<path d='M0 0'/>"))->path().elementCount(), 1);
+    EXPECT_EQ(buildPolylineItem(element("<polyline points='0,0'/>"))->path().elementCount(), 1);
+    EXPECT_EQ(buildPathItem(element("<path d=''/>"))->path().elementCount(), 0);
+}
+
+TEST(ShapeItem, nameCase) {
+    for (const char* const name : {"circle", "ellipse", "line", "path", "polygon", "polyline", "rect"}) {
+        const QString xml = QStringLiteral("<%1/>").arg(QLatin1String(name));
+        EXPECT_TRUE(isShapeElement(parse(xml).documentElement())) << name;
+        EXPECT_FALSE(isShapeElement(parse(xml.toUpper()).documentElement())) << name;
+    }
+    EXPECT_FALSE(isShapeElement(QDomNode()));
+    EXPECT_FALSE(isShapeElement(element("<g/>")));
+}
+
+TEST(ElementTransform, ancestors) {
+    const QDomDocument document = parse(QStringLiteral(
+        "<svg transform='scale(10)'><g transform='translate(5 0)'><a><rect transform='scale(2)'/></a>"
+        "<g transform=''><line/></g></g><g transform='bad'><g><path/></g></g></svg>"));
+    struct Row {
+        const char* name;
+        bool parses;
+        QPointF mapped;  // of (1, 0)
+    };
+    const Row rows[] = {{"rect", true, {70, 0}}, {"line", true, {60, 0}}, {"path", false, {1, 0}}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const QDomNode node = document.elementsByTagName(QLatin1String(row.name)).at(0);
+        QTransform transform(9, 9, 9, 9, 9, 9);
+        EXPECT_EQ(accumulatedTransform(node, transform), row.parses);
+        EXPECT_EQ(transform.map(QPointF(1, 0)), row.mapped);
+
+        // What the walk knows of the ancestors gives the same.
+        std::vector<QDomNode> ancestors;
+        for (QDomNode n = node.parentNode(); !n.isNull(); n = n.parentNode()) ancestors.push_back(n);
+        AncestorTransforms walked;
+        for (auto n = ancestors.rbegin(); n != ancestors.rend(); ++n) walked.push(*n);
+        QTransform same(9, 9, 9, 9, 9, 9);
+        EXPECT_EQ(walked.accumulated(node, same), row.parses);
+        EXPECT_EQ(same, transform);
+    }
+}
+
+TEST(DocumentExtent, largestY) {
+    struct Row {
+        const char* xml;
+        bool ok;
+        double largest;
+    };
+    const Row rows[] = {
+        {"<svg/>", true, 0},
+        {"<svg><rect y='-50' height='10'/></svg>", true, 0},
+        {"<svg><rect height='10'/><g><circle cy='5' r='30'/></g></svg>", true, 35},
+        {"<svg><rect y='10' height='-5'/></svg>", true, 10},
+        {"<svg><defs><rect height='70'/></defs><clipPath><rect height='80'/></clipPath></svg>", true, 80},
+        // Only the own transform counts.
+        {"<svg><g transform='translate(0 100)'><rect height='10' transform='scale(3)'/></g></svg>", true, 30},
+        {"<svg><g transform='bad'><rect height='10'/></g></svg>", true, 10},
+        {"<svg><rect height='10' transform='rotate(-90)' width='40'/></svg>", true, 0},
+        {"<svg><rect height='10' transform='rotate(90)' width='40'/></svg>", true, 40},
+        {"<svg><RECT height='10'/></svg>", true, 0},
+        {"<svg><rect height='10' transform='bad'/></svg>", false, 0},
+        {"<svg><defs><path d='M'/></defs></svg>", false, 0},
+    };
+    const LengthContext lengths;
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.xml);
+        bool ok = !row.ok;
+        const double largest = documentMaxY(parse(QString::fromUtf8(row.xml)), lengths, ok);
+        EXPECT_EQ(ok, row.ok);
+        if (row.ok) {
+            EXPECT_DOUBLE_EQ(largest, row.largest);
+        }
+    }
+}
+
+}  // namespace
+}  // namespace tzsvg

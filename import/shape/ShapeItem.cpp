@@ -2,9 +2,11 @@
 #include "import/shape/ShapeItem.h"
 
 #include <QPen>
+#include <algorithm>
 
 #include "import/shape/ShapeNames.h"
 #include "import/text/PathData.h"
+#include "import/text/PathPoint.h"
 #include "import/text/PointList.h"
 
 namespace tzsvg {
@@ -150,6 +152,7 @@ std::unique_ptr<QGraphicsPolygonItem> buildPolygonItem(const QDomElement& elemen
 std::unique_ptr<QGraphicsPathItem> buildPolylineItem(const QDomElement& element) {
     QVector<QPointF> points;
     if (!pointsOf(element, points)) return nullptr;
+    if (!std::all_of(points.cbegin(), points.cend(), fitsPainterPath)) return nullptr;
     QPainterPath path;
     if (!points.isEmpty()) path.moveTo(points.first());
     for (int i = 1; i < points.size(); ++i) path.lineTo(points.at(i));

@@ -1,7 +1,8 @@
 // The scene saver server `SVG_SceneSaver`: holds what one save needs, and tells its story in writeDocument()
 // and writeMesh(). The steps are free functions and small classes of this folder; those for polygons get the
 // saver. The whole document is built before it is written; only the XML declaration and the document type go
-// to the file ahead of it.
+// to the file ahead of it. Elements of polygons are in it as placeholders for their saved text: see
+// ElementTexts.h.
 #pragma once
 
 #include <QDomDocument>

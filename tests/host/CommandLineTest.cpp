@@ -16,6 +16,7 @@ class CommandLineTest : public ::testing::Test {
         folder_.write("good.probe", "probe\ntriangle\nlog\n");
         folder_.write("bad.probe", "probe\ntriangle\nfail\n");
         folder_.write("plain.txt", "plain\n");
+        folder_.write("n\xE4me.probe", "probe\n");
         folder_.write("scene.json", R"({"format": "tzscene", "version": 1, "items": [{"colour": 1}]})");
         folder_.write("kept.json", "kept");
         std::filesystem::create_directory(folder_ / "folder");
@@ -48,6 +49,7 @@ TEST_F(CommandLineTest, RefusesInOneLine) {
         {"import good.probe out.json --cancel-after -1", 2, ".*--cancel-after.*"},
         {"preview good.probe out.png --size 0", 2, "--size: .*"},
         {"import missing.svg out.json", 1, R"(missing\.svg: open: 0x80000004 \(No such file or directory\))"},
+        {"import $(printf 'n\\344me.probe') out.json", 1, ".*: open: 0x80000002 \\(the name is not UTF-8\\)"},
         {"import folder out.json", 1, R"(folder: open: 0x80000000 \(Is a directory\))"},
         {"import plain.txt out.json", 1, R"(plain\.txt: recognise: 0x80000005 \(not recognised\))"},
         {"import bad.probe kept.json", 1, R"(bad\.probe: load: 0x80000000 \(failed\))"},
@@ -115,7 +117,7 @@ TEST_F(CommandLineTest, WarnsOfWhatTheModuleKeeps) {
     folder_.write("leak.probe", "probe\nleak\nthread\n");
     EXPECT_EQ(0, run("import leak.probe out.json"));
     EXPECT_EQ(
-        "warning: the module called ITzItem::setTag off the host thread\n"
+        "warning: the module called ITzItem::setTag off the host thread, 1 times\n"
         "warning: at unload: item: 1 reference not released\n",
         folder_.read(".err"));
 }

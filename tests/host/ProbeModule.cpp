@@ -143,8 +143,8 @@ class ProbeModule : public ITzModule {
 }  // namespace
 
 #ifndef PROBE_NO_ENTRY
-// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming): the
-// host's
+// The name is the host's, reserved identifier or not.
+// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming)
 extern "C" __attribute__((visibility("default"))) ITzModule* _ITzModule_Create(uint32_t hostSdkVersion,
                                                                                uint32_t* moduleSdkVersion,
                                                                                TzResult* result) {

@@ -14,7 +14,7 @@ namespace tzsvg {
 // out once. n children cost n log n, in whatever order they are placed.
 class ChildOrder {
   public:
-    explicit ChildOrder(QDomElement parent) : parent_(std::move(parent)) {}
+    explicit ChildOrder(const QDomElement& parent) : parent_(parent) {}
 
     // Places an element before the child that stands at that index; behind the last when there is none. So
     // elements that are all placed at 0 come out in reverse order; meant so. The children that the parent has

@@ -8,6 +8,7 @@
 #include "hostsdk/CTzPolymorph.h"
 #include "hostsdk/ITzLog.h"
 #include "hostsdk/ITzMessages.h"
+#include "hostsdk/ITzServices.h"
 
 namespace tzhost {
 namespace {
@@ -53,6 +54,9 @@ Host::Host()
           {ITzLogService::kId, makeLogService(core_)},
           {ITzLogWriter::kId, makeLogWriter(core_)},
           {ITzMessages::kId, makeMessageService(core_)},
+          {ITzImageService::kId, makeImageService(core_)},
+          {ITzTypeService::kId, makeTypeService(core_)},
+          {ITzThreadService::kId, makeThreadService(core_)},
       })),
       object_(CTzPolymorph<Object, ITzHost>::create(core_, services_)) {}
 

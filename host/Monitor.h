@@ -20,6 +20,9 @@ class Monitor : public HostObject, public ITzMonitor {
     // Whether a step has reported a cancel.
     bool cancelled() const { return cancelled_; }
 
+    // Before each step of work whose steps are few and long: the bar is brought up to date with the step.
+    void lookAtNextStep() noexcept { stepsUntilLook_ = 0; }
+
     // Ends the bar, if one is shown.
     void close() noexcept;
 

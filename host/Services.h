@@ -13,5 +13,8 @@ CTzPtr<ITzObject> makeServerRegistry(const std::shared_ptr<HostCore>& core);
 CTzPtr<ITzObject> makeLogService(const std::shared_ptr<HostCore>& core);
 CTzPtr<ITzObject> makeLogWriter(const std::shared_ptr<HostCore>& core);
 CTzPtr<ITzObject> makeMessageService(const std::shared_ptr<HostCore>& core);
+CTzPtr<ITzObject> makeImageService(const std::shared_ptr<HostCore>& core);
+CTzPtr<ITzObject> makeTypeService(const std::shared_ptr<HostCore>& core);
+CTzPtr<ITzObject> makeThreadService(const std::shared_ptr<HostCore>& core);
 
 }  // namespace tzhost

@@ -53,6 +53,7 @@ void describeProgram(CLI::App& app, std::string& moduleFile) {
         "  tzhost import logo.svg logo.json     a drawing into a scene\n"
         "  tzhost export logo.json back.svg     the scene back into a drawing\n"
         "  tzhost preview logo.json logo.png    a picture of the scene\n"
+        "  tzhost pyramid logo.svg logo/        the drawing as tiles, with a page to look around in them\n"
         "`tzhost COMMAND --help` tells the options of a command.\n"
         "Exit status: 0 done, 1 refused or failed (one line on stderr says what, where and why), 2 wrong "
         "usage.");
@@ -89,6 +90,10 @@ int runProgram(int argc, char** argv) {
     addExportCommand(app, run);
     addRoundTripCommand(app, run);
     addPreviewCommand(app, run);
+    addImageInfoCommand(app, run);
+    addTileCommand(app, run);
+    addSampleCommand(app, run);
+    addPyramidCommand(app, run);
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& help) {

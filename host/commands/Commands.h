@@ -18,5 +18,9 @@ void addImportCommand(CLI::App& app, CommandRun& run);
 void addExportCommand(CLI::App& app, CommandRun& run);
 void addRoundTripCommand(CLI::App& app, CommandRun& run);
 void addPreviewCommand(CLI::App& app, CommandRun& run);
+void addImageInfoCommand(CLI::App& app, CommandRun& run);
+void addTileCommand(CLI::App& app, CommandRun& run);
+void addSampleCommand(CLI::App& app, CommandRun& run);
+void addPyramidCommand(CLI::App& app, CommandRun& run);
 
 }  // namespace tzhost

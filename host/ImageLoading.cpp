@@ -1,0 +1,55 @@
+// See the header.
+#include "host/ImageLoading.h"
+
+#include "host/InputFile.h"
+#include "host/OperationError.h"
+#include "hostsdk/CTzText.h"
+
+namespace tzhost {
+namespace {
+
+// The first loader, in registration order, that recognises the file. When none does, the last one's code says
+// why.
+CTzPtr<ITzImageLoader> recognise(const Host& host, TzLoadAccess& access) {
+    TzResult refusal = kTzNotRecognised;
+    for (const Server& server : host.servers().servers()) {
+        void* out = nullptr;
+        const TzResult spawned = server.factory->spawn(ITzImageLoader::kId, &out);
+        if (spawned == kTzNoInterface) continue;  // a server of another kind
+        tzCheck(spawned);
+        auto loader = CTzPtr<ITzImageLoader>::adopt(static_cast<ITzImageLoader*>(out));
+        const TzResult recognised = loader->recognise(&access);
+        if (!tzFailed(recognised)) return loader;
+        refusal = recognised;
+    }
+    throw CTzError(refusal);
+}
+
+}  // namespace
+
+LoadedImage loadImage(const Host& host, const std::filesystem::path& file) {
+    requireReadable(file);
+    const std::string& fileName = file.native();
+    TzLoadAccess access{};
+    access.fileName = tzText(fileName);
+    const auto loader = inStep(fileName, "recognise", [&] {
+        auto recognised = recognise(host, access);
+        if (!access.target) throw CTzError(kTzFailed);
+        return recognised;
+    });
+    LoadedImage loaded;
+    loaded.recognised = {access.targetType, access.flags, std::string(tzView(access.formatName)),
+                         *access.target};
+    inStep(fileName, "load", [&] {
+        ITzImage* image = nullptr;
+        tzCheck(loader->load(&access, &image));
+        const auto owned = CTzPtr<ITzImage>::adopt(image);
+        loaded.tiles = owned.query<ITzTileImage>();
+        loaded.samples = owned.query<ITzImageLevelSample>();
+        loaded.image = CTzUser_Image(owned);
+        if (!loaded.tiles || !loaded.samples) throw CTzError(kTzNoInterface);
+    });
+    return loaded;
+}
+
+}  // namespace tzhost

@@ -1,0 +1,33 @@
+// The image side of the host: has a file opened as an image by the first image loader that recognises it.
+// Called by the commands that take drawings as images; tests and benchmarks call it as they do.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "host/Host.h"
+#include "hostsdk/CTzUser_Image.h"
+#include "hostsdk/ITzImageLoader.h"
+
+namespace tzhost {
+
+// What the loader said of the file when it recognised it.
+struct RecognisedImage {
+    uint32_t targetType = 0;
+    uint32_t flags = 0;
+    std::string formatName;
+    TzImageTarget target{};
+};
+
+// An image and the interfaces that this host wants of it.
+struct LoadedImage {
+    RecognisedImage recognised;
+    CTzUser_Image image;
+    CTzPtr<ITzTileImage> tiles;
+    CTzPtr<ITzImageLevelSample> samples;
+};
+
+// Throws OperationError: steps "open", "recognise" and "load".
+LoadedImage loadImage(const Host& host, const std::filesystem::path& file);
+
+}  // namespace tzhost

@@ -1,0 +1,69 @@
+// See the header.
+#include "host/TilePixels.h"
+
+#include <QBuffer>
+
+namespace tzhost {
+namespace {
+
+// Also for values that no module should give: out of range, not a number.
+uint32_t channel(float value) {
+    if (!(value > 0.0F)) return 0;
+    return value < 1.0F ? static_cast<uint32_t>(value * 255.0F + 0.5F) : 255;
+}
+
+// A picture of that size from the lines that `read(y, line)` gives.
+template <class Read>
+QImage pictureOf(TzSize size, Read&& read) {
+    QImage picture(static_cast<int>(size.width), static_cast<int>(size.height), QImage::Format_ARGB32);
+    if (picture.isNull()) throw CTzError(kTzOutOfMemory);
+    std::vector<float> line(size_t{size.width} * 4);
+    for (uint32_t y = 0; y < size.height; ++y) {
+        read(y, line.data());
+        auto* const out = reinterpret_cast<QRgb*>(picture.scanLine(static_cast<int>(y)));
+        for (size_t x = 0; x < size.width; ++x) {
+            const float* const value = &line[x * 4];
+            out[x] = channel(value[3]) << 24U | channel(value[0]) << 16U | channel(value[1]) << 8U |
+                     channel(value[2]);
+        }
+    }
+    return picture;
+}
+
+}  // namespace
+
+CTzUser_Image fetchTile(ITzTileImage& tiles, uint32_t level, TzTilePlace place) {
+    ITzImage* image = nullptr;
+    tzCheck(tiles.tile(level, place, &image));
+    return CTzUser_Image(CTzPtr<ITzImage>::adopt(image));
+}
+
+std::vector<float> readPixels(const CTzUser_Image& image) {
+    const TzSize size = image.size();
+    std::vector<float> pixels(size_t{size.width} * size.height * 4);
+    for (uint32_t y = 0; y < size.height; ++y) {
+        image.readLine(0, y, size.width, kTzPixelRgbaFloat, pixels.data() + size_t{y} * size.width * 4);
+    }
+    return pixels;
+}
+
+QImage readPicture(const CTzUser_Image& image, TzSize part) {
+    return pictureOf(
+        part, [&](uint32_t y, float* line) { image.readLine(0, y, part.width, kTzPixelRgbaFloat, line); });
+}
+
+QImage readLevel(ITzImageLevelSample& samples, uint32_t level, TzSize size) {
+    return pictureOf(size, [&](uint32_t y, float* line) {
+        tzCheck(samples.sampleLine(level, 0, y, size.width, kTzPixelRgbaFloat, line));
+    });
+}
+
+std::string pngBytes(const QImage& picture) {
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    if (!picture.save(&buffer, "PNG")) throw CTzError(kTzFailed);
+    return png.toStdString();
+}
+
+}  // namespace tzhost

@@ -1,0 +1,54 @@
+// tzhost pyramid: a drawing as tiles in files, with a page to look around in them.
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <thread>
+
+#include "host/Pyramid.h"
+#include "host/Utf8.h"
+#include "host/commands/Commands.h"
+
+namespace tzhost {
+namespace {
+
+struct PyramidArguments {
+    std::string in;
+    std::string folder;
+    PyramidOptions options{12, std::max(1U, std::thread::hardware_concurrency())};
+};
+
+void runPyramid(const Session& session, const PyramidArguments& arguments) {
+    const PyramidSummary summary =
+        writePyramid(session.host, arguments.in, arguments.folder, arguments.options);
+    std::printf("%s: %llu tiles written, %llu kept, %.3f s -> %s\n", toOneLine(arguments.in).c_str(),
+                static_cast<unsigned long long>(summary.written),
+                static_cast<unsigned long long>(summary.kept), summary.seconds,
+                toOneLine((std::filesystem::path(arguments.folder) / "index.html").native()).c_str());
+}
+
+}  // namespace
+
+void addPyramidCommand(CLI::App& app, CommandRun& run) {
+    auto arguments = std::make_shared<PyramidArguments>();
+    CLI::App* const command = app.add_subcommand(
+        "pyramid", "Write a drawing as Deep Zoom tiles, with a page to look around in them");
+    command->add_option("IN.svg", arguments->in, "The drawing")->required();
+    command->add_option("OUTDIR", arguments->folder, "The folder to write to; tiles that are there are kept")
+        ->required();
+    command
+        ->add_option("--max-level", arguments->options.maxLevel,
+                     "The finest level: its long side is 2^N pixels")
+        ->type_name("N")
+        ->capture_default_str()
+        ->check(CLI::Range(0, 16));
+    command->add_option("--threads", arguments->options.threads, "Draw on N threads")
+        ->type_name("N")
+        ->capture_default_str()
+        ->check(CLI::Range(1, 256));
+    command->footer("Example:\n  tzhost pyramid town-map.svg town-map --max-level 13");
+    command->callback(
+        [arguments, &run] { run = [arguments](Session& session) { runPyramid(session, *arguments); }; });
+}
+
+}  // namespace tzhost

@@ -1,0 +1,46 @@
+// tzhost sample: one pixel of one level, through the level-sample interface.
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "host/ImageLoading.h"
+#include "host/OperationError.h"
+#include "host/commands/Commands.h"
+
+namespace tzhost {
+namespace {
+
+struct SampleArguments {
+    std::string in;
+    uint32_t level = 0;
+    uint32_t x = 0;
+    uint32_t y = 0;
+};
+
+void runSample(const Session& session, const SampleArguments& arguments) {
+    const LoadedImage loaded = loadImage(session.host, arguments.in);
+    float pixel[4] = {};
+    inStep(arguments.in, "sample", [&] {
+        tzCheck(
+            loaded.samples->samplePixel(arguments.level, arguments.x, arguments.y, kTzPixelRgbaFloat, pixel));
+    });
+    // Nine digits give every float back.
+    std::printf("%.9g %.9g %.9g %.9g\n", static_cast<double>(pixel[0]), static_cast<double>(pixel[1]),
+                static_cast<double>(pixel[2]), static_cast<double>(pixel[3]));
+}
+
+}  // namespace
+
+void addSampleCommand(CLI::App& app, CommandRun& run) {
+    auto arguments = std::make_shared<SampleArguments>();
+    CLI::App* const command = app.add_subcommand("sample", "Print one pixel of a drawing: r g b a");
+    command->add_option("IN.svg", arguments->in, "The drawing")->required();
+    command->add_option("LEVEL", arguments->level, "The level, 0 being the coarsest")->required();
+    command->add_option("X", arguments->x, "Pixels from the left")->required();
+    command->add_option("Y", arguments->y, "Pixels from the top")->required();
+    command->footer("Example:\n  tzhost sample logo.svg 10 512 300");
+    command->callback(
+        [arguments, &run] { run = [arguments](Session& session) { runSample(session, *arguments); }; });
+}
+
+}  // namespace tzhost

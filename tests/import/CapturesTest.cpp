@@ -196,7 +196,7 @@ TEST(SwitchFlattening, everyAlternativeInOrder) {
     EXPECT_EQ(line("d"), -1);
 }
 
-TEST(Primitive, texts) {
+TEST(PrimitiveTags, texts) {
     struct Row {
         const char* xml;
         const char* primitive;
@@ -225,7 +225,7 @@ TEST(Primitive, texts) {
     EXPECT_TRUE(primitiveText(QStringLiteral("rect"), ellipse).isEmpty()) << "not the element's item";
 }
 
-TEST(Primitive, numbersAsStreamed) {
+TEST(PrimitiveTags, numbersAsStreamed) {
     std::mt19937_64 random(7);
     for (int i = 0; i < 20000; ++i) {
         const auto bits = random();

@@ -49,11 +49,12 @@ class HostImage : public HostObject, public ITzImage, public ITzImageWriter {
             if (byteCount != rowBytes * rectangle.height || (!pixels && byteCount != 0)) {
                 throw CTzError(kTzInvalidArgument);
             }
+            if (byteCount == 0) return;
             const char* source = static_cast<const char*>(pixels);
             // Whole rows lie together on both sides.
             const uint32_t copies = rectangle.width == size_.width ? 1 : rectangle.height;
             const size_t bytes = copies == 1 ? static_cast<size_t>(byteCount) : rowBytes;
-            for (uint32_t row = 0; bytes != 0 && row < copies; ++row, source += rowBytes) {
+            for (uint32_t row = 0; row < copies; ++row, source += rowBytes) {
                 std::memcpy(at(x, y + row), source, bytes);
             }
         });

@@ -14,8 +14,9 @@
 #include <cmath>
 #include <thread>
 
+#include "host/Types.h"
 #include "image/CSVGImageLoader.h"
-#include "tests/image/FakeHost.h"
+#include "tests/image/ImageHost.h"
 
 using namespace tzsvg;
 
@@ -60,9 +61,9 @@ struct ImageTest : ::testing::Test {
         return CTzPtr<ITzImage>::adopt(out);
     }
 
-    FakeHost host;
+    ImageHost host;
     QTemporaryDir folder;
-    CTzPtr<ITzImageLoader> loader = Loader::create(host.object);
+    CTzPtr<ITzImageLoader> loader = Loader::create(host.object());
     std::string name;
     TzLoadAccess access{};
 };
@@ -128,17 +129,17 @@ TEST_F(ImageTest, recognise) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         write(row.bytes);
-        host.state.lines.clear();
+        const size_t linesBefore = host.lines().size();
         if (row.width == 0) {
             EXPECT_EQ(recognise(), kTzFailed);
-            EXPECT_EQ(host.state.lines,
-                      std::vector<std::string>{"io-status|load/save|Invalid svg document."});
+            ASSERT_EQ(host.lines().size(), linesBefore + 1);
+            EXPECT_EQ(host.lines().back(), "io-status|load/save|Invalid svg document.\n");
             EXPECT_EQ(access.target, nullptr);
             continue;
         }
         ASSERT_EQ(recognise(), kTzOk);
-        EXPECT_TRUE(host.state.lines.empty());
-        EXPECT_EQ(access.targetType, FakeServices::kImageTypeCode);
+        EXPECT_EQ(host.lines().size(), linesBefore);
+        EXPECT_EQ(access.targetType, tzhost::typeCode("image"));
         EXPECT_EQ(access.flags, 1U);
         EXPECT_EQ(tzView(access.formatName), "SVG");
         ASSERT_NE(access.target, nullptr);
@@ -223,7 +224,7 @@ TEST_F(ImageTest, outOfBounds) {
     EXPECT_EQ(samples->sampleLine(7, 0xFFFFFFFFU, 0, 2, 12, pixels), kTzOutOfBounds);
     EXPECT_EQ(samples->samplePixel(7, 0, 0, 11, pixels), kTzNotSupported);
     EXPECT_EQ(image->readPixel(65536, 0, 12, pixels), kTzOutOfBounds);
-    EXPECT_EQ(host.state.imagesMade, 0);
+    EXPECT_EQ(host.imagesAlive(), 0);
 
     // A long, narrow document: the required bounds test cuts its small levels off.
     write(drawing("width='1' height='1000'"));
@@ -380,14 +381,15 @@ TEST_F(ImageTest, failingServices) {
         return result;
     };
     int failures = 0;
-    for (int call = 0;; ++call) {
-        host.state.failAt = call;
+    for (uint64_t call = 1;; ++call) {
+        host.host.gate().failCall(call, kTzOutOfMemory);
         const TzResult result = run();
-        const bool failed = host.state.failAt < 0;
-        host.state.failAt = -1;
-        EXPECT_EQ(host.state.imagesAlive, 0) << call;
+        const bool failed = !host.host.gate().failedOperation().empty();
+        host.host.gate().ignoreCalls();
+        EXPECT_EQ(host.imagesAlive(), 0) << call;
         if (!failed) break;
-        EXPECT_TRUE(tzFailed(result)) << call;
+        // A renderer that cannot be put back into the pool is none that the caller misses.
+        EXPECT_TRUE(tzFailed(result) || host.host.gate().failedOperation() == "ITzThreadMutex::lock") << call;
         ++failures;
     }
     EXPECT_GT(failures, 10);
@@ -396,7 +398,7 @@ TEST_F(ImageTest, failingServices) {
 
 TEST_F(ImageTest, spawnedWithoutALoader) {
     void* out = nullptr;
-    const auto registry = CTzUser_Host(host.object).service<ITzServerRegistry>();
+    const auto registry = host.service<ITzServerRegistry>();
     ASSERT_EQ(registry->spawn(tzText("svgImage"), ITzTileImage::kId, &out), kTzOk);
     const auto tiles = CTzPtr<ITzTileImage>::adopt(static_cast<ITzTileImage*>(out));
     TzTileLevel level{};
@@ -405,15 +407,16 @@ TEST_F(ImageTest, spawnedWithoutALoader) {
 
 // Another's server under the name: the loader does not take its objects for its own.
 TEST_F(ImageTest, anothersImageServer) {
-    struct Stranger : FakeImage {
-        explicit Stranger(const CTzPtr<ITzHost>& /*host*/) : FakeImage(state(), {1, 1}, 4) {}
-        static FakeHostState& state() {
-            static FakeHostState theirs;
-            return theirs;
-        }
+    struct Stranger : CTzImpl_Image {
+        explicit Stranger(const CTzPtr<ITzHost>& /*host*/) {}
+        TzSize imageSize() const override { return {1, 1}; }
+        TzPixelFormat imageFormat() const override { return 4; }
+        void readImageLine(uint32_t, uint32_t, uint32_t, TzPixelType, void*) override {}
     };
-    host.state.servers["svgImage"] =
-        CTzPolymorph<Stranger, ITzImage, ITzImageWriter>::factory(host.object, nullptr);
+    const ImageHost other;
+    const auto theirs = CTzPolymorph<Stranger, ITzImage>::factory(other.object(), nullptr);
+    ASSERT_EQ(other.service<ITzServerRegistry>()->addServer(tzText("svgImage"), theirs.get()), kTzOk);
+    loader = Loader::create(other.object());
     write(drawing("width='300' height='200'"));
     ASSERT_EQ(recognise(), kTzOk);
     ITzImage* out = nullptr;
@@ -430,8 +433,8 @@ TEST_F(ImageTest, manyThreads) {
     const TileCache::Settings settings{
         12 * 256 * 256 * 4, []() noexcept { return TileCache::Time(std::chrono::seconds(seconds.load())); }};
     const auto made = CTzPolymorph<CSVGImage, ITzImage, ITzTileImage, ITzImageLevelSample>::createSelf(
-        host.object, settings);
-    const auto recognised = Loader::createSelf(host.object);
+        host.object(), settings);
+    const auto recognised = Loader::createSelf(host.object());
     ASSERT_EQ(recognised->recognise(&access), kTzOk);
     made->initialise(*recognised, path());
     const auto image = CTzPtr<ITzImage>::share(made.get());
@@ -459,7 +462,6 @@ TEST_F(ImageTest, manyThreads) {
             }
         }
     }
-    EXPECT_EQ(host.state.imagesMade, static_cast<int>(places.size()));
 
     std::atomic<int> wrong{0};
     std::vector<std::thread> threads;
@@ -484,8 +486,7 @@ TEST_F(ImageTest, manyThreads) {
     }
     for (std::thread& thread : threads) thread.join();
     EXPECT_EQ(wrong, 0);
-    EXPECT_GT(host.state.imagesMade, static_cast<int>(places.size()));
-    EXPECT_LT(host.state.imagesAlive, static_cast<int>(places.size()));
+    EXPECT_LT(host.imagesAlive(), static_cast<int>(places.size()));
 }
 
 // One tile asked for by eight threads at once is drawn once.
@@ -498,7 +499,7 @@ TEST_F(ImageTest, drawnOnce) {
         threads.emplace_back([&tiles, &out] { tiles->tile(4, {3, 3}, &out); });
     }
     for (std::thread& thread : threads) thread.join();
-    EXPECT_EQ(host.state.imagesMade, 1);
+    EXPECT_EQ(host.imagesAlive(), 1);
     for (ITzImage* const image : images) {
         EXPECT_EQ(image, images.front());
         CTzPtr<ITzImage>::adopt(image);

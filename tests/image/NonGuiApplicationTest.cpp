@@ -4,7 +4,7 @@
 #include <QCoreApplication>
 
 #include "image/CSVGImageLoader.h"
-#include "tests/image/FakeHost.h"
+#include "tests/image/ImageHost.h"
 
 TEST(NonGuiApplication, documentsAreRefused) {
     char name[] = "test";
@@ -12,13 +12,13 @@ TEST(NonGuiApplication, documentsAreRefused) {
     int count = 1;
     const QCoreApplication application(count, arguments);
 
-    FakeHost host;
-    const auto loader = CTzPolymorph<tzsvg::CSVGImageLoader, ITzImageLoader>::create(host.object);
+    const ImageHost host;
+    const auto loader = CTzPolymorph<tzsvg::CSVGImageLoader, ITzImageLoader>::create(host.object());
     TzLoadAccess access{};
     access.fileName = tzText("drawing.svg");
     EXPECT_EQ(loader->recognise(&access), kTzNotSupported);
-    EXPECT_EQ(host.state.lines,
-              std::vector<std::string>{"io-status|load/save|No GUI application to draw svg documents with."});
+    EXPECT_EQ(host.lines(), std::vector<std::string>{
+                                "io-status|load/save|No GUI application to draw svg documents with.\n"});
     ITzImage* image = nullptr;
     EXPECT_EQ(loader->load(&access, &image), kTzNotSupported);
     EXPECT_EQ(image, nullptr);

@@ -6,7 +6,7 @@
 #include <atomic>
 #include <thread>
 
-#include "tests/image/FakeHost.h"
+#include "tests/image/ImageHost.h"
 
 using namespace tzsvg;
 using namespace std::chrono_literals;
@@ -27,8 +27,7 @@ constexpr uint64_t kTileBytes = 1000;
 
 struct CacheTest : ::testing::Test {
     explicit CacheTest(uint64_t limit = 10 * kTileBytes)
-        : cache(CTzUser_ThreadService(CTzUser_Host(host.object).service<ITzThreadService>()),
-                {limit, fakeNow}) {}
+        : cache(CTzUser_ThreadService(host.service<ITzThreadService>()), {limit, fakeNow}) {}
 
     // Asks for tile i, letting go of it at once; true when it had to be rendered.
     bool request(uint32_t i, uint64_t document = 1) {
@@ -40,11 +39,11 @@ struct CacheTest : ::testing::Test {
         return rendered;
     }
 
-    CTzPtr<ITzImage> image() {
-        return CTzPolymorph<FakeImage, ITzImage, ITzImageWriter>::create(host.state, TzSize{1, 1}, 4U);
+    CTzPtr<ITzImage> image(uint32_t width = 1) {
+        return CTzUser_ImageService(host.service<ITzImageService>()).createImage({width, 1}, 4).pointer();
     }
 
-    FakeHost host;
+    ImageHost host;
     TileCache cache;
 };
 
@@ -60,7 +59,7 @@ TEST_F(CacheTest, trimsToNineTenthsLeastRecentlyUsedFirst) {
     pass(5s);
     EXPECT_TRUE(request(9));  // reaches the limit
     EXPECT_EQ(cache.bytes(), 9 * kTileBytes);
-    EXPECT_EQ(host.state.imagesAlive, 9);
+    EXPECT_EQ(host.imagesAlive(), 9);
     EXPECT_FALSE(request(0));
     EXPECT_TRUE(request(1));
 }
@@ -115,7 +114,7 @@ TEST_F(CacheTest, tilesOfAnOlderDocumentAreStale) {
     EXPECT_FALSE(request(0, 2));
     EXPECT_FALSE(request(2, 2));
     EXPECT_EQ(cache.bytes(), 3 * kTileBytes);  // a tile rendered again counts once
-    EXPECT_EQ(host.state.imagesAlive, 3);
+    EXPECT_EQ(host.imagesAlive(), 3);
 }
 
 // Every tile carries its number as its size: a wrong or half-made one would show.
@@ -135,9 +134,7 @@ TEST_F(CacheTest, manyThreads) {
                 const auto got = cache.tile({16, tile, 0}, [&] {
                     if (++rendering[tile] != 1) ++wrong;
                     ++renders;
-                    TileCache::Rendered made{CTzPolymorph<FakeImage, ITzImage, ITzImageWriter>::create(
-                                                 host.state, TzSize{tile + 1, 1}, 4U),
-                                             kTileBytes, 1};
+                    TileCache::Rendered made{image(tile + 1), kTileBytes, 1};
                     --rendering[tile];
                     return made;
                 });
@@ -150,5 +147,5 @@ TEST_F(CacheTest, manyThreads) {
     for (std::thread& thread : threads) thread.join();
     EXPECT_EQ(wrong, 0);
     EXPECT_GT(renders, static_cast<int>(kTiles));  // trims did happen
-    EXPECT_EQ(cache.bytes(), static_cast<uint64_t>(host.state.imagesAlive) * kTileBytes);
+    EXPECT_EQ(cache.bytes(), static_cast<uint64_t>(host.imagesAlive()) * kTileBytes);
 }

@@ -35,7 +35,7 @@ void appendTree(std::string& xml, std::mt19937& random, int depth) {
 }
 
 std::string randomTree(unsigned seed) {
-    std::mt19937 random(seed);
+    std::mt19937 random(seed);  // the same trees every time
     const std::string root = seed % 7 == 0 ? "switch" : "svg";
     std::string xml = "<!--first--><" + root + ">";
     appendTree(xml, random, 5);

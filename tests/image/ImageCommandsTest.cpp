@@ -1,0 +1,143 @@
+// The commands for images, run as programs with the module: what they print and what they leave behind.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <QImage>
+#include <cstdlib>
+#include <cstring>
+#include <nlohmann/json.hpp>
+#include <regex>
+
+#include "tests/host/TestFolder.h"
+
+namespace {
+
+class ImageCommands : public ::testing::Test {
+  protected:
+    ImageCommands() {
+        folder_.write("half.svg",
+                      "<svg xmlns='http://www.w3.org/2000/svg' width='300' height='200'><rect width='150' "
+                      "height='200' fill='#204060'/></svg>");
+        folder_.write("long.svg",
+                      "<svg xmlns='http://www.w3.org/2000/svg' width='1' height='1000'><rect width='1' "
+                      "height='1000' fill='#ff0000'/></svg>");
+        folder_.write("text.svg", "no drawing");
+    }
+
+    int run(const std::string& arguments) {
+        const std::string line = "cd '" + (folder_ / "").native() +
+                                 "' && exec >out.log 2>err.log && '" TZHOST_PROGRAM "' " + arguments;
+        const int status = std::system(line.c_str());  // NOLINT(cert-env33-c,concurrency-mt-unsafe)
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+    QImage picture(const std::string& name) const {
+        return QImage(QString::fromStdString((folder_ / name).native()));
+    }
+
+    TestFolder folder_;
+};
+
+}  // namespace
+
+TEST_F(ImageCommands, refuse) {
+    const struct {
+        const char* arguments;
+        int status;
+        const char* line;
+    } rows[] = {
+        {"image-info text.svg", 1, R"(text\.svg: recognise: 0x80000000 \(failed\))"},
+        {"image-info nowhere.svg", 1, R"(nowhere\.svg: open: 0x80000004 .*)"},
+        {"tile half.svg 0 256 0 out.png", 1, R"(half\.svg: tile: 0x80000015 \(out of bounds\))"},
+        {"tile half.svg 17 0 0 out.png", 1, R"(half\.svg: tile: 0x80000015 \(out of bounds\))"},
+        {"tile half.svg 0 0 0 out.jpg", 2, "OUT: .*"},
+        {"tile half.svg -1 0 0 out.png", 2, ".*"},
+        {"sample half.svg 16 65536 0", 1, R"(half\.svg: sample: 0x80000015 \(out of bounds\))"},
+        {"sample half.svg 17 0 0", 1, R"(half\.svg: sample: 0x80000015 \(out of bounds\))"},
+        {"pyramid text.svg out", 1, R"(text\.svg: recognise: 0x80000000 \(failed\))"},
+        {"pyramid half.svg text.svg", 1, R"(text\.svg: write: 0x80000000 .*)"},
+        {"pyramid half.svg out --max-level 17", 2, "--max-level: .*"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.arguments);
+        EXPECT_EQ(run(row.arguments), row.status);
+        const std::string error = folder_.read("err.log");
+        EXPECT_TRUE(std::regex_match(error, std::regex("tzhost: " + std::string(row.line) + "\n"))) << error;
+        EXPECT_EQ(folder_.names(),
+                  (std::vector<std::string>{"err.log", "half.svg", "long.svg", "out.log", "text.svg"}));
+    }
+}
+
+TEST_F(ImageCommands, imageInfo) {
+    ASSERT_EQ(run("image-info half.svg --json"), 0) << folder_.read("err.log");
+    const auto info = nlohmann::json::parse(folder_.read("out.log"));
+    EXPECT_EQ(info["recognised"],
+              nlohmann::json::parse(R"({"targetType": "image", "flags": 1, "formatName": "SVG",
+        "format": 4, "width": 300, "height": 200, "colours": 0})"));
+    EXPECT_EQ(info["image"], nlohmann::json::parse(R"({"width": 65536, "height": 43691, "format": 4})"));
+    ASSERT_EQ(info["levels"].size(), 17U);
+    EXPECT_EQ(
+        info["levels"][0],
+        nlohmann::json::parse(R"({"key": 0, "width": 1, "height": 1, "tileWidth": 1, "tileHeight": 1})"));
+    EXPECT_EQ(info["levels"][8],
+              nlohmann::json::parse(
+                  R"({"key": 8, "width": 256, "height": 171, "tileWidth": 256, "tileHeight": 171})"));
+}
+
+TEST_F(ImageCommands, tileAndSample) {
+    ASSERT_EQ(run("tile half.svg 8 0 0 tile.png --threads 4"), 0) << folder_.read("err.log");
+    const QImage png = picture("tile.png");
+    EXPECT_EQ(png.size(), QSize(256, 171));
+    EXPECT_EQ(png.pixel(20, 30), qRgba(0x20, 0x40, 0x60, 0xFF));
+    EXPECT_EQ(qAlpha(png.pixel(200, 30)), 0);
+
+    ASSERT_EQ(run("tile half.svg 8 0 0 tile.rgba32f"), 0) << folder_.read("err.log");
+    const std::string raw = folder_.read("tile.rgba32f");
+    ASSERT_EQ(raw.size(), 256U * 171 * 16);
+    float pixel[4];
+    std::memcpy(pixel, raw.data() + (30 * 256 + 20) * 16, sizeof pixel);
+    EXPECT_EQ(pixel[0], 32 / 255.0F);
+    EXPECT_EQ(pixel[3], 1.0F);
+
+    ASSERT_EQ(run("sample half.svg 8 20 30"), 0) << folder_.read("err.log");
+    EXPECT_EQ(folder_.read("out.log"), "0.125490203 0.250980407 0.376470596 1\n");
+    EXPECT_EQ(folder_.read("err.log"), "");
+}
+
+TEST_F(ImageCommands, pyramid) {
+    ASSERT_EQ(run("pyramid half.svg out --max-level 10 --threads 3"), 0) << folder_.read("err.log");
+    EXPECT_TRUE(
+        std::regex_match(folder_.read("out.log"),
+                         std::regex(R"(half\.svg: 25 tiles written, 0 kept, .* -> out/index\.html\n)")))
+        << folder_.read("out.log");
+    EXPECT_NE(folder_.read("out/pyramid.dzi").find(R"(<Size Width="1024" Height="683"/>)"),
+              std::string::npos);
+    EXPECT_NE(folder_.read("out/index.html").find("[512, 342], [1024, 683]]"), std::string::npos);
+    const QImage inner = picture("out/pyramid_files/10/1_1.png");
+    EXPECT_EQ(inner.size(), QSize(256, 256));
+    EXPECT_EQ(inner.pixel(255, 255), qRgba(0x20, 0x40, 0x60, 0xFF));
+    EXPECT_EQ(picture("out/pyramid_files/10/3_2.png").size(), QSize(256, 171));
+    const QImage small = picture("out/pyramid_files/6/0_0.png");  // two tiles of the image
+    EXPECT_EQ(small.size(), QSize(64, 43));
+    EXPECT_EQ(small.pixel(31, 40), qRgba(0x20, 0x40, 0x60, 0xFF));
+    EXPECT_EQ(qAlpha(small.pixel(50, 40)), 0);
+
+    // What is there is kept, what is missing or older than the drawing is drawn.
+    std::filesystem::remove(folder_ / "out/pyramid_files/10/1_1.png");
+    std::filesystem::last_write_time(
+        folder_ / "out/pyramid_files/9/0_0.png",
+        std::filesystem::last_write_time(folder_ / "half.svg") - std::chrono::hours(1));
+    ASSERT_EQ(run("pyramid half.svg out --max-level 10"), 0);
+    EXPECT_TRUE(std::regex_search(folder_.read("out.log"), std::regex("2 tiles written, 23 kept")));
+    EXPECT_EQ(picture("out/pyramid_files/10/1_1.png"), inner);
+}
+
+// The image does not serve all of the small levels of such a document.
+TEST_F(ImageCommands, pyramidOfALongDrawing) {
+    ASSERT_EQ(run("pyramid long.svg out --max-level 9"), 0) << folder_.read("err.log");
+    for (int level = 0; level <= 8; ++level) {
+        const QImage tile = picture("out/pyramid_files/" + std::to_string(level) + "/0_0.png");
+        ASSERT_EQ(tile.size(), QSize(1, 1 << level)) << level;
+        EXPECT_GT(qAlpha(tile.pixel(0, tile.height() - 1)), 0) << level;
+    }
+}

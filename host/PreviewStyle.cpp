@@ -22,8 +22,11 @@ QString tagText(const TagRun& tags, TzTagId id) {
 
 // The number that a text starts with: "2.5px" is 2.5.
 std::optional<double> leadingNumber(const QString& text) {
+    // A text may be as long as its file, and each try below costs its length.
+    constexpr qsizetype kLongest = 64;
+    const auto longest = static_cast<int>(std::min<qsizetype>(text.size(), kLongest));
     int length = 0;
-    while (length < text.size() && QStringLiteral("+-.0123456789eE").contains(text.at(length))) ++length;
+    while (length < longest && QStringLiteral("+-.0123456789eE").contains(text.at(length))) ++length;
     for (; length > 0; --length) {
         bool ok = false;
         const double number = text.left(length).toDouble(&ok);

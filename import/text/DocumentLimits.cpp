@@ -16,7 +16,9 @@ class MarkupScan {
 
     bool withinLimits() {
         while (true) {
+            const auto start = position_;
             position_ = text_.indexOf(u'<', position_);
+            if (tooManyReferences(start, position_ < 0 ? text_.size() : position_)) return false;
             if (position_ < 0) return true;
             ++position_;
             if (skipPast(u"!--", u"-->") || skipPast(u"![CDATA[", u"]]>") || skipPast(u"?", u"?>")) continue;
@@ -61,8 +63,13 @@ class MarkupScan {
         }
     }
 
-    // An element's tag, attribute values skipped as wholes. False when a limit is passed.
     bool scanElement() {
+        const auto start = position_;
+        return scanTag() && !tooManyReferences(start, position_);
+    }
+
+    // An element's tag, attribute values skipped as wholes. False when a limit is passed.
+    bool scanTag() {
         if (++depth_ > kMaxElementDepth) return false;
         int attributes = 0;
         for (; position_ < text_.size(); ++position_) {
@@ -79,29 +86,67 @@ class MarkupScan {
         return true;
     }
 
+    // Whether a stretch refers to more entities of the document than kMaxReferences: the toolkit's reader
+    // expands a text, and a tag, as a whole before anybody can see how long it gets.
+    bool tooManyReferences(qsizetype from, qsizetype to) const {
+        if (!sawInternalSubset_) return false;
+        int references = 0;
+        QStringView rest = QStringView(text_).mid(from, to - from);
+        for (auto at = rest.indexOf(u'&'); at >= 0; at = rest.indexOf(u'&')) {
+            rest = rest.mid(at + 1);
+            if (!isPredefined(rest) && ++references > kMaxReferences) return true;
+        }
+        return false;
+    }
+
+    // Whether a reference names a character by number or is one of the five that every document has.
+    static bool isPredefined(QStringView reference) {
+        for (const QStringView name : {u"#", u"amp;", u"lt;", u"gt;", u"quot;", u"apos;"}) {
+            if (reference.startsWith(name)) return true;
+        }
+        return false;
+    }
+
     const QString& text_;
     decltype(text_.size()) position_ = 0;
     int depth_ = 0;
     bool sawInternalSubset_ = false;
 };
 
-// The same limits by the toolkit's reader, which expands entities and bounds their expansion.
+// How many characters the attributes of an element take when they are written out.
+qint64 sizeOf(const QXmlStreamAttributes& attributes) {
+    qint64 size = 0;
+    for (const QXmlStreamAttribute& attribute : attributes) {
+        size += attribute.qualifiedName().size() + attribute.value().size() + qint64{4};  // ' ', '=', quotes
+    }
+    return size;
+}
+
+// The same limits by the toolkit's reader, which expands entities and bounds the expansion of each; and the
+// limit on all expansions together: a reference of three characters stands for up to 4,096 of the reader's,
+// a default attribute is added to every element.
 bool expandedWithinLimits(const QString& xml) {
+    qint64 room = kMaxAddedText + qint64{kMaxExpansion} * xml.size();
     QXmlStreamReader reader(xml);
     reader.setNamespaceProcessing(false);
-    for (int depth = 0; !reader.atEnd();) {
+    for (int depth = 0; !reader.atEnd() && room >= 0;) {
         switch (reader.readNext()) {
-            case QXmlStreamReader::StartElement:
-                if (++depth > kMaxElementDepth || reader.attributes().size() > kMaxAttributes) return false;
+            case QXmlStreamReader::StartElement: {
+                const QXmlStreamAttributes attributes = reader.attributes();
+                if (++depth > kMaxElementDepth || attributes.size() > kMaxAttributes) return false;
+                room -= reader.qualifiedName().size() + sizeOf(attributes);
                 break;
+            }
             case QXmlStreamReader::EndElement:
                 --depth;
+                room -= reader.qualifiedName().size();
                 break;
             default:
+                room -= reader.text().size();
                 break;
         }
     }
-    return true;
+    return room >= 0;
 }
 
 }  // namespace

@@ -195,5 +195,42 @@ TEST(DocumentLimits, depthAndAttributes) {
     EXPECT_FALSE(withinLimits(entity + nested(200, QStringLiteral("&e;"))));
 }
 
+// A short text that stands for a long one is refused before anything is built from it.
+TEST(DocumentLimits, expansion) {
+    const auto document = [](const char* subset, const QString& inside) {
+        return QStringLiteral("<!DOCTYPE g [%1]><g>%2</g>").arg(QLatin1String(subset), inside);
+    };
+    const QString kilobyte = QString(1000, u'x');
+    const QByteArray entity = "<!ENTITY e \"" + kilobyte.toLatin1() + "\">";
+    const QByteArray defaults = "<!ATTLIST r a CDATA \"" + kilobyte.toLatin1() + "\">";
+    const QString reference = QStringLiteral("&e;");
+    struct Row {
+        const char* name;
+        const char* subset;
+        QString inside;
+        bool accepted;
+    };
+    const Row rows[] = {
+        {"few references", entity, reference.repeated(900), true},
+        {"many in a text", entity, reference.repeated(2000), false},
+        {"many between elements", entity, (reference + QStringLiteral("<r/>")).repeated(2000), false},
+        {"many in a value", entity, QStringLiteral("<r a='%1'/>").arg(reference.repeated(2000)), false},
+        {"more than are expanded", "<!ENTITY e 'x'>", reference.repeated(4097), false},
+        {"the same, not at once", "<!ENTITY e 'x'>",
+         (reference.repeated(4096) + QStringLiteral("<r/>")).repeated(2), true},
+        {"predefined", "<!ENTITY e 'x'>", QStringLiteral("&amp;&#65;&lt;&gt;&quot;&apos;").repeated(4097),
+         true},
+        {"data", "<!ENTITY e 'x'>", QStringLiteral("<![CDATA[%1]]>").arg(QString(9000, u'&')), true},
+        {"no entities", "", QString(9000, u'x'), true},
+        {"elements of entities", "<!ENTITY e '<r/><r/><r/><r/><r/><r/><r/><r/>'>", reference.repeated(4000),
+         true},
+        {"few defaults", defaults, QStringLiteral("<r/>").repeated(900), true},
+        {"many defaults", defaults, QStringLiteral("<r/>").repeated(2000), false},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(withinLimits(document(row.subset, row.inside)), row.accepted) << row.name;
+    }
+}
+
 }  // namespace
 }  // namespace tzsvg

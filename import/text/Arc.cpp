@@ -1,4 +1,4 @@
-// See the header. Called by the path data reader; tested by tests/text/ArcTest.cpp.
+// See the header. Called by the path data reader; tested by tests/text/PathDataTest.cpp.
 #include "import/text/Arc.h"
 
 #include <QTransform>

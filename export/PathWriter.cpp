@@ -1,7 +1,6 @@
 // See the header. Called by SVGSaver::visitPolygon().
 #include "export/PathWriter.h"
 
-#include "export/RealText.h"
 #include "export/SVGSaver.h"
 #include "import/text/RoundTripNames.h"
 
@@ -10,15 +9,17 @@ namespace {
 
 // "M" before the first point, "C" before every third from the second on. False when a vertex cannot be
 // projected.
-bool appendPathData(const SVGSaver& saver, std::string& text) {
+bool makePathData(SVGSaver& saver) {
+    CoordinateText& text = saver.coordinates();
+    text.clear();
     int state = 0;
     for (const uint32_t vertex : saver.polygonVertices()) {
         const auto point = saver.project(vertex);
         if (!point) return false;
-        if (state == 0) text += 'M';
-        if (state == 1) text += 'C';
+        if (state == 0) text.append('M');
+        if (state == 1) text.append('C');
         state = state == 3 ? 1 : state + 1;
-        appendPlainPair(text, point->x(), point->y());
+        text.appendPlainPair(point->x(), point->y());
     }
     return true;
 }
@@ -31,8 +32,8 @@ bool contains(const std::string& text, QLatin1String word) {
 
 ErrorState PathWriter::write(SVGSaver& saver) {
     ChildOrder* const parent = saver.selectParent();
-    std::string own;
-    if (!parent || !appendPathData(saver, own)) return ErrorState::kPolygon;
+    if (!parent || !makePathData(saver)) return ErrorState::kPolygon;
+    const std::string_view own = saver.coordinates().view();
 
     const std::string* const piece = saver.polygonTag(kTagSubPath);
     const bool isPiece = piece && !piece->empty();
@@ -54,7 +55,7 @@ ErrorState PathWriter::write(SVGSaver& saver) {
     }
     subPathsUsed_ = subPathsUsed_ || isEnd;
 
-    const std::string& data = isEnd ? subPaths_ : own;
+    const std::string_view data = isEnd ? std::string_view(subPaths_) : own;
     saver.element().start(ElementName::kPath);
     saver.element().set(AttributeName::kData, data);
     saver.addElement(*parent);

@@ -3,18 +3,11 @@
 
 #include <string>
 
-#include "export/RealText.h"
 #include "export/SVGSaver.h"
 #include "import/text/RoundTripNames.h"
 
 namespace tzsvg {
 namespace {
-
-std::string realText(double value) {
-    std::string text;
-    appendReal(text, value);
-    return text;
-}
 
 bool setEndPoints(SVGSaver& saver) {
     const auto first = saver.project(saver.polygonVertices()[0]);
@@ -28,13 +21,14 @@ bool setEndPoints(SVGSaver& saver) {
 }
 
 bool setPoints(SVGSaver& saver) {
-    std::string text;
+    CoordinateText& text = saver.coordinates();
+    text.clear();
     for (const uint32_t vertex : saver.polygonVertices()) {
         const auto point = saver.project(vertex);
         if (!point) return false;
-        appendPair(text, point->x(), point->y());  // with a space behind the last one too; meant so
+        text.appendPair(point->x(), point->y());  // with a space behind the last one too; meant so
     }
-    saver.element().set(AttributeName::kPoints, text);
+    saver.element().set(AttributeName::kPoints, text.view());
     return true;
 }
 

@@ -4,12 +4,12 @@
 #include "export/RealText.h"
 
 #include <QString>
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <optional>
-#include <string_view>
 
 namespace tzsvg {
 namespace {
@@ -54,11 +54,17 @@ std::optional<Rounded> roundToDigits(double magnitude) {
     return Rounded{digits, exponent};
 }
 
-// Digits are copied a machine word at a time, without a look at how many there are.
-constexpr size_t kWord = 8;
+// Up to eight characters, the first in the lowest byte: they are put together in a register and stored at
+// once, without a look at how many there are.
+using Characters = uint64_t;
+static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the first character is the lowest byte");
 
-// Room for a number that roundToDigits() can do, with what a copied word may write behind it.
-constexpr size_t kRoom = 16 + kWord;
+void store(char* out, Characters characters) {
+    std::memcpy(out, &characters, sizeof characters);
+}
+
+// Room for a number that roundToDigits() can do, with what a store may write behind it.
+constexpr size_t kRoom = 16 + sizeof(Characters);
 
 // Writes the number; returns the end. Null when roundToDigits() cannot do it.
 char* writeFast(char* out, double value) {
@@ -70,40 +76,33 @@ char* writeFast(char* out, double value) {
     if (!rounded) return nullptr;
     if (value < 0.0) *out++ = '-';
 
-    std::array<char, 2 * kWord> digits;  // NOLINT(cppcoreguidelines-pro-type-member-init): kDigits are read
+    Characters digits = 0;  // as numbers, not yet as characters
     uint32_t rest = rounded->digits;
-    for (int i = kDigits; i-- > 0; rest /= 10)
-        digits[static_cast<size_t>(i)] = static_cast<char>('0' + rest % 10);
-    int used = kDigits;
-    while (used > 1 && digits[static_cast<size_t>(used) - 1] == '0') --used;
+    for (int i = 0; i < kDigits; ++i, rest /= 10) digits = (digits << 8U) | (rest % 10);
+    const int used = 8 - __builtin_clzll(digits) / 8;  // up to the last that is not 0; the first is not
+    digits |= 0x3030303030303030U;                     // '0' in every place
 
     if (rounded->exponent < 0) {
-        std::memcpy(out, "0.00000", kWord);
+        store(out, 0x3030303030302E30U);  // "0.000000"
         out += 1 - rounded->exponent;
-        std::memcpy(out, digits.data(), kWord);
+        store(out, digits);
         return out + used;
     }
     const int whole = rounded->exponent + 1;
-    std::memcpy(out, digits.data(), kWord);
+    store(out, digits);
     out += whole;
     if (used <= whole) return out;
     *out++ = '.';
-    std::memcpy(out, digits.data() + whole, kWord);
+    store(out, digits >> (8U * static_cast<unsigned>(whole)));
     return out + (used - whole);
 }
 
-std::string toolkitText(double value) {
-    return QString::number(value, 'g', kDigits).toStdString();
-}
-
-// Rewrites d.ddde+XX in plain decimal.
-void appendWithoutExponent(std::string& text, std::string_view number) {
+// A number in the toolkit's format in plain decimal: d.ddde+XX is written out.
+std::string withoutExponent(const std::string& number) {
     const size_t mark = number.find('e');
-    if (mark == std::string_view::npos) {
-        text += number;
-        return;
-    }
-    const int exponent = std::stoi(std::string(number.substr(mark + 1)));
+    if (mark == std::string::npos) return number;
+    const int exponent = std::stoi(number.substr(mark + 1));
+    std::string text;
     std::string digits;
     for (const char c : number.substr(0, mark)) {
         if (c == '-') text += c;
@@ -112,46 +111,54 @@ void appendWithoutExponent(std::string& text, std::string_view number) {
     if (exponent < 0) {
         text.append("0.");
         text.append(static_cast<size_t>(-exponent - 1), '0');
-        text.append(digits);
-        return;
+    } else {
+        // An exponent is printed from 6 on only, and there are at most six digits: all stand before the
+        // point.
+        digits.resize(static_cast<size_t>(exponent) + 1, '0');
     }
-    // An exponent is printed from 6 on only, and there are at most six digits: all stand before the point.
-    digits.resize(static_cast<size_t>(exponent) + 1, '0');
-    text.append(digits);
-}
-
-// Writes a pair in one go; for numbers that writeFast() cannot do, `appendOther` writes both.
-template <class AppendOther>
-void appendPairAs(std::string& text, double x, double y, AppendOther&& appendOther) {
-    std::array<char, 2 * kRoom> pair;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled below
-    char* end = writeFast(pair.data(), x);
-    if (end) {
-        *end++ = ',';
-        end = writeFast(end, y);
-    }
-    if (end) {
-        *end++ = ' ';
-        text.append(pair.data(), static_cast<size_t>(end - pair.data()));
-        return;
-    }
-    appendOther(text, toolkitText(x));
-    text += ',';
-    appendOther(text, toolkitText(y));
-    text += ' ';
+    return text + digits;
 }
 
 }  // namespace
 
-void appendReal(std::string& text, double value) {
-    text += toolkitText(value);
+std::string realText(double value) {
+    return QString::number(value, 'g', kDigits).toStdString();
 }
 
-void appendPair(std::string& text, double x, double y) {
-    appendPairAs(text, x, y, [](std::string& to, const std::string& number) { to += number; });
+void CoordinateText::append(char character) {
+    *makeRoom(1) = character;
+    ++used_;
 }
 
-void appendPlainPair(std::string& text, double x, double y) {
-    appendPairAs(text, x, y, appendWithoutExponent);
+void CoordinateText::appendPair(double x, double y) {
+    if (!appendFast(x, y)) append(realText(x) + ',' + realText(y) + ' ');
+}
+
+void CoordinateText::appendPlainPair(double x, double y) {
+    if (!appendFast(x, y)) append(withoutExponent(realText(x)) + ',' + withoutExponent(realText(y)) + ' ');
+}
+
+char* CoordinateText::makeRoom(size_t size) {
+    if (room_.size() - used_ < size) room_.resize(2 * room_.size() + size);
+    return room_.data() + used_;
+}
+
+// False, with nothing appended, when one of the numbers takes the toolkit.
+bool CoordinateText::appendFast(double x, double y) {
+    char* const start = makeRoom(2 * kRoom);
+    char* end = writeFast(start, x);
+    if (!end) return false;
+    *end++ = ',';
+    end = writeFast(end, y);
+    if (!end) return false;
+    *end++ = ' ';
+    used_ += static_cast<size_t>(end - start);
+    return true;
+}
+
+void CoordinateText::append(std::string_view text) {
+    std::copy(text.begin(), text.end(), makeRoom(text.size()));
+    used_ += text.size();
 }
 
 }  // namespace tzsvg

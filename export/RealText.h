@@ -1,19 +1,39 @@
 // Real numbers as text: six significant digits, as QTextStream and QString::number(value, 'g', 6) print them,
-// at a fraction of their cost. Called by the polygon and path writers for every coordinate.
+// at a fraction of their cost. Used by the polygon and path writers for every coordinate.
 #pragma once
 
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace tzsvg {
 
-// Appends the number as the toolkit's streams print it by default: 10.5, 123457, 1e+06, 1e-05.
-void appendReal(std::string& text, double value);
+// A number as the toolkit's streams print it by default: 10.5, 123457, 1e+06, 1e-05.
+std::string realText(double value);
 
-// Appends a pair of them as it stands in point lists: "10.5,20 ".
-void appendPair(std::string& text, double x, double y);
+// A list of coordinate pairs as it grows: "10.5,20 ", with a space behind each pair. Kept by a writer from
+// one polygon to the next, so that its room is.
+class CoordinateText {
+  public:
+    void clear() { used_ = 0; }
+    std::string_view view() const { return {room_.data(), used_}; }
 
-// The same digits in plain decimal, never with an exponent: "1000000,0.00001 ". For path data: its reader
-// knows no exponents, and what the saver writes must be able to come back in.
-void appendPlainPair(std::string& text, double x, double y);
+    void append(char character);
+
+    // Appends a pair of numbers as realText() gives them.
+    void appendPair(double x, double y);
+
+    // The same digits in plain decimal, never with an exponent: "1000000,0.00001 ". For path data: its reader
+    // knows no exponents, and what the saver writes must be able to come back in.
+    void appendPlainPair(double x, double y);
+
+  private:
+    char* makeRoom(size_t size);
+    bool appendFast(double x, double y);
+    void append(std::string_view text);
+
+    std::vector<char> room_;
+    size_t used_ = 0;
+};
 
 }  // namespace tzsvg

@@ -19,6 +19,7 @@
 #include "export/PathWriter.h"
 #include "export/PointCache.h"
 #include "export/ProjectionPlane.h"
+#include "export/RealText.h"
 #include "export/StoredTexts.h"
 #include "export/ViewBox.h"
 #include "hostsdk/CTzLineFormat.h"
@@ -35,8 +36,9 @@ class SVGSaver : public CTzSceneSaver, public CTzLineFormat {
 
     // ---- For the writers of polygons ----
 
-    // The element of the current polygon.
+    // The element of the current polygon, and the coordinates that go into it.
     ElementBuilder& element() { return element_; }
+    CoordinateText& coordinates() { return coordinates_; }
 
     // A point of the mesh in the document; nothing when there is no such point, or it is not finite.
     std::optional<QPointF> project(uint32_t point) const;
@@ -74,6 +76,7 @@ class SVGSaver : public CTzSceneSaver, public CTzLineFormat {
     QDomDocument document_;
     QDomElement root_;
     ElementBuilder element_;
+    CoordinateText coordinates_;
     ElementTexts elementTexts_;
     std::deque<ChildOrder> orders_;  // of the root, which is the first, and of the meshes' own groups
     std::deque<OutputGroups> groups_;

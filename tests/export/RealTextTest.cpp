@@ -21,9 +21,9 @@ std::string streamed(double x, double y) {
 }
 
 std::string pairText(double x, double y) {
-    std::string text;
-    appendPair(text, x, y);
-    return text;
+    CoordinateText text;
+    text.appendPair(x, y);
+    return std::string(text.view());
 }
 
 TEST(RealText, equalsToolkit) {
@@ -70,9 +70,11 @@ TEST(RealText, pathDataHasNoExponent) {
              {999999.5, "1000000"},
              {10.25, "10.25"},
          }) {
-        std::string text;
-        appendPlainPair(text, row.value, 0.0);
-        EXPECT_EQ(text, std::string(row.text) + ",0 ");
+        CoordinateText text;
+        text.appendPlainPair(row.value, 0.0);
+        text.append('M');
+        text.appendPlainPair(0.5, row.value);
+        EXPECT_EQ(text.view(), std::string(row.text) + ",0 M0.5," + row.text + " ");
     }
 }
 

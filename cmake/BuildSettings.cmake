@@ -26,6 +26,8 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
 endif()
 
 if(TZSVG_SANITIZE)
-    add_compile_options(-fsanitize=${TZSVG_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    # GCC's warning of uninitialized values is wrong about instrumented code.
+    add_compile_options(-fsanitize=${TZSVG_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer
+                        -O1 -Wno-maybe-uninitialized)
     add_link_options(-fsanitize=${TZSVG_SANITIZE})
 endif()

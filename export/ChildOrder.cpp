@@ -1,6 +1,8 @@
 // See the header. Tested by tests/export/ChildOrderTest.cpp against placing one by one.
 #include "export/ChildOrder.h"
 
+#include <utility>
+
 namespace tzsvg {
 namespace {
 
@@ -35,27 +37,44 @@ class FreePlaces {
 
 }  // namespace
 
-void ChildOrder::place(const QDomElement& child, uint32_t index) {
-    adoptChildren();
-    const auto count = static_cast<uint32_t>(children_.size());
-    positions_.push_back(index < count ? index : count);
-    children_.push_back(child);
+void ChildOrder::place(const ElementText& element, uint32_t index) {
+    place(Child{{}, element}, index);
 }
 
-void ChildOrder::append(const QDomElement& child) {
-    place(child, UINT32_MAX);
+void ChildOrder::append(const QDomElement& element) {
+    place(Child{element, {}}, UINT32_MAX);
 }
 
-void ChildOrder::apply() {
+void ChildOrder::apply(ElementTexts& texts) {
     if (!adopted_) return;
     // The last one stands where it was placed; before it, each stands at its position among the places that
     // the later ones left free.
     FreePlaces free(children_.size());
-    std::vector<const QDomNode*> order(children_.size());
+    std::vector<const Child*> order(children_.size());
     for (size_t i = children_.size(); i-- > 0;) order[free.take(positions_[i])] = &children_[i];
-    for (const QDomNode* const child : order) parent_.appendChild(*child);  // moves those it has already
+
+    std::vector<ElementText> run;
+    const auto endRun = [&] {
+        if (!run.empty()) parent_.appendChild(texts.placeholder(std::exchange(run, {})));
+    };
+    for (const Child* const child : order) {
+        if (child->node.isNull()) {
+            run.push_back(child->text);
+        } else {
+            endRun();
+            parent_.appendChild(child->node);  // moves those that it has already
+        }
+    }
+    endRun();
     children_ = {};
     positions_ = {};
+}
+
+void ChildOrder::place(Child child, uint32_t index) {
+    adoptChildren();
+    const auto count = static_cast<uint32_t>(children_.size());
+    positions_.push_back(index < count ? index : count);
+    children_.push_back(std::move(child));
 }
 
 void ChildOrder::adoptChildren() {
@@ -63,7 +82,7 @@ void ChildOrder::adoptChildren() {
     adopted_ = true;
     for (QDomNode node = parent_.firstChild(); !node.isNull(); node = node.nextSibling()) {
         positions_.push_back(static_cast<uint32_t>(children_.size()));
-        children_.push_back(node);
+        children_.push_back({node, {}});
     }
 }
 

@@ -6,32 +6,39 @@
 #include <cstdint>
 #include <vector>
 
+#include "export/ElementTexts.h"
+
 namespace tzsvg {
 
 // Placing costs no walk over the siblings: only the position is noted, and where everything ends up is worked
 // out once. n children cost n log n, in whatever order they are placed.
 class ChildOrder {
   public:
-    explicit ChildOrder(QDomElement parent) : parent_(std::move(parent)) {}
+    explicit ChildOrder(const QDomElement& parent) : parent_(parent) {}
 
     // Places an element before the child that stands at that index; behind the last when there is none. So
     // elements that are all placed at 0 come out in reverse order; meant so. The children that the parent has
     // when the first element is placed count as well.
-    void place(const QDomElement& child, uint32_t index);
+    void place(const ElementText& element, uint32_t index);
 
     // Places an element behind the last child.
-    void append(const QDomElement& child);
+    void append(const QDomElement& element);
 
-    // Makes the placed elements children of the parent. Called once; the parent's children are left alone
-    // between the first place() and here.
-    void apply();
+    // Makes the placed elements children of the parent, placeholders for those that are texts. Called once;
+    // the parent's children are left alone between the first placing and here.
+    void apply(ElementTexts& texts);
 
   private:
+    struct Child {
+        QDomNode node;  // null for an element that is text
+        ElementText text;
+    };
+    void place(Child child, uint32_t index);
     void adoptChildren();
 
     QDomElement parent_;
     bool adopted_ = false;
-    std::vector<QDomNode> children_;   // in the order of their placement
+    std::vector<Child> children_;      // in the order of their placement
     std::vector<uint32_t> positions_;  // where each stood when it was placed
 };
 

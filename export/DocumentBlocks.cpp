@@ -81,7 +81,7 @@ ErrorState addClipPaths(QDomDocument& document, const PackageTexts& packages, QD
     return ErrorState::kNone;
 }
 
-ErrorState addIllustratorData(const PackageTexts& packages, QDomElement root) {
+ErrorState addIllustratorData(const PackageTexts& packages, const QDomElement& root) {
     QStringList texts = textsOf(packages, &StoredTexts::illustratorData);
     const auto isBlank = [](const QString& text) { return text.trimmed().isEmpty(); };
     texts.erase(std::remove_if(texts.begin(), texts.end(), isBlank), texts.end());

@@ -23,6 +23,6 @@ ErrorState addDefinitions(QDomDocument& document, const PackageTexts& packages, 
 ErrorState addClipPaths(QDomDocument& document, const PackageTexts& packages, QDomElement root);
 
 // Appends the Illustrator data to the root, behind the reference to it that Illustrator looks for.
-ErrorState addIllustratorData(const PackageTexts& packages, QDomElement root);
+ErrorState addIllustratorData(const PackageTexts& packages, const QDomElement& root);
 
 }  // namespace tzsvg

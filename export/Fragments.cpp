@@ -18,7 +18,7 @@ ParsedSvg parseFragment(const QString& fragment) {
                     QStringLiteral("</svg>"));
 }
 
-void moveChildren(QDomElement from, QDomElement to) {
+void moveChildren(const QDomElement& from, QDomElement to) {
     for (QDomNode child = from.firstChild(); !child.isNull(); child = from.firstChild()) {
         to.appendChild(child);
     }

@@ -23,6 +23,6 @@ ParsedSvg parseSvg(const QString& xml);
 ParsedSvg parseFragment(const QString& fragment);
 
 // Moves all children of an element to the end of another's, which may belong to another document.
-void moveChildren(QDomElement from, QDomElement to);
+void moveChildren(const QDomElement& from, QDomElement to);
 
 }  // namespace tzsvg

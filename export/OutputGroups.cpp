@@ -46,8 +46,8 @@ ChildOrder* OutputGroups::byName(const std::string& name) {
     return found == byName_.end() || !found->second ? nullptr : &found->second->children;
 }
 
-void OutputGroups::apply() {
-    for (Group& group : groups_) group.children.apply();
+void OutputGroups::apply(ElementTexts& texts) {
+    for (Group& group : groups_) group.children.apply(texts);
 }
 
 }  // namespace tzsvg

@@ -27,7 +27,7 @@ class OutputGroups {
     ChildOrder* byName(const std::string& name);
 
     // Makes the placed elements children of their groups.
-    void apply();
+    void apply(ElementTexts& texts);
 
   private:
     struct Group {

@@ -1,8 +1,6 @@
 // See the header. Called by SVGSaver::visitPolygon().
 #include "export/PathWriter.h"
 
-#include <QDomElement>
-
 #include "export/RealText.h"
 #include "export/SVGSaver.h"
 #include "import/text/RoundTripNames.h"
@@ -20,10 +18,7 @@ bool appendPathData(const SVGSaver& saver, std::string& text) {
         if (state == 0) text += 'M';
         if (state == 1) text += 'C';
         state = state == 3 ? 1 : state + 1;
-        appendPlainReal(text, point->x());
-        text += ',';
-        appendPlainReal(text, point->y());
-        text += ' ';
+        appendPlainPair(text, point->x(), point->y());
     }
     return true;
 }
@@ -35,9 +30,6 @@ bool contains(const std::string& text, QLatin1String word) {
 }  // namespace
 
 ErrorState PathWriter::write(SVGSaver& saver) {
-    static const QString kPath = QStringLiteral("path");
-    static const QString kData = QStringLiteral("d");
-
     ChildOrder* const parent = saver.selectParent();
     std::string own;
     if (!parent || !appendPathData(saver, own)) return ErrorState::kPolygon;
@@ -63,10 +55,9 @@ ErrorState PathWriter::write(SVGSaver& saver) {
     subPathsUsed_ = subPathsUsed_ || isEnd;
 
     const std::string& data = isEnd ? subPaths_ : own;
-    QDomElement element = saver.document().createElement(kPath);
-    element.setAttribute(
-        kData, QString::fromLatin1(data.data(), static_cast<decltype(QString().size())>(data.size())));
-    saver.addElement(element, *parent);
+    saver.element().start(ElementName::kPath);
+    saver.element().set(AttributeName::kData, data);
+    saver.addElement(*parent);
     return ErrorState::kNone;
 }
 

@@ -1,8 +1,6 @@
 // See the header. Called by SVGSaver::visitPolygon().
 #include "export/PolygonWriter.h"
 
-#include <QDomElement>
-#include <array>
 #include <string>
 
 #include "export/RealText.h"
@@ -12,43 +10,31 @@
 namespace tzsvg {
 namespace {
 
-// The elements that line polygons become.
-const QString kLine = QStringLiteral("line");
-const QString kPolyline = QStringLiteral("polyline");
-const QString kPolygon = QStringLiteral("polygon");
-
-QString latin1(const std::string& text) {
-    return QString::fromLatin1(text.data(), static_cast<decltype(QString().size())>(text.size()));
+std::string realText(double value) {
+    std::string text;
+    appendReal(text, value);
+    return text;
 }
 
-bool setEndPoints(const SVGSaver& saver, QDomElement element) {
-    static const std::array<std::array<QString, 2>, 2> kNames = {
-        {{QStringLiteral("x1"), QStringLiteral("y1")}, {QStringLiteral("x2"), QStringLiteral("y2")}}};
-    for (size_t end = 0; end < kNames.size(); ++end) {
-        const auto point = saver.project(saver.polygonVertices()[end]);
-        if (!point) return false;
-        const std::array<double, 2> coordinates = {point->x(), point->y()};
-        for (size_t axis = 0; axis < coordinates.size(); ++axis) {
-            std::string text;
-            appendReal(text, coordinates[axis]);
-            element.setAttribute(kNames[end][axis], latin1(text));
-        }
-    }
+bool setEndPoints(SVGSaver& saver) {
+    const auto first = saver.project(saver.polygonVertices()[0]);
+    const auto second = saver.project(saver.polygonVertices()[1]);
+    if (!first || !second) return false;
+    saver.element().set(AttributeName::kX1, realText(first->x()));
+    saver.element().set(AttributeName::kY1, realText(first->y()));
+    saver.element().set(AttributeName::kX2, realText(second->x()));
+    saver.element().set(AttributeName::kY2, realText(second->y()));
     return true;
 }
 
-bool setPoints(const SVGSaver& saver, QDomElement element) {
-    static const QString kPoints = QStringLiteral("points");
+bool setPoints(SVGSaver& saver) {
     std::string text;
     for (const uint32_t vertex : saver.polygonVertices()) {
         const auto point = saver.project(vertex);
         if (!point) return false;
-        appendReal(text, point->x());
-        text += ',';
-        appendReal(text, point->y());
-        text += ' ';  // behind the last pair too; meant so
+        appendPair(text, point->x(), point->y());  // with a space behind the last one too; meant so
     }
-    element.setAttribute(kPoints, latin1(text));
+    saver.element().set(AttributeName::kPoints, text);
     return true;
 }
 
@@ -65,11 +51,12 @@ ErrorState writeLinePolygon(SVGSaver& saver) {
     const bool isPolyline = isKind("POLYLINE");
     const bool isPolygon = !isPolyline && isKind("POLYGON");
     const bool isLine = !isPolyline && !isPolygon && saver.polygonVertices().size() == 2;
-    const QDomElement element =
-        saver.document().createElement(isLine ? kLine : (isPolygon ? kPolygon : kPolyline));
-    const bool written = isLine ? setEndPoints(saver, element) : setPoints(saver, element);
+    saver.element().start(isLine      ? ElementName::kLine
+                          : isPolygon ? ElementName::kPolygon
+                                      : ElementName::kPolyline);
+    const bool written = isLine ? setEndPoints(saver) : setPoints(saver);
     if (!written) return ErrorState::kPolygon;
-    saver.addElement(element, *parent);
+    saver.addElement(*parent);
     return ErrorState::kNone;
 }
 

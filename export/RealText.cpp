@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <optional>
 #include <string_view>
 
@@ -39,11 +40,11 @@ std::optional<Rounded> roundToDigits(double magnitude) {
         } while (magnitude < kInversePowers[static_cast<size_t>(-exponent - 1)]);
     }
     const double scaled = magnitude * kPowers[static_cast<size_t>(kLargestExponent - exponent)];
-    const double whole = std::floor(scaled);
-    const double fraction = scaled - whole;
+    auto digits = static_cast<uint32_t>(scaled);
+    const double fraction = scaled - digits;
     constexpr double kTooClose = 1e-6;  // the scaling is exact to about 1e-10
     if (std::abs(fraction - 0.5) < kTooClose) return std::nullopt;
-    auto digits = static_cast<uint32_t>(whole) + (fraction > 0.5 ? 1 : 0);
+    if (fraction > 0.5) ++digits;
     constexpr uint32_t kOverflow = 1000000;
     if (digits == kOverflow) {
         digits /= 10;
@@ -53,38 +54,42 @@ std::optional<Rounded> roundToDigits(double magnitude) {
     return Rounded{digits, exponent};
 }
 
-void appendRounded(std::string& text, const Rounded& rounded) {
-    std::array<char, kDigits> digits{};
-    uint32_t rest = rounded.digits;
-    for (size_t i = digits.size(); i-- > 0; rest /= 10) digits[i] = static_cast<char>('0' + rest % 10);
-    size_t used = digits.size();
-    while (used > 1 && digits[used - 1] == '0') --used;
+// Digits are copied a machine word at a time, without a look at how many there are.
+constexpr size_t kWord = 8;
 
-    if (rounded.exponent < 0) {
-        text.append("0.");
-        text.append(static_cast<size_t>(-rounded.exponent - 1), '0');
-        text.append(digits.data(), used);
-        return;
-    }
-    const size_t whole = static_cast<size_t>(rounded.exponent) + 1;
-    text.append(digits.data(), whole);
-    if (used > whole) {
-        text += '.';
-        text.append(digits.data() + whole, used - whole);
-    }
-}
+// Room for a number that roundToDigits() can do, with what a copied word may write behind it.
+constexpr size_t kRoom = 16 + kWord;
 
-// False when the number is none that appendRounded() can do.
-bool appendFast(std::string& text, double value) {
+// Writes the number; returns the end. Null when roundToDigits() cannot do it.
+char* writeFast(char* out, double value) {
     if (value == 0.0) {
-        text += '0';
-        return true;
+        *out = '0';
+        return out + 1;
     }
     const auto rounded = roundToDigits(std::abs(value));
-    if (!rounded) return false;
-    if (value < 0.0) text += '-';
-    appendRounded(text, *rounded);
-    return true;
+    if (!rounded) return nullptr;
+    if (value < 0.0) *out++ = '-';
+
+    std::array<char, 2 * kWord> digits;  // NOLINT(cppcoreguidelines-pro-type-member-init): kDigits are read
+    uint32_t rest = rounded->digits;
+    for (int i = kDigits; i-- > 0; rest /= 10)
+        digits[static_cast<size_t>(i)] = static_cast<char>('0' + rest % 10);
+    int used = kDigits;
+    while (used > 1 && digits[static_cast<size_t>(used) - 1] == '0') --used;
+
+    if (rounded->exponent < 0) {
+        std::memcpy(out, "0.00000", kWord);
+        out += 1 - rounded->exponent;
+        std::memcpy(out, digits.data(), kWord);
+        return out + used;
+    }
+    const int whole = rounded->exponent + 1;
+    std::memcpy(out, digits.data(), kWord);
+    out += whole;
+    if (used <= whole) return out;
+    *out++ = '.';
+    std::memcpy(out, digits.data() + whole, kWord);
+    return out + (used - whole);
 }
 
 std::string toolkitText(double value) {
@@ -115,14 +120,38 @@ void appendWithoutExponent(std::string& text, std::string_view number) {
     text.append(digits);
 }
 
+// Writes a pair in one go; for numbers that writeFast() cannot do, `appendOther` writes both.
+template <class AppendOther>
+void appendPairAs(std::string& text, double x, double y, AppendOther&& appendOther) {
+    std::array<char, 2 * kRoom> pair;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled below
+    char* end = writeFast(pair.data(), x);
+    if (end) {
+        *end++ = ',';
+        end = writeFast(end, y);
+    }
+    if (end) {
+        *end++ = ' ';
+        text.append(pair.data(), static_cast<size_t>(end - pair.data()));
+        return;
+    }
+    appendOther(text, toolkitText(x));
+    text += ',';
+    appendOther(text, toolkitText(y));
+    text += ' ';
+}
+
 }  // namespace
 
 void appendReal(std::string& text, double value) {
-    if (!appendFast(text, value)) text += toolkitText(value);
+    text += toolkitText(value);
 }
 
-void appendPlainReal(std::string& text, double value) {
-    if (!appendFast(text, value)) appendWithoutExponent(text, toolkitText(value));
+void appendPair(std::string& text, double x, double y) {
+    appendPairAs(text, x, y, [](std::string& to, const std::string& number) { to += number; });
+}
+
+void appendPlainPair(std::string& text, double x, double y) {
+    appendPairAs(text, x, y, appendWithoutExponent);
 }
 
 }  // namespace tzsvg

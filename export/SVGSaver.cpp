@@ -3,7 +3,6 @@
 #include "export/SVGSaver.h"
 
 #include <QHash>
-#include <QTextStream>
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -78,7 +77,7 @@ TzResult SVGSaver::writeDocument() {
     }
     const TzResult result = writeMeshes();
     if (failed(addIllustratorData(packages, root_))) return kTzFailed;
-    writeOut();
+    writeText(elementTexts_.save(document_));
     return result;
 }
 
@@ -117,8 +116,8 @@ TzResult SVGSaver::writeMeshes() {
     TzResult result = kTzOk;
     startItemScan(kTzItemMesh);
     for (size_t mesh = 0; mesh < storedTexts_.size() && nextItem(); ++mesh) result = writeMesh(mesh);
-    for (OutputGroups& groups : groups_) groups.apply();
-    for (ChildOrder& order : orders_) order.apply();
+    for (OutputGroups& groups : groups_) groups.apply(elementTexts_);
+    for (ChildOrder& order : orders_) order.apply(elementTexts_);
     return result;
 }
 
@@ -167,16 +166,6 @@ bool SVGSaver::growViewBox() {
     return box && viewBox_.add(*box);
 }
 
-void SVGSaver::writeOut() {
-    QString text;
-    {
-        QTextStream stream(&text);
-        document_.save(stream, 0);
-    }
-    const QByteArray bytes = text.toUtf8();
-    writeText({bytes.constData(), static_cast<size_t>(bytes.size())});
-}
-
 void SVGSaver::visitPoint() {
     points_.add(pointIdentifier(), pointPosition());
 }
@@ -211,10 +200,10 @@ ChildOrder* SVGSaver::selectParent() {
     return meshParent_;
 }
 
-void SVGSaver::addElement(const QDomElement& element, ChildOrder& parent) {
-    WriteStyleAttributes(*this, element);
+void SVGSaver::addElement(ChildOrder& parent) {
+    WriteStyleAttributes(*this);
     const std::string* const index = polygonTag(kTagDrawingIndex);
-    parent.place(element, index ? readUnsigned(*index).value_or(0) : 0);
+    parent.place(elementTexts_.add(element_), index ? readUnsigned(*index).value_or(0) : 0);
 }
 
 void SVGSaver::reset() noexcept {
@@ -223,6 +212,7 @@ void SVGSaver::reset() noexcept {
     groupsOfMesh_.clear();
     root_ = {};
     document_.clear();
+    elementTexts_ = {};
     storedTexts_.clear();
     viewBox_ = {};
     pathWriter_.reset();

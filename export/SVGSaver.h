@@ -1,18 +1,19 @@
 // The scene saver server `SVG_SceneSaver`: holds what one save needs, and tells its story in writeDocument()
 // and writeMesh(). The steps are free functions and small classes of this folder; those for polygons get the
 // saver. The whole document is built before it is written; only the XML declaration and the document type go
-// to the file ahead of it.
+// to the file ahead of it. Elements of polygons are in it as placeholders for their saved text: see
+// ElementTexts.h.
 #pragma once
 
 #include <QDomDocument>
 #include <QPointF>
 #include <deque>
-#include <list>
 #include <optional>
-#include <unordered_map>
 #include <vector>
 
 #include "export/ChildOrder.h"
+#include "export/ElementBuilder.h"
+#include "export/ElementTexts.h"
 #include "export/ErrorState.h"
 #include "export/OutputGroups.h"
 #include "export/PathWriter.h"
@@ -34,7 +35,8 @@ class SVGSaver : public CTzSceneSaver, public CTzLineFormat {
 
     // ---- For the writers of polygons ----
 
-    QDomDocument& document() { return document_; }
+    // The element of the current polygon.
+    ElementBuilder& element() { return element_; }
 
     // A point of the mesh in the document; nothing when there is no such point, or it is not finite.
     std::optional<QPointF> project(uint32_t point) const;
@@ -43,11 +45,11 @@ class SVGSaver : public CTzSceneSaver, public CTzLineFormat {
     // element. Null when the tags number a group that there is not.
     ChildOrder* selectParent();
 
-    // Gives the element of the current polygon its style and places it.
-    void addElement(const QDomElement& element, ChildOrder& parent);
+    // Gives the element of the current polygon its style, saves and places it.
+    void addElement(ChildOrder& parent);
 
     // The "stroke-width" for polygons that have none.
-    const QString& strokeWidth() const { return strokeWidth_; }
+    const std::string& strokeWidth() const { return strokeWidth_; }
 
   protected:
     CTzFileFormat* format() noexcept override { return this; }
@@ -65,13 +67,14 @@ class SVGSaver : public CTzSceneSaver, public CTzLineFormat {
     TzResult writeMesh(size_t meshIndex);
     ChildOrder* addMeshGroup();
     bool growViewBox();
-    void writeOut();
     void reset() noexcept;
 
     // Of the save.
     std::vector<std::optional<StoredTexts>> storedTexts_;  // one for each mesh in scan order
     QDomDocument document_;
     QDomElement root_;
+    ElementBuilder element_;
+    ElementTexts elementTexts_;
     std::deque<ChildOrder> orders_;  // of the root, which is the first, and of the meshes' own groups
     std::deque<OutputGroups> groups_;
     std::vector<OutputGroups*> groupsOfMesh_;  // one for each mesh in scan order; null when there is none
@@ -84,7 +87,7 @@ class SVGSaver : public CTzSceneSaver, public CTzLineFormat {
     PlaneAxis axis_ = PlaneAxis::kNone;
     TzBox bounds_{};
     Projection projection_;
-    QString strokeWidth_;
+    std::string strokeWidth_;
     OutputGroups* meshGroups_ = nullptr;
     ChildOrder* meshParent_ = nullptr;  // null until the first polygon, for a mesh with a group of its own
     uint32_t polygonCount_ = 0;

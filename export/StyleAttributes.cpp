@@ -18,44 +18,41 @@ namespace {
 
 struct Row {
     TzTagId tag;
-    QString attribute;
+    AttributeName attribute;
 };
 
 // In ascending order of the IDs, in which they are written. `STYL` has no row: it is never exported.
-const std::array<Row, 15>& styleRows() {
-    static const std::array<Row, 15> kRows = {{
-        {kTagClipPath, QStringLiteral("clip-path")},
-        {kTagDashArray, QStringLiteral("stroke-dasharray")},
-        {kTagDashOffset, QStringLiteral("stroke-dashoffset")},
-        {kTagElementId, QStringLiteral("id")},
-        {kTagFill, QStringLiteral("fill")},
-        {kTagFillOpacity, QStringLiteral("fill-opacity")},
-        {kTagFillRule, QStringLiteral("fill-rule")},
-        {kTagStrokeOpacity, QStringLiteral("stroke-opacity")},
-        {kTagLineCap, QStringLiteral("stroke-linecap")},
-        {kTagStroke, QStringLiteral("stroke")},
-        {kTagLineJoin, QStringLiteral("stroke-linejoin")},
-        {kTagStrokeWidth, QStringLiteral("stroke-width")},
-        {kTagMiterLimit, QStringLiteral("stroke-miterlimit")},
-        {kTagOpacity, QStringLiteral("opacity")},
-        {kTagTransform, QStringLiteral("transform")},
-    }};
-    return kRows;
-}
+constexpr std::array<Row, 15> kRows = {{
+    {kTagClipPath, AttributeName::kClipPath},
+    {kTagDashArray, AttributeName::kDashArray},
+    {kTagDashOffset, AttributeName::kDashOffset},
+    {kTagElementId, AttributeName::kId},
+    {kTagFill, AttributeName::kFill},
+    {kTagFillOpacity, AttributeName::kFillOpacity},
+    {kTagFillRule, AttributeName::kFillRule},
+    {kTagStrokeOpacity, AttributeName::kStrokeOpacity},
+    {kTagLineCap, AttributeName::kLineCap},
+    {kTagStroke, AttributeName::kStroke},
+    {kTagLineJoin, AttributeName::kLineJoin},
+    {kTagStrokeWidth, AttributeName::kStrokeWidth},
+    {kTagMiterLimit, AttributeName::kMiterLimit},
+    {kTagOpacity, AttributeName::kOpacity},
+    {kTagTransform, AttributeName::kTransform},
+}};
 
 // The attribute's text for an absent tag; empty for none.
-QString defaultText(const SVGSaver& saver, TzTagId tag) {
+std::string_view defaultText(const SVGSaver& saver, TzTagId tag) {
     switch (tag) {
         case kTagStrokeWidth:
             return saver.strokeWidth();
         case kTagStrokeOpacity:
-            return QStringLiteral("1.0");
+            return "1.0";
         case kTagStroke:
-            return QStringLiteral("#000000");
+            return "#000000";
         case kTagFill: {
             const std::vector<uint32_t>& vertices = saver.polygonVertices();
             const bool closed = !vertices.empty() && vertices.front() == vertices.back();
-            return closed ? QString() : QStringLiteral("none");
+            return closed ? "" : "none";
         }
         default:
             return {};
@@ -73,7 +70,7 @@ unsigned colourComponent(float value) {
 
 }  // namespace
 
-QString strokeColour(const std::string& text) {
+std::string strokeColour(const std::string& text) {
     float red = 0.0F;
     float green = 0.0F;
     float blue = 0.0F;
@@ -81,28 +78,29 @@ QString strokeColour(const std::string& text) {
     std::array<char, 32> colour{};
     const int size = std::snprintf(colour.data(), colour.size(), "#%02x%02x%02x", colourComponent(red),
                                    colourComponent(green), colourComponent(blue));
-    return QString::fromLatin1(colour.data(), size);
+    return {colour.data(), static_cast<size_t>(size)};
 }
 
-QString defaultStrokeWidth(double largestExtent) {
+std::string defaultStrokeWidth(double largestExtent) {
     const QString name = QStringLiteral("stroke-width");
     QDomElement element = QDomDocument().createElement(name);
     element.setAttribute(name, 0.0025 * largestExtent);
-    return element.attribute(name);
+    return element.attribute(name).toStdString();
 }
 
-void WriteStyleAttributes(SVGSaver& saver, QDomElement element) {
-    for (const Row& row : styleRows()) {
+void WriteStyleAttributes(SVGSaver& saver) {
+    for (const Row& row : kRows) {
+        const auto set = [&](std::string_view value) {
+            if (!value.empty()) saver.element().set(row.attribute, value);
+        };
         const std::string* const text = saver.polygonTag(row.tag);
-        QString value;
         if (!text) {
-            value = defaultText(saver, row.tag);
+            set(defaultText(saver, row.tag));
         } else if (row.tag == kTagStroke && !text->empty() && text->front() != '#') {
-            value = strokeColour(*text);
+            set(strokeColour(*text));
         } else {
-            value = QString::fromStdString(*text);
+            set(*text);
         }
-        if (!value.isEmpty()) element.setAttribute(row.attribute, value);
     }
 }
 

@@ -1,10 +1,7 @@
 // The style attributes of an element from the tags of its polygon.
 #pragma once
 
-#include <QString>
 #include <string>
-
-class QDomElement;
 
 namespace tzsvg {
 
@@ -12,14 +9,14 @@ class SVGSaver;
 
 // Sets the attributes that the tags of the saver's current polygon give on its element, in ascending order of
 // the tag IDs, and the defaults of those that are absent.
-void WriteStyleAttributes(SVGSaver& saver, QDomElement element);
+void WriteStyleAttributes(SVGSaver& saver);
 
 // The stroke colour for a tag text that is no "#" colour: read as "rgb: %f %f %f", components from 0 to 1.
 // What cannot be read is 0, so that "none" and colour names come out as "#000000": meant so, and for the
 // stroke alone. StyleAttributes/strokeColour pins it.
-QString strokeColour(const std::string& text);
+std::string strokeColour(const std::string& text);
 
 // The default stroke width as the toolkit prints it in an attribute, for a mesh of that largest extent.
-QString defaultStrokeWidth(double largestExtent);
+std::string defaultStrokeWidth(double largestExtent);
 
 }  // namespace tzsvg

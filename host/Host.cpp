@@ -60,6 +60,10 @@ Host::Host()
       })),
       object_(CTzPolymorph<Object, ITzHost>::create(core_, services_)) {}
 
+Host::~Host() {
+    core_->servers.forget();
+}
+
 ScenePtr Host::makeScene() const {
     return CTzPolymorph<Scene, ITzScene>::createSelf(core_);
 }

@@ -16,7 +16,8 @@ namespace tzhost {
 class Host {
   public:
     Host();
-    ~Host() = default;
+    // Lets go of the servers: a factory keeps the host that it makes objects for.
+    ~Host();
     Host(const Host&) = delete;
     Host& operator=(const Host&) = delete;
 

@@ -30,7 +30,7 @@ constexpr const char* kBarEmpty = "........................................";
 
 }  // namespace
 
-Monitor::Monitor(std::shared_ptr<HostCore> core, std::string title, uint64_t cancelAfter)
+Monitor::Monitor(std::shared_ptr<HostCore> core, const std::string& title, uint64_t cancelAfter)
     : HostObject(std::move(core), "monitor"),
       title_(toOneLine(title, 60)),
       cancelAfter_(cancelAfter),

@@ -29,7 +29,7 @@ class Monitor : public HostObject, public ITzMonitor {
   protected:
     // `title` stands before the bar. The step of number `cancelAfter` answers kTzCancelled, and all after it;
     // 0: none does.
-    Monitor(std::shared_ptr<HostCore> core, std::string title, uint64_t cancelAfter);
+    Monitor(std::shared_ptr<HostCore> core, const std::string& title, uint64_t cancelAfter);
     ~Monitor() { close(); }
 
   private:

@@ -10,7 +10,6 @@
 #include <cstring>
 #include <utility>
 
-#include "host/Interrupt.h"
 #include "host/OperationError.h"
 
 namespace tzhost {
@@ -86,7 +85,6 @@ void OutputFile::commit() {
 }
 
 void OutputFile::flush() noexcept {
-    if (interrupted()) failure_ = EINTR;
     size_t done = 0;
     while (done < buffer_.size() && failure_ == 0) {
         const ssize_t written = ::write(descriptor_, buffer_.data() + done, buffer_.size() - done);
@@ -106,7 +104,6 @@ void OutputFile::discard() noexcept {
 }
 
 void OutputFile::fail(int error) const {
-    if (error == EINTR) throw OperationError(shown_, step_, kTzCancelled);
     const TzResult code = error == ENOENT || error == ENOTDIR ? kTzNotFound
                           : error == ENOMEM                   ? kTzOutOfMemory
                                                               : kTzFailed;

@@ -23,7 +23,7 @@ class OutputFile {
     OutputFile& operator=(const OutputFile&) = delete;
 
     // Appends. A failure (a full disk) is kept and thrown by commit(), so that this can be called from where
-    // nothing may be thrown; a Ctrl-C that is noted counts as one.
+    // nothing may be thrown.
     void write(std::string_view bytes) noexcept;
 
     // The name of the file as long as it is not committed, for writers that open it themselves.

@@ -332,8 +332,7 @@ std::string SceneParser::where() const {
 
     const FileItem& current = items_.back();
     const std::string itemText = element("items", items_.size() - 1);
-    const std::string point = itemText + "." + element("points", current.data.mesh.pointCount());
-    const std::string polygon = itemText + "." + element("polygons", current.data.mesh.polygonCount());
+    std::string polygon = itemText + "." + element("polygons", current.data.mesh.polygonCount());
     switch (place_) {
         case Place::kItemTags:
             return itemText + ".tags";
@@ -343,7 +342,7 @@ std::string SceneParser::where() const {
             return itemText + ".channels";
         case Place::kPoints:
         case Place::kPoint:
-            return point;
+            return itemText + "." + element("points", current.data.mesh.pointCount());
         case Place::kPolygons:
             return polygon;
         case Place::kPolygon:

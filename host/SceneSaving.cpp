@@ -28,11 +28,13 @@ void exportFile(Host& host, Scene& scene, const std::filesystem::path& file, con
     const InterruptScope interruptScope;
     const auto saver = inStep(fileName, "find saver", [&] { return spawnSaver(host); });
     inStep(fileName, "verify", [&] { tzCheck(saver->verify(&scene)); });
-    // The saver writes the file beside the final name itself. A Ctrl-C during the save keeps it from being
-    // committed.
+    // The saver writes the file beside the final name itself.
     OutputFile out(file, "save");
     const uint32_t flags = options.preparatoryPass ? kTzSavePreparatoryPass : 0;
-    inStep(fileName, "save", [&] { tzCheck(saver->save(tzText(out.temporaryName()), &scene, flags)); });
+    inStep(fileName, "save", [&] {
+        tzCheck(saver->save(tzText(out.temporaryName()), &scene, flags));
+        if (interrupted()) throw CTzError(kTzCancelled);
+    });
     out.commit();
 }
 

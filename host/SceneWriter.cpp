@@ -86,10 +86,15 @@ void writePolygon(JsonText& json, const MeshData& mesh, const Polygon& polygon) 
     json.raw(" }");
 }
 
+// Whether there is a use in writing on.
+bool goesOn(const OutputFile& out) {
+    return !out.failed() && !interrupted();
+}
+
 void writeMesh(JsonText& json, const OutputFile& out, const MeshData& mesh) {
     if (mesh.pointCount() > 0) {
         Separator separator(",\n      \"points\": [\n        ", ",\n        ");
-        for (uint32_t i = 0; i < mesh.pointCount() && !out.failed(); ++i) {
+        for (uint32_t i = 0; i < mesh.pointCount() && goesOn(out); ++i) {
             const TzPoint& point = mesh.point(i);
             json.raw(separator()).raw("[").number(point.x).raw(", ").number(point.y).raw(", ");
             json.number(point.z).raw("]");
@@ -98,7 +103,7 @@ void writeMesh(JsonText& json, const OutputFile& out, const MeshData& mesh) {
     }
     if (mesh.polygonCount() > 0) {
         Separator separator(",\n      \"polygons\": [\n        ", ",\n        ");
-        for (uint32_t i = 0; i < mesh.polygonCount() && !out.failed(); ++i) {
+        for (uint32_t i = 0; i < mesh.polygonCount() && goesOn(out); ++i) {
             writePolygon(json.raw(separator()), mesh, mesh.polygon(i));
         }
         json.raw("\n      ]");
@@ -139,6 +144,7 @@ void writeSceneFile(const Scene& scene, const std::filesystem::path& file) {
         Separator separator("\n    ", ",\n    ");
         for (const auto& item : scene.items()) writeItem(json.raw(separator()), out, item->data());
         json.raw(scene.items().empty() ? "]\n}\n" : "\n  ]\n}\n");
+        if (interrupted()) throw CTzError(kTzCancelled);
         out.commit();
     });
 }

@@ -30,9 +30,9 @@ std::string ServiceGate::failedOperation() const {
     return failedOperation_;
 }
 
-std::vector<std::string> ServiceGate::misuses() const {
+std::map<std::string, uint32_t> ServiceGate::misuses() const {
     const std::lock_guard lock(mutex_);
-    return {misuses_.begin(), misuses_.end()};
+    return misuses_;
 }
 
 void ServiceGate::objectMade(const char* kind) {
@@ -55,7 +55,7 @@ TzResult ServiceGate::refuseThread(const char* operation) noexcept {
     // Whether or not there is memory to record it, the call is refused.
     tzGate([&] {
         const std::lock_guard lock(mutex_);
-        misuses_.push_back(operation);
+        ++misuses_[operation];
     });
     return kTzWrongThread;
 }

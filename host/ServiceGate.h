@@ -9,7 +9,6 @@
 #include <mutex>
 #include <string>
 #include <thread>
-#include <vector>
 
 #include "hostsdk/CTzError.h"
 
@@ -52,8 +51,8 @@ class ServiceGate {
     // The operation that failCall() made fail; empty when the calls ended before it.
     std::string failedOperation() const;
 
-    // Operations called on a thread that they do not allow.
-    std::vector<std::string> misuses() const;
+    // Operations called on a thread that they do not allow, and how often.
+    std::map<std::string, uint32_t> misuses() const;
 
     // ---- Host objects alive, by kind; kept by HostObject ----
 
@@ -74,7 +73,7 @@ class ServiceGate {
     uint64_t failAt_ = 0;  // 0: no call
     TzResult failWith_ = kTzOk;
     const char* failedOperation_ = "";
-    std::vector<const char*> misuses_;
+    std::map<std::string, uint32_t> misuses_;
     std::map<std::string, uint32_t> alive_;
 };
 

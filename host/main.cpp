@@ -71,8 +71,9 @@ void runCommand(const CommandRun& run, const std::string& moduleFile) {
         throw OperationError("standard output", "write", kTzFailed);
     }
     // The work is done and stands; what the module did not let go of is told all the same.
-    for (const std::string& misuse : session.host.gate().misuses()) {
-        std::fprintf(stderr, "warning: the module called %s off the host thread\n", misuse.c_str());
+    for (const auto& [operation, times] : session.host.gate().misuses()) {
+        std::fprintf(stderr, "warning: the module called %s off the host thread, %u times\n",
+                     operation.c_str(), times);
     }
     for (const std::string& report : session.module.unload()) {
         std::fprintf(stderr, "warning: at unload: %s\n", report.c_str());

@@ -12,7 +12,7 @@ constexpr int kRealDigits = 6;  // those of "%g"
 }  // namespace
 
 bool CTzLineFormat::open(const std::string& fileName) {
-    close();
+    CTzLineFormat::close();  // a saver's own close also ends its save
     fileName_ = fileName;
     atLineStart_ = true;
     // A name that the system would cut at a null character names another file.
@@ -45,7 +45,10 @@ void CTzLineFormat::writeText(std::string_view text) {
         return;
     }
     if (!stream_->writing) return;
-    if (std::fwrite(text.data(), 1, text.size(), stream_->file.get()) != text.size()) failed_ = true;
+    // An empty text may be a null pointer, which the library does not take.
+    if (!text.empty() && std::fwrite(text.data(), 1, text.size(), stream_->file.get()) != text.size()) {
+        failed_ = true;
+    }
     atLineStart_ = false;
 }
 

@@ -27,16 +27,16 @@ const QHash<QString, List>& listsByName() {
 
 }  // namespace
 
-DocumentSurvey::DocumentSurvey(const QDomDocument& document) {
+DocumentSurvey::DocumentSurvey(const QDomNode& top) {
     const auto& lists = listsByName();
-    for (QDomNode node = document.firstChild(); !node.isNull();) {
+    for (QDomNode node = top.firstChild(); !node.isNull();) {
         ++nodeCount;
         if (node.isElement()) {
             const auto list = lists.constFind(node.nodeName());
             if (list != lists.constEnd()) (this->*list.value()).push_back(node.toElement());
         }
         QDomNode next = node.firstChild();
-        while (next.isNull() && !node.isNull()) {
+        while (next.isNull() && node != top) {
             next = node.nextSibling();
             if (next.isNull()) node = node.parentNode();
         }

@@ -1,18 +1,18 @@
 // One walk over a document for everything that later steps look for by name, so that none of them walks it
-// again. Made by SVGLoader before the captures.
+// again. Made by SVGLoader before the captures, and by the flattening of switches for what it cloned.
 #pragma once
 
-#include <QDomDocument>
 #include <QDomElement>
+#include <QDomNode>
 #include <vector>
 
 namespace tzsvg {
 
-// Elements by name, each list in document order.
+// The elements below a node (the document, mostly) by name, each list in document order.
 struct DocumentSurvey {
-    explicit DocumentSurvey(const QDomDocument& document);
+    explicit DocumentSurvey(const QDomNode& top);
 
-    size_t nodeCount = 0;            // all nodes below the document
+    size_t nodeCount = 0;            // all nodes below it
     std::vector<QDomElement> roots;  // "svg"
     std::vector<QDomElement> switches;
     std::vector<QDomElement> groups;

@@ -5,6 +5,7 @@
 #include <QDomElement>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -12,30 +13,48 @@
 
 namespace tzsvg {
 
-// What the group tags of a group's shapes say.
+// What the group tags of a group's shapes say. Views into the table.
 struct GroupTexts {
-    std::string number;
-    std::string name;   // its "id", may be empty
-    std::string chain;  // the names of the consecutive enclosing groups, outermost first, joined by ";"
+    std::string_view number;
+    std::string_view name;   // its "id", may be empty
+    std::string_view chain;  // the names of the consecutive enclosing groups, outermost first, joined by ";"
 };
 
 class GroupTable {
   public:
     void reset() noexcept;
 
-    // Gives a group the next number, from 1 on.
+    // Gives a group the next number, from 1 on. Groups come in document order.
     void record(const QDomElement& group);
 
     std::optional<unsigned> numberOf(const QDomNode& node) const;
 
-    // The texts for the shapes of a parent; null when it is not a numbered group. Worked out once for shapes
-    // that follow one another; valid until the next call.
+    // The texts for the shapes of a parent; null when it is not a numbered group. Valid until the next call.
+    // A walk down the document pays for each group that it enters once, not for all groups around it.
     const GroupTexts* textsOf(const QDomNode& parent);
 
   private:
-    std::vector<QDomElement> groups_;  // by number - 1; keeps the nodes alive, so that identities stay theirs
+    struct Group {
+        QDomElement element;  // keeps the node alive, so that its identity stays its own
+        unsigned parent;      // the number of the numbered group directly above; 0 for none
+        size_t level;         // how many numbered groups lie above it without a gap
+    };
+    // A group on the way from the outermost group down to the one asked for last.
+    struct Step {
+        unsigned number;
+        size_t nameBegin;  // its name's place in names_
+        size_t nameEnd;
+    };
+
+    const Group& group(unsigned number) const { return groups_[number - 1]; }
+    void enter(unsigned number);
+
+    std::vector<Group> groups_;  // by number - 1
     std::unordered_map<NodeIdentity, unsigned> numbers_;
-    NodeIdentity lastParent_ = nullptr;
+
+    std::vector<Step> path_;  // by level
+    std::string names_;       // of the path, joined by ";"
+    std::string lastNumber_;
     GroupTexts lastTexts_;
 };
 

@@ -9,19 +9,14 @@
 #include "import/SVGLoader.h"
 #include "import/ShapeConverter.h"
 #include "import/shape/ShapeItem.h"
+#include "import/shape/ShapeNames.h"
 #include "import/text/RoundTripNames.h"
 
 namespace tzsvg {
 namespace {
 
+// Elements that the walk knows beside the shapes.
 struct Names {
-    const QString circle = QStringLiteral("circle");
-    const QString ellipse = QStringLiteral("ellipse");
-    const QString rect = QStringLiteral("rect");
-    const QString line = QStringLiteral("line");
-    const QString polygon = QStringLiteral("polygon");
-    const QString polyline = QStringLiteral("polyline");
-    const QString path = QStringLiteral("path");
     const QString group = QStringLiteral("g");
     const QString defs = QStringLiteral("defs");
     const QString clipPath = QStringLiteral("clipPath");
@@ -39,13 +34,13 @@ struct Handled {
 };
 
 Handled handleElement(SVGLoader& loader, const QDomElement& element, const QString& name, unsigned index) {
-    const Names& n = names();
+    const ShapeNames& n = shapeNames();
     // A rectangle does not advance the drawing index, every other shape and a group does. The asymmetry is
     // meant: it is how stored drawings are ordered, and the saver reads them so. Loader/drawingIndices pins
     // it.
     if (name == n.rect) return {convertRect(loader, element), false};
     if (name == n.path) return {convertPath(loader, element, index), true};
-    if (name == n.group) return {true, true};
+    if (name == names().group) return {true, true};
     if (name == n.circle || name == n.ellipse) return {convertEllipse(loader, element), true};
     if (name == n.line) return {convertLine(loader, element), true};
     if (name == n.polygon) return {convertPolygon(loader, element), true};

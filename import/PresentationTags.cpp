@@ -61,7 +61,7 @@ void writeGroup(SVGLoader& loader, const QDomElement& element, const QString& st
 
 }  // namespace
 
-bool writeFillTags(SVGLoader& loader, const QDomNode& node) {
+bool ApplyFillStyleTags(SVGLoader& loader, const QDomNode& node) {
     if (!node.isElement()) return false;
     const QDomElement element = node.toElement();
     const QString style = styleOf(element);
@@ -70,7 +70,7 @@ bool writeFillTags(SVGLoader& loader, const QDomNode& node) {
     return true;
 }
 
-bool writeStrokeTags(SVGLoader& loader, const QDomNode& node) {
+bool ApplyStrokeStyleTags(SVGLoader& loader, const QDomNode& node) {
     if (!node.isElement()) return false;
     const QDomElement element = node.toElement();
     writeGroup(loader, element, styleOf(element), strokeProperties());

@@ -2,13 +2,10 @@
 // children before it and removing it.
 #include "import/SwitchFlattening.h"
 
-#include <QString>
-
 namespace tzsvg {
 namespace {
 
-// Moves the children of every switch below a node, and of the node's, into their places. What is moved has
-// been cloned before.
+// Moves an element's children to its place, and the element out of the document.
 void dissolve(const QDomElement& element) {
     QDomNode parent = element.parentNode();
     for (QDomNode child = element.firstChild(); !child.isNull();) {
@@ -19,35 +16,22 @@ void dissolve(const QDomElement& element) {
     parent.removeChild(element);
 }
 
-// A switch within a switch is cloned with the outer one.
-bool isWithinSwitch(const QDomElement& element) {
-    for (QDomNode ancestor = element.parentNode(); !ancestor.isNull(); ancestor = ancestor.parentNode()) {
-        if (ancestor.nodeName() == element.nodeName()) return true;
-    }
-    return false;
-}
-
 }  // namespace
 
 bool flattenSwitches(const DocumentSurvey& survey) {
-    for (const QDomElement& outer : survey.switches) {
-        if (isWithinSwitch(outer)) continue;
+    for (size_t i = 0; i < survey.switches.size();) {
+        const QDomElement outer = survey.switches[i];
         QDomNode parent = outer.parentNode();
         if (parent.isNull()) return false;
-        // Innermost last in this list: document order.
         const QDomElement clone = outer.cloneNode(true).toElement();
         parent.replaceChild(clone, outer);
-        std::vector<QDomElement> switches(1, clone);
-        for (QDomNode node = clone.firstChild(); !node.isNull();) {
-            if (node.isElement() && node.nodeName() == clone.nodeName()) switches.push_back(node.toElement());
-            QDomNode next = node.firstChild();
-            while (next.isNull() && node != clone) {
-                next = node.nextSibling();
-                if (next.isNull()) node = node.parentNode();
-            }
-            node = next;
-        }
-        for (auto inner = switches.rbegin(); inner != switches.rend(); ++inner) dissolve(*inner);
+        const std::vector<QDomElement> inner = DocumentSurvey(clone).switches;
+        // From the outside in: a switch has left its own switch before its children move, so that each of
+        // them moves once, however deep the switches are nested.
+        dissolve(clone);
+        for (const QDomElement& element : inner) dissolve(element);
+        // What follows `outer` in the survey are the switches inside it, which left the document with it.
+        i += 1 + inner.size();
     }
     return true;
 }

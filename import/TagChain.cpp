@@ -22,7 +22,7 @@ bool writeIdentityTags(SVGLoader& loader, const QDomElement& element) {
 }  // namespace
 
 bool writeTagChain(SVGLoader& loader, const QDomElement& element, const QGraphicsItem& item) {
-    return writeFillTags(loader, element) && writeStrokeTags(loader, element) &&
+    return ApplyFillStyleTags(loader, element) && ApplyStrokeStyleTags(loader, element) &&
            writePrimitiveTags(loader, element, item) && writeGroupTags(loader, element) &&
            writeIdentityTags(loader, element);
 }

@@ -62,3 +62,9 @@ build_preset() {
     fi
     run "build ($preset)" cmake --build --preset "$preset" -- --quiet
 }
+
+# tracked PATTERN...: fills the array `files` with the tracked files; none at all means that git did not answer.
+tracked() {
+    mapfile -d '' -t files < <(git ls-files -z -- "$@")
+    ((${#files[@]})) || { echo "git lists no $*"; return 1; }
+}

@@ -2,22 +2,18 @@
 #include "import/shape/ShapeItem.h"
 
 #include <QPen>
+#include <algorithm>
 
+#include "import/shape/ShapeNames.h"
 #include "import/text/PathData.h"
+#include "import/text/PathPoint.h"
 #include "import/text/PointList.h"
 
 namespace tzsvg {
 namespace {
 
-// Attribute and element names, built once.
+// Attribute names, built once.
 struct Names {
-    const QString circle = QStringLiteral("circle");
-    const QString ellipse = QStringLiteral("ellipse");
-    const QString line = QStringLiteral("line");
-    const QString path = QStringLiteral("path");
-    const QString polygon = QStringLiteral("polygon");
-    const QString polyline = QStringLiteral("polyline");
-    const QString rect = QStringLiteral("rect");
     const QString cx = QStringLiteral("cx");
     const QString cy = QStringLiteral("cy");
     const QString r = QStringLiteral("r");
@@ -91,7 +87,7 @@ bool pointsOf(const QDomElement& element, QVector<QPointF>& points) {
 
 bool isShapeElement(const QDomNode& node) {
     if (!node.isElement()) return false;
-    const Names& n = names();
+    const ShapeNames& n = shapeNames();
     const QString name = node.nodeName();
     return name == n.rect || name == n.path || name == n.circle || name == n.ellipse || name == n.line ||
            name == n.polygon || name == n.polyline;
@@ -99,7 +95,7 @@ bool isShapeElement(const QDomNode& node) {
 
 std::unique_ptr<QGraphicsItem> createShapeItem(const QDomNode& node, const LengthContext& lengths) {
     if (!node.isElement()) return nullptr;
-    const Names& n = names();
+    const ShapeNames& n = shapeNames();
     const QDomElement element = node.toElement();
     const QString name = element.tagName();
     const auto named = [&](const QString& kind) {
@@ -156,6 +152,7 @@ std::unique_ptr<QGraphicsPolygonItem> buildPolygonItem(const QDomElement& elemen
 std::unique_ptr<QGraphicsPathItem> buildPolylineItem(const QDomElement& element) {
     QVector<QPointF> points;
     if (!pointsOf(element, points)) return nullptr;
+    if (!std::all_of(points.cbegin(), points.cend(), fitsPainterPath)) return nullptr;
     QPainterPath path;
     if (!points.isEmpty()) path.moveTo(points.first());
     for (int i = 1; i < points.size(); ++i) path.lineTo(points.at(i));

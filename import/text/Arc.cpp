@@ -1,8 +1,10 @@
-// See the header. Called by the path data reader; tested by tests/text/ArcTest.cpp.
+// See the header. Called by the path data reader; tested by tests/text/PathDataTest.cpp.
 #include "import/text/Arc.h"
 
 #include <QTransform>
 #include <cmath>
+
+#include "import/text/PathPoint.h"
 
 namespace tzsvg {
 namespace {
@@ -11,10 +13,6 @@ constexpr double kFullTurn = 6.283185307179586;
 constexpr double kLargestSegment =
     1.571796326842394;                        // a quarter turn and a little, single precision widened
 constexpr float kControlFactor = 1.3333334F;  // four thirds
-
-bool isFinite(const QPointF& p) {
-    return std::isfinite(p.x()) && std::isfinite(p.y());
-}
 
 float root(double value) {
     return std::sqrt(static_cast<float>(value));
@@ -49,7 +47,8 @@ UnitArc onUnitCircle(const QPointF& p0, const QPointF& p1, bool large, bool swee
     return {centre, from, turn};
 }
 
-// Appends one cubic between two angles. False when its control distance or a point is not finite.
+// Appends one cubic between two angles. False when its control distance is not finite or a point does not
+// fit.
 bool appendSegment(const UnitArc& arc, double from, double to, const QTransform& toUser, QPainterPath& path) {
     const float t = std::tan(static_cast<float>((to - from) * 0.25)) * kControlFactor;
     if (!std::isfinite(t)) return false;
@@ -63,7 +62,7 @@ bool appendSegment(const UnitArc& arc, double from, double to, const QTransform&
     const QPointF q1 = toUser.map(control1);
     const QPointF q2 = toUser.map(control2);
     const QPointF q3 = toUser.map(end);
-    if (!isFinite(q1) || !isFinite(q2) || !isFinite(q3)) return false;
+    if (!fitsPainterPath(q1) || !fitsPainterPath(q2) || !fitsPainterPath(q3)) return false;
     path.cubicTo(q1, q2, q3);
     return true;
 }

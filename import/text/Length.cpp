@@ -1,4 +1,4 @@
-// See the header. Tested by tests/text/LengthTest.cpp.
+// See the header. Tested by tests/text/NumbersTest.cpp.
 #include "import/text/Length.h"
 
 #include <QStringView>

@@ -1,4 +1,4 @@
-// See the header. Tested by tests/text/NumberScannerTest.cpp.
+// See the header. Tested by tests/text/NumbersTest.cpp.
 #include "import/text/NumberScanner.h"
 
 #include "import/text/NumberText.h"

@@ -3,10 +3,10 @@
 #include "import/text/PathData.h"
 
 #include <QPointF>
-#include <cmath>
 
 #include "import/text/Arc.h"
 #include "import/text/NumberScanner.h"
+#include "import/text/PathPoint.h"
 
 namespace tzsvg {
 namespace {
@@ -94,11 +94,8 @@ class PathReader {
         double y = 0.0;
         if (!number(x) || !number(y)) return false;
         out = origin + QPointF(x, y);
-        return isFinite(out);
+        return fitsPainterPath(out);
     }
-
-    // The painter path would drop a point that is not finite without a word.
-    static bool isFinite(const QPointF& p) { return std::isfinite(p.x()) && std::isfinite(p.y()); }
 
     bool flag(bool& value) {
         skipWhiteSpace(text_, position_);
@@ -114,7 +111,7 @@ class PathReader {
     // when the previous command was of the same family, else the current point.
     bool reflected(QStringView family, QPointF& control) const {
         control = family.contains(previous_) ? current_ + (current_ - lastControl_) : current_;
-        return isFinite(control);
+        return fitsPainterPath(control);
     }
 
     bool moveTo(const QPointF& origin) {
@@ -141,7 +138,7 @@ class PathReader {
     }
 
     bool lineToPoint(const QPointF& end) {
-        if (!isFinite(end)) return false;
+        if (!fitsPainterPath(end)) return false;
         path_.lineTo(end);
         current_ = end;
         return true;
@@ -180,8 +177,8 @@ class PathReader {
     bool quadraticFrom(const QPointF& control, const QPointF& origin) {
         QPointF end;
         if (!point(origin, end)) return false;
-        // What the painter path makes of it, a cubic, has to be finite too.
-        if (!isFinite(current_ + 2 * control) || !isFinite(end + 2 * control)) return false;
+        // What the painter path makes of it, a cubic, has to fit too.
+        if (!fitsPainterPath(current_ + 2 * control) || !fitsPainterPath(end + 2 * control)) return false;
         path_.quadTo(control, end);
         lastControl_ = control;
         current_ = end;

@@ -1,4 +1,4 @@
-// See the header. Tested by tests/text/PointListTest.cpp.
+// See the header. Tested by tests/text/ListsTest.cpp.
 #include "import/text/PointList.h"
 
 #include <cmath>

@@ -1,4 +1,4 @@
-// See the header. Tested by tests/text/TransformListTest.cpp.
+// See the header. Tested by tests/text/ListsTest.cpp.
 #include "import/text/TransformList.h"
 
 #include <array>

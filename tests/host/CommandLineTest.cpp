@@ -1,14 +1,20 @@
 // The program: what it prints, what it leaves behind, how it exits. Every row is a command line for a shell
 // in a folder with a few files; the module is the probe.
+#include <fnmatch.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cstdlib>
-#include <regex>
 
 #include "tests/host/TestFolder.h"
 
 namespace {
+
+// Whether a text is one line and fits the pattern of a shell.
+bool matches(const std::string& text, const std::string& pattern) {
+    return fnmatch(pattern.c_str(), text.c_str(), 0) == 0 && std::count(text.begin(), text.end(), '\n') == 1;
+}
 
 class CommandLineTest : public ::testing::Test {
   protected:
@@ -16,6 +22,7 @@ class CommandLineTest : public ::testing::Test {
         folder_.write("good.probe", "probe\ntriangle\nlog\n");
         folder_.write("bad.probe", "probe\ntriangle\nfail\n");
         folder_.write("plain.txt", "plain\n");
+        folder_.write("n\xE4me.probe", "probe\n");
         folder_.write("scene.json", R"({"format": "tzscene", "version": 1, "items": [{"colour": 1}]})");
         folder_.write("kept.json", "kept");
         std::filesystem::create_directory(folder_ / "folder");
@@ -41,32 +48,33 @@ TEST_F(CommandLineTest, RefusesInOneLine) {
         const char* line;
     };
     const Row rows[] = {
-        {"", 2, "A subcommand is required.*"},
-        {"fly", 2, ".*"},
-        {"import good.probe", 2, "SCENE.json is required.*"},
-        {"import good.probe out.json --cancel-after 0", 2, "--cancel-after: .*"},
-        {"import good.probe out.json --cancel-after -1", 2, ".*--cancel-after.*"},
-        {"preview good.probe out.png --size 0", 2, "--size: .*"},
-        {"import missing.svg out.json", 1, R"(missing\.svg: open: 0x80000004 \(No such file or directory\))"},
-        {"import folder out.json", 1, R"(folder: open: 0x80000000 \(Is a directory\))"},
-        {"import plain.txt out.json", 1, R"(plain\.txt: recognise: 0x80000005 \(not recognised\))"},
-        {"import bad.probe kept.json", 1, R"(bad\.probe: load: 0x80000000 \(failed\))"},
-        {"import good.probe out.json --cancel-after 2", 1, R"(good\.probe: load: 0x80000006 \(cancelled\))"},
-        {"import good.probe none/out.json", 1, R"(none/out\.json: write: 0x80000004 .*)"},
-        {"import good.probe folder", 1, R"(folder: write: 0x80000000 \(Is a directory\))"},
-        {"import good.probe /dev/full", 1, R"(/dev/full: write: 0x80000000 \(No space left on device\))"},
-        {"import good.probe out.json --log /dev/full", 1, R"(/dev/full: write log: 0x80000000 .*)"},
-        {"import good.probe out.json --log none/log", 1, R"(none/log: write log: 0x80000004 .*)"},
+        {"", 2, "A subcommand is required*"},
+        {"fly", 2, "*"},
+        {"import good.probe", 2, "SCENE.json is required*"},
+        {"import good.probe out.json --cancel-after 0", 2, "--cancel-after: *"},
+        {"import good.probe out.json --cancel-after -1", 2, "*--cancel-after*"},
+        {"preview good.probe out.png --size 0", 2, "--size: *"},
+        {"import missing.svg out.json", 1, "missing.svg: open: 0x80000004 (No such file or directory)"},
+        {"import $(printf 'n\\344me.probe') out.json", 1, "*: open: 0x80000002 (the name is not UTF-8)"},
+        {"import folder out.json", 1, "folder: open: 0x80000000 (Is a directory)"},
+        {"import plain.txt out.json", 1, "plain.txt: recognise: 0x80000005 (not recognised)"},
+        {"import bad.probe kept.json", 1, "bad.probe: load: 0x80000000 (failed)"},
+        {"import good.probe out.json --cancel-after 2", 1, "good.probe: load: 0x80000006 (cancelled)"},
+        {"import good.probe none/out.json", 1, "none/out.json: write: 0x80000004 *"},
+        {"import good.probe folder", 1, "folder: write: 0x80000000 (Is a directory)"},
+        {"import good.probe /dev/full", 1, "/dev/full: write: 0x80000000 (No space left on device)"},
+        {"import good.probe out.json --log /dev/full", 1, "/dev/full: write log: 0x80000000 *"},
+        {"import good.probe out.json --log none/log", 1, "none/log: write log: 0x80000004 *"},
         {"preview scene.json out.png", 1,
-         R"re(scene\.json: read: 0x80000002 \(items\[0\]: unknown key "colour"\))re"},
-        {"preview plain.txt out.png", 1, R"(plain\.txt: recognise: 0x80000005 \(not recognised\))"},
-        {"preview good.probe /dev/full", 1, R"(/dev/full: write: 0x80000000 .*)"},
+         "scene.json: read: 0x80000002 (items\\[0]: unknown key \"colour\")"},
+        {"preview plain.txt out.png", 1, "plain.txt: recognise: 0x80000005 (not recognised)"},
+        {"preview good.probe /dev/full", 1, "/dev/full: write: 0x80000000 *"},
     };
     const std::vector<std::string> before = folder_.names();
     for (const Row& row : rows) {
         EXPECT_EQ(row.status, run(row.arguments)) << row.arguments;
         const std::string error = folder_.read(".err");
-        EXPECT_TRUE(std::regex_match(error, std::regex("tzhost: " + std::string(row.line) + "\n")))
+        EXPECT_TRUE(matches(error, "tzhost: " + std::string(row.line) + "\n"))
             << row.arguments << ": " << error;
         EXPECT_EQ("", folder_.read(".out")) << row.arguments;
         std::filesystem::remove(folder_ / ".err");
@@ -78,9 +86,8 @@ TEST_F(CommandLineTest, RefusesInOneLine) {
 
 TEST_F(CommandLineTest, ImportsDrawsAndListsServers) {
     EXPECT_EQ(0, run("import good.probe kept.json --log log.txt")) << folder_.read(".err");
-    EXPECT_TRUE(std::regex_match(
-        folder_.read(".out"),
-        std::regex("good\\.probe: 1 shapes, 1 polygons, 3 points, \\d+\\.\\d{3} s -> kept\\.json\n")))
+    EXPECT_TRUE(matches(folder_.read(".out"),
+                        "good.probe: 1 shapes, 1 polygons, 3 points, [0-9].[0-9][0-9][0-9] s -> kept.json\n"))
         << folder_.read(".out");
     EXPECT_EQ("triangle\nended\nnot ended\nan error\n", folder_.read("log.txt"));
     EXPECT_NE(std::string::npos, folder_.read("kept.json").find(R"("channels": {)"));
@@ -115,7 +122,7 @@ TEST_F(CommandLineTest, WarnsOfWhatTheModuleKeeps) {
     folder_.write("leak.probe", "probe\nleak\nthread\n");
     EXPECT_EQ(0, run("import leak.probe out.json"));
     EXPECT_EQ(
-        "warning: the module called ITzItem::setTag off the host thread\n"
+        "warning: the module called ITzItem::setTag off the host thread, 1 times\n"
         "warning: at unload: item: 1 reference not released\n",
         folder_.read(".err"));
 }

@@ -4,9 +4,6 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <csignal>
-
-#include "host/Interrupt.h"
 #include "host/OperationError.h"
 #include "tests/host/TestFolder.h"
 
@@ -71,18 +68,6 @@ TEST(OutputFile, TellsAFullDiskAtTheEnd) {
     } catch (const OperationError& error) {
         EXPECT_STREQ("/dev/full: write: 0x80000000 (No space left on device)", error.what());
     }
-}
-
-TEST(OutputFile, LeavesNothingWhenInterrupted) {
-    const TestFolder folder;
-    folder.write("out.txt", "before");
-    const InterruptScope scope;
-    OutputFile out(folder / "out.txt", "write");
-    out.write("after");
-    std::raise(SIGINT);
-    EXPECT_THROW(out.commit(), OperationError);
-    EXPECT_EQ(Names{"out.txt"}, folder.names());
-    EXPECT_EQ("before", folder.read("out.txt"));
 }
 
 }  // namespace

@@ -195,7 +195,8 @@ TEST(SceneFile, KeepsEveryCoordinate) {
     const MeshData& back = read->items().at(0)->data().mesh;
     ASSERT_EQ(numbers.size(), back.pointCount());
     for (uint32_t i = 0; i < numbers.size(); ++i) {
-        ASSERT_EQ(0, std::memcmp(&numbers[i], &back.point(i).x, sizeof(double))) << numbers[i];
+        ASSERT_EQ(numbers[i], back.point(i).x);
+        ASSERT_EQ(std::signbit(numbers[i]), std::signbit(back.point(i).x)) << numbers[i];
     }
 }
 

@@ -108,6 +108,7 @@ TEST(GroupTags, unnamedGroups) {
     const Parsed parsed(
         "<svg><g id='a'><g><g id='b'><i1/></g><i2/></g></g><g><i3/></g><g><g id='c'><i4/></g></g>"
         "<g id='d'><a><g id='e'><i5/></g></a></g><i6/></svg>");
+    // Out of the document's order too: what was asked before must not show.
     GroupTable table;
     for (const QDomElement& group : parsed.survey->groups) table.record(group);
     struct Row {
@@ -117,6 +118,7 @@ TEST(GroupTags, unnamedGroups) {
     const Row rows[] = {
         {"i1", "3", "b", "a;;b"}, {"i2", "2", "", "a"},  {"i3", "4", "", ""},
         {"i4", "6", "c", ";c"},   {"i5", "8", "e", "e"}, {"i1", "3", "b", "a;;b"},
+        {"i2", "2", "", "a"},     {"i5", "8", "e", "e"}, {"i2", "2", "", "a"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.shape);
@@ -194,7 +196,7 @@ TEST(SwitchFlattening, everyAlternativeInOrder) {
     EXPECT_EQ(line("d"), -1);
 }
 
-TEST(Primitive, texts) {
+TEST(PrimitiveTags, texts) {
     struct Row {
         const char* xml;
         const char* primitive;
@@ -223,7 +225,7 @@ TEST(Primitive, texts) {
     EXPECT_TRUE(primitiveText(QStringLiteral("rect"), ellipse).isEmpty()) << "not the element's item";
 }
 
-TEST(Primitive, numbersAsStreamed) {
+TEST(PrimitiveTags, numbersAsStreamed) {
     std::mt19937_64 random(7);
     for (int i = 0; i < 20000; ++i) {
         const auto bits = random();

@@ -52,6 +52,7 @@ TEST(ShapeItem, boundsTellTheGeometry) {
         {"<polyline points=''/>", "0 0 0 0"},
         {"<polyline/>", nullptr},
         {"<polyline points='1,1 2'/>", nullptr},
+        {"<polyline points='1,1 1e128,2'/>", nullptr},
         {"<path d='M1 2 L5 6'/>", "1 2 4 4"},
         {"<path d='M0 0 C0 20 10 20 10 0'/>", "0 0 10 20"},  // control points count
         {"<path d='M0 0 L1 1 M5 5'/>", "0 0 5 5"},           // a trailing move counts

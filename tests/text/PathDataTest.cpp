@@ -92,9 +92,9 @@ TEST(PathData, refused) {
         EXPECT_FALSE(parsePathData(QString::fromUtf8(text), path));
         EXPECT_EQ(path.elementCount(), 0);
     }
-    // Coordinates that overflow in sums never reach the path.
-    const QString huge = QStringLiteral("9").repeated(308);
-    for (const char* const form : {"M%1 0 l%1 0", "M0 %1 v%1", "M%1 0 Q%1 %1 0 %1"}) {
+    // Coordinates that the toolkit would drop never reach the path.
+    const QString huge = QStringLiteral("9").repeated(128);
+    for (const char* const form : {"M0 0 L10%1 0", "M%1 0 l%1 0", "M0 %1 v%1", "M%1 0 Q%1 %1 0 %1"}) {
         QPainterPath path;
         EXPECT_FALSE(parsePathData(QString::fromUtf8(form).arg(huge), path)) << form;
     }
@@ -117,6 +117,10 @@ struct ArcCase {
     QPointF extremum;  // a point that the arc passes: tells which of the four arcs it is
     double scale;      // by which radii that are too small grow
 };
+
+void PrintTo(const ArcCase& row, std::ostream* out) {
+    *out << row.name;
+}
 
 class Arcs : public testing::TestWithParam<ArcCase> {};
 

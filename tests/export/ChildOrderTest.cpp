@@ -1,0 +1,113 @@
+// Placing children by index: the result against inserting them one by one, and what is saved of elements that
+// share one of the toolkit's against elements of their own.
+#include "export/ChildOrder.h"
+
+#include <gtest/gtest.h>
+
+#include <QDomDocument>
+#include <QTextStream>
+#include <random>
+
+#include "export/ElementBuilder.h"
+
+namespace tzsvg {
+namespace {
+
+QString saved(const QDomNode& node) {
+    QString text;
+    QTextStream stream(&text);
+    node.save(stream, 0);
+    stream.flush();
+    return text;
+}
+
+// As the drawing index is meant, one by one.
+void insertAt(QDomElement parent, const QDomElement& child, uint32_t index) {
+    const QDomNodeList children = parent.childNodes();
+    if (index < static_cast<uint32_t>(children.size())) {
+        parent.insertBefore(child, children.at(static_cast<int>(index)));
+    } else {
+        parent.appendChild(child);
+    }
+}
+
+struct Pattern {
+    const char* name;
+    uint32_t (*index)(uint32_t i, std::mt19937& random);
+};
+
+TEST(ChildOrder, equalsInsertion) {
+    const Pattern patterns[] = {
+        {"all first", [](uint32_t, std::mt19937&) -> uint32_t { return 0; }},
+        {"all second", [](uint32_t, std::mt19937&) -> uint32_t { return 1; }},
+        {"rising", [](uint32_t i, std::mt19937&) { return i; }},
+        {"falling", [](uint32_t i, std::mt19937&) { return 200 - i; }},
+        {"beyond the end", [](uint32_t, std::mt19937&) { return UINT32_MAX; }},
+        {"random",
+         [](uint32_t i, std::mt19937& random) { return static_cast<uint32_t>(random() % (i + 3)); }},
+    };
+    for (const Pattern& pattern : patterns) {
+        for (const uint32_t count : {0U, 1U, 2U, 3U, 200U}) {
+            QDomDocument expected;
+            QDomDocument document;
+            for (QDomDocument* const made : {&expected, &document}) {
+                QDomElement root = made->createElement(QStringLiteral("svg"));
+                root.appendChild(made->createComment(QStringLiteral("first")));
+                root.appendChild(
+                    made->createTextNode(QStringLiteral("text")));  // the toolkit breaks no line beside it
+                root.appendChild(made->createElement(QStringLiteral("defs")));
+                made->appendChild(root);
+            }
+            ElementTexts texts;
+            ElementBuilder builder;
+            ChildOrder order(document.documentElement());
+            std::mt19937 random(7);
+            for (uint32_t i = 0; i < count; ++i) {
+                const uint32_t index = pattern.index(i, random);
+                const std::string id = std::to_string(i);
+                if (i % 10 == 9) {
+                    expected.documentElement().appendChild(expected.createElement(QStringLiteral("g")));
+                    order.append(document.createElement(QStringLiteral("g")));
+                    continue;
+                }
+                QDomElement line = expected.createElement(QStringLiteral("line"));
+                line.setAttribute(QStringLiteral("id"), QString::fromStdString(id));
+                insertAt(expected.documentElement(), line, index);
+                builder.start(ElementName::kLine);
+                builder.set(AttributeName::kId, id);
+                order.place(texts.add(builder), index);
+            }
+            order.apply(texts);
+            EXPECT_EQ(QString::fromStdString(texts.save(document)), saved(expected))
+                << pattern.name << ", " << count;
+        }
+    }
+}
+
+// Also pins the attribute order: both are what the toolkit makes of the same attributes.
+TEST(ElementBuilder, savesAsTheToolkit) {
+    const char* const values[] = {"", "a", "\"<>&'", "tab\t, line\n, \xC3\xA9 \xF0\x9F\x98\x80", "]]>", "a"};
+    const AttributeName names[] = {AttributeName::kData,    AttributeName::kId,
+                                   AttributeName::kFill,    AttributeName::kStroke,
+                                   AttributeName::kOpacity, AttributeName::kTransform};
+    const char* const texts[] = {"d", "id", "fill", "stroke", "opacity", "transform"};
+    std::mt19937 random(3);
+    QDomDocument document;
+    ElementBuilder builder;
+    for (int i = 0; i < 500; ++i) {
+        QDomElement element = document.createElement(QStringLiteral("path"));
+        builder.start(ElementName::kPath);
+        for (size_t a = 0; a < std::size(names); ++a) {
+            if (random() % 3 == 0) continue;
+            const char* const value = values[random() % std::size(values)];
+            element.setAttribute(QLatin1String(texts[a]), QString::fromUtf8(value));
+            builder.set(names[a], value);
+        }
+        std::string text;
+        builder.save(text);
+        ASSERT_EQ(text, saved(element).toStdString());
+    }
+}
+
+}  // namespace
+}  // namespace tzsvg

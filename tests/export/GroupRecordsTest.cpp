@@ -1,0 +1,112 @@
+// The reader of group records.
+#include "export/GroupRecords.h"
+
+#include <gtest/gtest.h>
+
+#include <QDomDocument>
+#include <QStringList>
+
+#include "export/OutputGroups.h"
+
+namespace tzsvg {
+namespace {
+
+// The records as one text: number, parent, name=value...
+QString told(const std::vector<GroupRecord>& records) {
+    QStringList lines;
+    for (const GroupRecord& record : records) {
+        QString line = QString::number(record.number) + u'<' +
+                       (record.parent ? QString::number(*record.parent) : QStringLiteral("root"));
+        for (const auto& [name, value] : record.attributes) line += u'|' + name + u'=' + value;
+        lines.append(line);
+    }
+    return lines.join(u'\n');
+}
+
+TEST(GroupRecords, reads) {
+    struct Row {
+        const char* text;
+        const char* told;
+    };
+    for (const Row& row : std::vector<Row>{
+             {"", ""},
+             {"g=id{1}parent{root};", "1<root"},
+             {"g=id{1}parent{root};g=id{2}parent{1};", "1<root\n2<1"},
+             {"g=id{1}parent{root}attributes{};", "1<root"},  // a group with only a "transform"
+             {"g=id{1}parent{root}attributes{id=\"a\"fill=\"red\"};", "1<root|id=a|fill=red"},
+             {" g=id{1}parent{root}attributes{ id = \"a\"\n fill=\"red\" };\n", "1<root|id=a|fill=red"},
+             {"g=id{1}parent{root}attributes{id=\"};g=id{2}\"};", "1<root|id=};g=id{2}"},
+             {"g=id{1}parent{root}attributes{a}b=\"1\"}=\"2\"};", "1<root|a}b=1|}=2"},
+             {"g=id{1}parent{root}attributes{xlink:href=\"#x\"};", "1<root|xlink:href=#x"},
+             {"g=id{1}parent{root}attributes{t=\"&lt;&gt;&amp;&quot;&apos;\"};", "1<root|t=<>&\"'"},
+             {"g=id{1}parent{root}attributes{t=\"&#xa;&#65;&#x1F600;\"};", "1<root|t=\nA\xF0\x9F\x98\x80"},
+             {"g=id{1}parent{root}attributes{t=\"& &foo; &#; &#xD800; &#x110000; &\"};",
+              "1<root|t=& &foo; &#; &#xD800; &#x110000; &"},
+             {"g=id{4294967295}parent{0};", "4294967295<0"},
+         }) {
+        std::vector<GroupRecord> records;
+        EXPECT_TRUE(readGroupRecords(QString::fromUtf8(row.text), records)) << row.text;
+        EXPECT_EQ(told(records), QString::fromUtf8(row.told)) << row.text;
+    }
+}
+
+TEST(GroupRecords, refuses) {
+    for (const char* const text : {
+             "x",
+             "g=id{1}parent{root}",
+             "g=id{1}parent{root}attributes{id=\"a\"}",
+             "g=id{1}parent{root}attributes{id=\"a\";",
+             "g=id{1}parent{root}attributes{id=\"a};",
+             "g=id{1}parent{root}attributes{id=a};",
+             "g=id{1}parent{root}attributes{=\"a\"};",
+             "g=id{1}parent{root}attributes{a b=\"a\"};",
+             "g=id{1}parent{root}attributes{<=\"a\"};",
+             "g=id{}parent{root};",
+             "g=id{x}parent{root};",
+             "g=id{1}parent{};",
+             "g=id{-1}parent{root};",
+             "g=id{4294967296}parent{root};",
+             "g=id{1};",
+             "g=id{1}parent{root};junk",
+         }) {
+        std::vector<GroupRecord> records(1);
+        EXPECT_FALSE(readGroupRecords(QString::fromUtf8(text), records)) << text;
+        EXPECT_TRUE(records.empty()) << text;
+    }
+    QString many = QStringLiteral("g=id{1}parent{root}attributes{");
+    for (int i = 0; i < 4097; ++i) many += QStringLiteral("a%1=\"\"").arg(i);
+    std::vector<GroupRecord> records;
+    EXPECT_FALSE(readGroupRecords(many + QStringLiteral("};"), records));
+}
+
+// Groups in one another: `count` of them, the first under the root.
+QString nested(int count) {
+    QString text = QStringLiteral("g=id{1}parent{root};");
+    for (int i = 2; i <= count; ++i) text += QStringLiteral("g=id{%1}parent{%2};").arg(i).arg(i - 1);
+    return text;
+}
+
+TEST(OutputGroups, refuses) {
+    struct Row {
+        const char* name;
+        QString text;
+        bool good;
+    };
+    for (const Row& row : std::vector<Row>{
+             {"as deep as may be", nested(255), true},
+             {"too deep", nested(256), false},
+             {"number twice", QStringLiteral("g=id{1}parent{root};g=id{1}parent{root};"), false},
+             {"parent behind child", QStringLiteral("g=id{2}parent{1};g=id{1}parent{root};"), false},
+             {"own parent", QStringLiteral("g=id{1}parent{1};"), false},
+             {"cycle", QStringLiteral("g=id{1}parent{2};g=id{2}parent{1};"), false},
+         }) {
+        QDomDocument document;
+        QDomElement root = document.createElement(QStringLiteral("svg"));
+        document.appendChild(root);
+        OutputGroups groups;
+        EXPECT_EQ(groups.build(row.text, document, root), row.good) << row.name;
+    }
+}
+
+}  // namespace
+}  // namespace tzsvg

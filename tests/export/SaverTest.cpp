@@ -1,0 +1,278 @@
+// The saver as a host has it: scenes written by hand, exported through the loaded module, against the
+// drawings beside them; and what must fail, how, and with what left behind.
+#include <gtest/gtest.h>
+
+#include <QDomDocument>
+#include <QStringList>
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <vector>
+
+#include "host/OperationError.h"
+#include "host/SceneReader.h"
+#include "host/SceneSaving.h"
+#include "host/Session.h"
+#include "hostsdk/CTzText.h"
+#include "hostsdk/ITzSceneSaver.h"
+#include "tests/host/TestFolder.h"
+
+namespace tzhost {
+namespace {
+
+// A node with its attributes in the order of their names, a line for each node.
+void tell(const QDomNode& node, int level, QString& text) {
+    QStringList attributes;
+    const QDomNamedNodeMap map = node.attributes();
+    for (int i = 0; i < map.size(); ++i) {
+        attributes.append(map.item(i).nodeName() + u'=' + map.item(i).nodeValue());
+    }
+    std::sort(attributes.begin(), attributes.end());
+    text += QString(level, u' ') + node.nodeName() + u'[' + attributes.join(u'|') + u']' + node.nodeValue() +
+            u'\n';
+    for (QDomNode child = node.firstChild(); !child.isNull(); child = child.nextSibling()) {
+        tell(child, level + 1, text);
+    }
+}
+
+// What stands before the document's first comment as it is, then the tree.
+std::string told(const std::string& file) {
+    QDomDocument document;
+    if (!document.setContent(QByteArray::fromStdString(file), false)) return "not well-formed:\n" + file;
+    QString tree;
+    tell(document, 0, tree);
+    return file.substr(0, file.find("<!-- ")) + tree.toStdString();
+}
+
+std::string contentOf(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+class Saver : public testing::Test {
+  protected:
+    ScenePtr sceneOf(const std::string& name) {
+        ScenePtr scene = session_.host.makeScene();
+        readSceneFile(*scene, std::filesystem::path(SCENES_FOLDER) / (name + ".json"));
+        return scene;
+    }
+
+    std::string exported(const ScenePtr& scene, const ExportOptions& options = {}) {
+        exportFile(session_.host, *scene, folder_ / "out.svg", options);
+        return folder_.read("out.svg");
+    }
+
+    // The code of the export; kTzOk when it succeeded.
+    TzResult exportCode(const ScenePtr& scene, const std::filesystem::path& file) {
+        try {
+            exportFile(session_.host, *scene, file);
+            return kTzOk;
+        } catch (const OperationError& error) {
+            return error.code();
+        }
+    }
+
+    // Saves without the host's care for the file: the code, and what the saver leaves.
+    TzResult saveDirectly(const ScenePtr& scene, uint32_t flags = 0) {
+        const auto saver = session_.host.servers().spawn<ITzSceneSaver>("SVG_SceneSaver");
+        return saver->save(tzText((folder_ / "direct.svg").native()), scene.get(), flags);
+    }
+
+    TestFolder folder_;
+    Session session_{TZSVG_MODULE};
+};
+
+TEST_F(Saver, scenes) {
+    for (const char* const name :
+         {"planes", "viewbox", "style", "kinds", "subpaths", "zorder", "package", "two-packages"}) {
+        const ScenePtr scene = sceneOf(name);
+        const std::string file = exported(scene);
+        EXPECT_EQ(told(file),
+                  told(contentOf(std::filesystem::path(SCENES_FOLDER) / (std::string(name) + ".svg"))))
+            << name;
+        EXPECT_EQ(exported(scene, {true}), file) << name << ": the preparatory pass changes the output";
+    }
+}
+
+TEST_F(Saver, emptySceneHasNoViewBox) {
+    EXPECT_EQ(told(exported(session_.host.makeScene())),
+              told("<?xml version=\"1.0\"?>\n<!-- SVG file output by VANTO --><svg "
+                   "xmlns=\"http://www.w3.org/2000/svg\" xmlns:xlink=\"http://www.w3.org/1999/xlink\"/>"));
+}
+
+// A mesh that cannot be written fails the save only when it is the last; the others are in the file all the
+// same.
+TEST_F(Saver, lastMeshDecides) {
+    const auto scene = [&](std::vector<std::string> polygons) {
+        std::string items;
+        for (const std::string& polygon : polygons) {
+            items += std::string(items.empty() ? "" : ",") +
+                     R"({"type":"mesh","name":"M","points":[[0,0,0],[1,0,0],[1,1,0]],"polygons":[)" +
+                     polygon + "]}";
+        }
+        ScenePtr made = session_.host.makeScene();
+        readSceneFile(*made, folder_.write("scene.json",
+                                           R"({"format":"tzscene","version":1,"items":[)" + items + "]}"));
+        return made;
+    };
+    const std::string good = R"({"type":"LINE","vertices":[0,1]})";
+    const std::string noKind = R"({"type":"LINE","vertices":[0,1],"tags":{"PRIM":""}})";
+    const std::string noGroup = R"({"type":"BEZR","vertices":[0],"tags":{"PGRP":"7"}})";
+    const std::string noNumber = R"({"type":"LINE","vertices":[0,1],"tags":{"PGRP":"x"}})";
+    struct Row {
+        std::vector<std::string> meshes;
+        TzResult result;
+        int polylines;
+    };
+    for (const Row& row : std::vector<Row>{
+             {{good}, kTzOk, 1},
+             {{noKind, good}, kTzOk, 1},
+             {{good, noKind}, kTzFailed, 1},
+             {{good + "," + noGroup + "," + good, good}, kTzOk, 2},  // nothing of the mesh behind the bad one
+             {{good + "," + noNumber}, kTzFailed, 1},
+         }) {
+        EXPECT_EQ(saveDirectly(scene(row.meshes)), row.result) << row.meshes.front();
+        QDomDocument document;
+        EXPECT_TRUE(document.setContent(QByteArray::fromStdString(folder_.read("direct.svg")), false));
+        EXPECT_EQ(document.elementsByTagName(QStringLiteral("polyline")).size(), row.polylines)
+            << row.meshes.front();
+    }
+}
+
+TEST_F(Saver, storedTexts) {
+    const std::string deep = [] {
+        std::string text;
+        for (int i = 0; i < 100'000; ++i) text += "<g>";
+        for (int i = 0; i < 100'000; ++i) text += "</g>";
+        return text;
+    }();
+    struct Row {
+        const char* channel;
+        std::string text;
+        bool good;
+    };
+    for (const Row& row : std::vector<Row>{
+             {"svgrootdef", "<svg version='1'/>", true},
+             {"svgrootdef", "<a><svg/></a>", true},
+             {"svgrootdef", "unusable", false},
+             {"svgrootdef", "<a/>", false},
+             {"svgrootdef", "<svg><svg/></svg>", false},
+             {"svgrootdef", " ", false},
+             {"svgrootdef", "<svg>" + deep + "</svg>", false},
+             {"svgdefs", "<g/>text<!-- a -->", true},
+             {"svgdefs", " ", false},
+             {"svgdefs", "<g>", false},
+             {"svgdefs", "<svg/>", false},
+             {"svgdefs", "</svg><svg>", false},
+             {"svgdefs", deep, false},
+             {"clipdefs", "<clipPath/>", true},
+             {"clipdefs", "<clipPath", false},
+             {"clipdefs", "\n", false},
+             {"clipdefs", deep, false},
+             {"groupdefs", "g=id{1}parent{root};", true},
+             {"groupdefs", "g=id{1}parent{2};", false},
+             {"groupdefs", "<g/>", false},
+             {"svgillustratorcdata", " \n", true},
+             {"svgillustratorcdata", "text", true},
+             {"svgillustratorcdata", "<i:pgf>", false},
+             {"svgillustratorcdata", deep, false},
+             {"svgdoctype", "<!DOCTYPE svg>", true},
+         }) {
+        ScenePtr drawn = session_.host.makeScene();
+        ItemData data;
+        data.type = kTzItemMesh;
+        data.name = "Drawn";
+        const TzPoint points[] = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}};
+        const uint32_t vertices[] = {0, 1, 2};
+        data.mesh.addPoints(points, 3);
+        data.mesh.addPolygon(kTzPolygonLine, vertices, 3);
+        Item& mesh = drawn->addItem(std::move(data));
+        mesh.attachPackage("svgloader.package");
+        mesh.putChannel(row.channel, row.text);
+
+        EXPECT_EQ(saveDirectly(drawn), row.good ? kTzOk : kTzFailed)
+            << row.channel << ": " << row.text.substr(0, 60);
+        const std::string left = folder_.read("direct.svg");
+        if (row.good) {
+            EXPECT_EQ(told(left).rfind("not well-formed", 0), std::string::npos) << left;
+        } else {
+            EXPECT_EQ(left, "<?xml version=\"1.0\"?>\n") << row.channel;
+        }
+    }
+}
+
+// Ends of split paths without starts repeat what came before: the output may not grow with the square.
+TEST_F(Saver, endsWithoutStartsAreBounded) {
+    ScenePtr scene = session_.host.makeScene();
+    ItemData data;
+    data.type = kTzItemMesh;
+    const TzPoint points[] = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}};
+    const uint32_t vertices[] = {0, 1, 2, 0, 1, 2, 0};
+    data.mesh.addPoints(points, 3);
+    for (int i = 0; i < 100'000; ++i) {
+        data.mesh.setTag(data.mesh.addPolygon(kTzPolygonBezier, vertices, 7), tzTag("SPAT"), "end{1}");
+    }
+    scene->addItem(std::move(data));
+    EXPECT_EQ(saveDirectly(scene), kTzFailed);
+    EXPECT_LT(folder_.read("direct.svg").size(), size_t{40} << 20);
+}
+
+TEST_F(Saver, messagesAndArguments) {
+    std::vector<std::string> messages;
+    session_.host.messages().setSink([&](const std::string& text) { messages.push_back(text); });
+    const ScenePtr scene = sceneOf("kinds");
+    exported(scene);
+    EXPECT_EQ(messages, std::vector<std::string>{"SVG sub-paths are output as individual paths."});
+
+    const auto saver = session_.host.servers().spawn<ITzSceneSaver>("SVG_SceneSaver");
+    EXPECT_EQ(saver->verify(nullptr), kTzInvalidArgument);
+    EXPECT_EQ(saver->save(tzText("x"), nullptr, 0), kTzInvalidArgument);
+    EXPECT_EQ(saver->save(tzText("x"), scene.get(), 2), kTzInvalidArgument);
+    EXPECT_EQ(saver->save(tzText("/nowhere/at/all"), scene.get(), 0), kTzFailed);
+}
+
+TEST_F(Saver, fullDisk) {
+    EXPECT_EQ(exportCode(sceneOf("package"), "/dev/full"), kTzFailed);
+    EXPECT_EQ(exportCode(session_.host.makeScene(), "/dev/full"), kTzFailed);  // less than a buffer
+}
+
+TEST_F(Saver, existingFileSurvives) {
+    const std::filesystem::path file = folder_.write("out.svg", "as it was");
+    const ScenePtr scene = sceneOf("package");
+    scene->items().front()->putChannel("svgrootdef", "unusable");
+    EXPECT_EQ(exportCode(scene, file), kTzFailed);
+    EXPECT_EQ(folder_.read("out.svg"), "as it was");
+    EXPECT_EQ(folder_.names(), std::vector<std::string>{"out.svg"});
+}
+
+// Every call to the host fails in turn: the export ends with that code, lets go of everything, and the next
+// one works.
+TEST_F(Saver, everyServiceFails) {
+    ServiceGate& gate = session_.host.gate();
+    for (const char* const name : {"package", "subpaths", "two-packages"}) {
+        const ScenePtr scene = sceneOf(name);
+        const std::string good = exported(scene, {true});
+        const auto alive = gate.objectsAlive();
+        uint64_t n = 1;
+        for (;; ++n) {
+            gate.failCall(n, kTzOutOfMemory);
+            TzResult code = kTzOk;
+            try {
+                exported(scene, {true});
+            } catch (const OperationError& error) {
+                code = error.code();
+            }
+            gate.ignoreCalls();
+            if (gate.failedOperation().empty()) break;
+            ASSERT_EQ(code, kTzOutOfMemory) << name << ", call " << n << ": " << gate.failedOperation();
+            ASSERT_EQ(gate.objectsAlive(), alive) << name << ", call " << n << ": " << gate.failedOperation();
+        }
+        EXPECT_GT(n, 50U) << name;
+        EXPECT_EQ(exported(scene, {true}), good) << name;
+    }
+    EXPECT_TRUE(session_.module.unload().empty());
+}
+
+}  // namespace
+}  // namespace tzhost

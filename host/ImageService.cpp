@@ -43,13 +43,11 @@ class HostImage : public HostObject, public ITzImage, public ITzImageWriter {
     TzResult writeRows(uint32_t x, uint32_t y, TzSize rectangle, TzPixelType type, const void* pixels,
                        uint64_t byteCount) noexcept override {
         return onAnyThread("ITzImageWriter::writeRows", [&] {
+            if (!pixels) throw CTzError(kTzInvalidArgument);
             if (type != kTzPixelRgbaFloat) throw CTzError(kTzNotSupported);
             requireInside(x, y, rectangle);
             const size_t rowBytes = size_t{rectangle.width} * kBytesPerPixel;
-            if (byteCount != rowBytes * rectangle.height || (!pixels && byteCount != 0)) {
-                throw CTzError(kTzInvalidArgument);
-            }
-            if (byteCount == 0) return;
+            if (byteCount != rowBytes * rectangle.height) throw CTzError(kTzInvalidArgument);
             const char* source = static_cast<const char*>(pixels);
             // Whole rows lie together on both sides.
             const uint32_t copies = rectangle.width == size_.width ? 1 : rectangle.height;

@@ -6,10 +6,10 @@
 namespace tzhost {
 namespace {
 
-// Also for values that no module should give: out of range, not a number.
+// To the nearest. Also for values that no module should give: out of range, not a number.
 uint32_t channel(float value) {
     if (!(value > 0.0F)) return 0;
-    return value < 1.0F ? static_cast<uint32_t>(value * 255.0F + 0.5F) : 255;
+    return value < 1.0F ? static_cast<uint32_t>(value * 510.0F + 1.0F) / 2U : 255;
 }
 
 // A picture of that size from the lines that `read(y, line)` gives.

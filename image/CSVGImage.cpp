@@ -49,7 +49,7 @@ constexpr uint32_t kBytesPerPixel = 4 * sizeof(float);
 CTzUser_Image hostImage(const CTzUser_ImageService& images, const QImage& pixels, TzPixelFormat format) {
     constexpr int kBandRows = 16;
     const int width = pixels.width();
-    const CTzUser_Image image =
+    CTzUser_Image image =
         images.createImage({static_cast<uint32_t>(width), static_cast<uint32_t>(pixels.height())}, format);
     const CTzUser_ImageWriter writer(image.pointer().query<ITzImageWriter>());
     if (!writer) throw CTzError(kTzNoInterface);

@@ -99,10 +99,10 @@ class TileCache {
     std::vector<Candidate> candidates();
     void dropLeastRecentlyUsed(uint64_t target);
 
+    std::array<Shard, 64> shards_;
     CTzUser_ThreadService threads_;
     CTzUser_ThreadGuard trimGuard_;
     Settings settings_;
-    std::array<Shard, 64> shards_;
     std::atomic<uint64_t> bytes_{0};
     std::atomic<uint64_t> document_{0};  // the latest document that a tile was rendered from
     std::atomic<Time> lastTrim_;

@@ -70,6 +70,10 @@ struct ImageTest : ::testing::Test {
 
 struct Pixel {
     float r, g, b, a;
+
+    friend bool operator==(const Pixel& x, const Pixel& y) {
+        return x.r == y.r && x.g == y.g && x.b == y.b && x.a == y.a;
+    }
 };
 
 std::vector<Pixel> pixelsOf(ITzImage& image, TzSize size) {
@@ -293,14 +297,14 @@ TEST_F(ImageTest, samplesReadTheTiles) {
         const auto tile = CTzPtr<ITzImage>::adopt(out);
         Pixel expected{};
         tile->readPixel(x % 256, 300 % 256, 12, &expected);
-        EXPECT_EQ(std::memcmp(&line[x - 200], &expected, sizeof expected), 0) << x;
+        EXPECT_TRUE(line[x - 200] == expected) << x;
     }
     Pixel direct{};
     Pixel sampled{};
     ASSERT_EQ(image->readPixel(40000, 30000, 12, &direct), kTzOk);
     ASSERT_EQ(samples->samplePixel(16, 40000, 30000, 12, &sampled), kTzOk);
     EXPECT_GT(direct.a, 0.0F);
-    EXPECT_EQ(std::memcmp(&direct, &sampled, sizeof direct), 0);
+    EXPECT_TRUE(direct == sampled);
 }
 
 // What lies beyond the document's edge does not show in the part of an edge tile that is beyond it; a tile
@@ -430,14 +434,12 @@ TEST_F(ImageTest, manyThreads) {
     write(drawing("width='300' height='200'"));
     ASSERT_EQ(recognise(), kTzOk);
     static std::atomic<int64_t> seconds;
-    const TileCache::Settings settings{
-        12 * 256 * 256 * 4, []() noexcept { return TileCache::Time(std::chrono::seconds(seconds.load())); }};
-    const auto made = CTzPolymorph<CSVGImage, ITzImage, ITzTileImage, ITzImageLevelSample>::createSelf(
-        host.object(), settings);
-    const auto recognised = Loader::createSelf(host.object());
-    ASSERT_EQ(recognised->recognise(&access), kTzOk);
-    made->initialise(*recognised, path());
-    const auto image = CTzPtr<ITzImage>::share(made.get());
+    const TileCache::Settings settings{uint64_t{12} * 256 * 256 * 4, []() noexcept {
+                                           return TileCache::Time(std::chrono::seconds(seconds.load()));
+                                       }};
+    const auto image =
+        CTzPolymorph<CSVGImage, ITzImage, ITzTileImage, ITzImageLevelSample>::create(host.object(), settings);
+    CSVGImage::ofThisModule(image.get())->initialise(static_cast<CSVGImageLoader&>(*loader), path());
     const auto tiles = image.query<ITzTileImage>();
 
     // Seventeen tiles. What each should be, from one thread.
@@ -479,8 +481,7 @@ TEST_F(ImageTest, manyThreads) {
                 }
                 const auto tile = CTzPtr<ITzImage>::adopt(out);
                 const auto pixels = pixelsOf(*tile, place.size);
-                if (std::memcmp(pixels.data(), place.pixels.data(), pixels.size() * sizeof(Pixel)) != 0)
-                    ++wrong;
+                if (!(pixels == place.pixels)) ++wrong;
             }
         });
     }
@@ -495,6 +496,7 @@ TEST_F(ImageTest, drawnOnce) {
     const auto tiles = load().query<ITzTileImage>();
     std::vector<std::thread> threads;
     std::vector<ITzImage*> images(8);
+    threads.reserve(images.size());
     for (ITzImage*& out : images) {
         threads.emplace_back([&tiles, &out] { tiles->tile(4, {3, 3}, &out); });
     }

@@ -95,7 +95,7 @@ TEST_F(ImageCommands, tileAndSample) {
     const std::string raw = folder_.read("tile.rgba32f");
     ASSERT_EQ(raw.size(), 256U * 171 * 16);
     float pixel[4];
-    std::memcpy(pixel, raw.data() + (30 * 256 + 20) * 16, sizeof pixel);
+    std::memcpy(pixel, raw.data() + size_t{30 * 256 + 20} * 16, sizeof pixel);
     EXPECT_EQ(pixel[0], 32 / 255.0F);
     EXPECT_EQ(pixel[3], 1.0F);
 

@@ -10,6 +10,7 @@
 #include "host/OperationError.h"
 #include "host/SceneLoading.h"
 #include "host/Session.h"
+#include "host/TagName.h"
 #include "tests/host/TestFolder.h"
 
 namespace tzhost {
@@ -27,11 +28,14 @@ class LoaderTest : public testing::Test {
     // Imports a document; the scene's items, or none when it was refused.
     const std::vector<CTzPtr<Item>>& import(const std::string& document, const ImportOptions& options = {}) {
         log_.clear();
+        refusal_.clear();
+        code_ = kTzOk;
         scene_ = session_.host.makeScene();
         try {
             importFile(session_.host, *scene_, folder_.write("drawing.svg", document), options);
         } catch (const OperationError& error) {
             refusal_ = error.what();
+            code_ = error.code();
         }
         return scene_->items();
     }
@@ -63,6 +67,40 @@ class LoaderTest : public testing::Test {
         return text.str();
     }
 
+    // The points of a polygon's vertices, as indices: "0 1 2 0".
+    std::string indices(uint32_t polygon) const {
+        std::string text;
+        const Polygon& of = mesh().polygon(polygon);
+        for (uint32_t i = 0; i < of.vertexCount; ++i)
+            text += (i ? " " : "") + std::to_string(mesh().vertex(of, i));
+        return text;
+    }
+
+    // Types and vertices of all polygons: "LINE 0,0 1,1; BEZR 2,2".
+    std::string outlines() const {
+        std::string all;
+        for (uint32_t i = 0; i < mesh().polygonCount(); ++i)
+            all += (i ? "; " : "") + tagName(mesh().polygon(i).type) + ' ' + vertices(i);
+        return all;
+    }
+
+    // All tags of a polygon in the order of their creation: "FILL=red ZORD=0".
+    std::string tagList(uint32_t polygon) const {
+        std::string all;
+        for (TagReader reader(mesh().polygon(polygon).tags); reader.next();)
+            all += (all.empty() ? "" : " ") + tagName(reader.id()) + '=' + std::string(reader.text());
+        return all;
+    }
+
+    // Everything that an import leaves on the item, to compare two of them.
+    std::string everything() const {
+        std::string all = outlines();
+        for (uint32_t i = 0; i < mesh().polygonCount(); ++i) all += '\n' + indices(i) + ' ' + tagList(i);
+        for (const ItemTag& entry : item().tags) all += '\n' + tagName(entry.id) + '=' + entry.text;
+        for (const Channel& entry : item().channels) all += '\n' + entry.name + '=' + entry.text;
+        return all;
+    }
+
     std::string itemTag(const char (&id)[5]) const {
         for (const ItemTag& entry : item().tags) {
             if (entry.id == tzTag(id)) return entry.text;
@@ -81,7 +119,8 @@ class LoaderTest : public testing::Test {
     Session session_{TZSVG_MODULE};
     ScenePtr scene_;
     std::vector<std::string> log_;
-    std::string refusal_;
+    std::string refusal_;  // of the last import: the host's message and code
+    TzResult code_ = kTzOk;
 };
 
 }  // namespace tzhost

@@ -83,7 +83,8 @@ std::string strokeColour(const std::string& text) {
 
 std::string defaultStrokeWidth(double largestExtent) {
     const QString name = QStringLiteral("stroke-width");
-    QDomElement element = QDomDocument().createElement(name);
+    QDomDocument document;  // an element uses its document when it is written to
+    QDomElement element = document.createElement(name);
     element.setAttribute(name, 0.0025 * largestExtent);
     return element.attribute(name).toStdString();
 }

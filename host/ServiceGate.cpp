@@ -4,14 +4,14 @@
 namespace tzhost {
 
 void ServiceGate::watchCalls() {
-    failCall(0, kTzOk);
+    failCall(0, Fault::kNone);
 }
 
-void ServiceGate::failCall(uint64_t n, TzResult code) {
+void ServiceGate::failCall(uint64_t n, Fault fault) {
     const std::lock_guard lock(mutex_);
     calls_ = 0;
     failAt_ = n;
-    failWith_ = code;
+    failWith_ = fault;
     failedOperation_ = "";
     watched_ = true;
 }
@@ -60,9 +60,9 @@ TzResult ServiceGate::refuseThread(const char* operation) noexcept {
     return kTzWrongThread;
 }
 
-TzResult ServiceGate::countCall(const char* operation) noexcept {
+Fault ServiceGate::countCall(const char* operation) noexcept {
     const std::lock_guard lock(mutex_);
-    if (++calls_ != failAt_) return kTzOk;
+    if (++calls_ != failAt_) return Fault::kNone;
     failedOperation_ = operation;
     return failWith_;
 }

@@ -7,12 +7,21 @@
 #include <cstdint>
 #include <map>
 #include <mutex>
+#include <stdexcept>
 #include <string>
 #include <thread>
 
 #include "hostsdk/CTzError.h"
 
 namespace tzhost {
+
+// What a test makes of one call.
+enum class Fault {
+    kNone,
+    kCode,        // answered with kTzOutOfMemory; nothing is done
+    kException,   // an exception inside the host's implementation
+    kNullResult,  // answered with success; nothing is done, and what would be handed out is null
+};
 
 class ServiceGate {
   public:
@@ -32,19 +41,21 @@ class ServiceGate {
     // An operation tagged [any thread].
     template <class Work>
     TzResult onAnyThread(const char* operation, Work&& work) noexcept {
-        if (watched_.load(std::memory_order_relaxed)) {
-            const TzResult injected = countCall(operation);
-            if (tzFailed(injected)) return injected;
-        }
-        return tzGate(std::forward<Work>(work));
+        const Fault fault = watched_.load(std::memory_order_relaxed) ? countCall(operation) : Fault::kNone;
+        if (fault == Fault::kCode) return kTzOutOfMemory;
+        if (fault == Fault::kNullResult) return kTzOk;
+        return tzGate([&] {
+            if (fault == Fault::kException) throw std::runtime_error("asked for by a test");
+            return work();
+        });
     }
 
     // ---- For tests ----
 
     // Counts calls from 0 on.
     void watchCalls();
-    // The same, and the n-th call from now on (1 is the next) fails with `code` and does nothing.
-    void failCall(uint64_t n, TzResult code);
+    // The same, and the n-th call from now on (1 is the next) goes wrong.
+    void failCall(uint64_t n, Fault fault = Fault::kCode);
     // Ends both. The count stays to be read.
     void ignoreCalls();
     uint64_t callsCounted() const;
@@ -62,7 +73,7 @@ class ServiceGate {
 
   private:
     TzResult refuseThread(const char* operation) noexcept;
-    TzResult countCall(const char* operation) noexcept;
+    Fault countCall(const char* operation) noexcept;
 
     const std::thread::id hostThread_;
     // Off outside of tests, so that a million shapes pay one load for it.
@@ -71,7 +82,7 @@ class ServiceGate {
     mutable std::mutex mutex_;  // guards all below
     uint64_t calls_ = 0;
     uint64_t failAt_ = 0;  // 0: no call
-    TzResult failWith_ = kTzOk;
+    Fault failWith_ = Fault::kNone;
     const char* failedOperation_ = "";
     std::map<std::string, uint32_t> misuses_;
     std::map<std::string, uint32_t> alive_;

@@ -54,3 +54,11 @@ class CTzPtr {
   private:
     Interface* object_ = nullptr;
 };
+
+// What a call of the other side handed out, owned from here on. A call that succeeds and hands out nothing
+// breaks its contract: throws CTzError(kTzFailed), so that the null goes no further.
+template <class Interface>
+CTzPtr<Interface> tzHandedOut(Interface* object) {
+    if (!object) throw CTzError(kTzFailed);
+    return CTzPtr<Interface>::adopt(object);
+}

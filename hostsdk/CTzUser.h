@@ -52,7 +52,7 @@ class CTzUser_Host : public CTzUser<ITzHost> {
     CTzPtr<Service> service() const {
         void* out = nullptr;
         tzCheck((*this)->service(Service::kId, &out));
-        return CTzPtr<Service>::adopt(static_cast<Service*>(out));
+        return tzHandedOut(static_cast<Service*>(out));
     }
 };
 
@@ -142,7 +142,7 @@ class CTzUser_Scene : public CTzUser<ITzScene> {
     CTzUser_Item createItem(std::string_view type, uint32_t& index) const {
         ITzItem* item = nullptr;
         tzCheck((*this)->createItem(tzText(type), &index, &item));
-        return CTzUser_Item(CTzPtr<ITzItem>::adopt(item));
+        return CTzUser_Item(tzHandedOut(item));
     }
     uint32_t itemCount() const {
         uint32_t count = 0;
@@ -152,7 +152,7 @@ class CTzUser_Scene : public CTzUser<ITzScene> {
     CTzUser_Item item(uint32_t index) const {
         ITzItem* item = nullptr;
         tzCheck((*this)->itemAt(index, &item));
-        return CTzUser_Item(CTzPtr<ITzItem>::adopt(item));
+        return CTzUser_Item(tzHandedOut(item));
     }
 };
 

@@ -46,7 +46,7 @@ class CTzUser_ImageService : public CTzUser<ITzImageService> {
     CTzUser_Image createImage(TzSize size, TzPixelFormat format) const {
         ITzImage* image = nullptr;
         tzCheck((*this)->createImage(size, format, &image));
-        return CTzUser_Image(CTzPtr<ITzImage>::adopt(image));
+        return CTzUser_Image(tzHandedOut(image));
     }
 };
 
@@ -100,11 +100,11 @@ class CTzUser_ThreadService : public CTzUser<ITzThreadService> {
     CTzUser_ThreadMutex createMutex() const {
         ITzThreadMutex* mutex = nullptr;
         tzCheck((*this)->createMutex(&mutex));
-        return CTzUser_ThreadMutex(CTzPtr<ITzThreadMutex>::adopt(mutex));
+        return CTzUser_ThreadMutex(tzHandedOut(mutex));
     }
     CTzUser_ThreadGuard createGuard() const {
         ITzThreadGuard* guard = nullptr;
         tzCheck((*this)->createGuard(&guard));
-        return CTzUser_ThreadGuard(CTzPtr<ITzThreadGuard>::adopt(guard));
+        return CTzUser_ThreadGuard(tzHandedOut(guard));
     }
 };

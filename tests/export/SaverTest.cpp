@@ -246,33 +246,5 @@ TEST_F(Saver, existingFileSurvives) {
     EXPECT_EQ(folder_.names(), std::vector<std::string>{"out.svg"});
 }
 
-// Every call to the host fails in turn: the export ends with that code, lets go of everything, and the next
-// one works.
-TEST_F(Saver, everyServiceFails) {
-    ServiceGate& gate = session_.host.gate();
-    for (const char* const name : {"package", "subpaths", "two-packages"}) {
-        const ScenePtr scene = sceneOf(name);
-        const std::string good = exported(scene, {true});
-        const auto alive = gate.objectsAlive();
-        uint64_t n = 1;
-        for (;; ++n) {
-            gate.failCall(n, kTzOutOfMemory);
-            TzResult code = kTzOk;
-            try {
-                exported(scene, {true});
-            } catch (const OperationError& error) {
-                code = error.code();
-            }
-            gate.ignoreCalls();
-            if (gate.failedOperation().empty()) break;
-            ASSERT_EQ(code, kTzOutOfMemory) << name << ", call " << n << ": " << gate.failedOperation();
-            ASSERT_EQ(gate.objectsAlive(), alive) << name << ", call " << n << ": " << gate.failedOperation();
-        }
-        EXPECT_GT(n, 50U) << name;
-        EXPECT_EQ(exported(scene, {true}), good) << name;
-    }
-    EXPECT_TRUE(session_.module.unload().empty());
-}
-
 }  // namespace
 }  // namespace tzhost

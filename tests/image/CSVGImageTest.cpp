@@ -365,41 +365,6 @@ TEST_F(ImageTest, fileChanges) {
     EXPECT_EQ(at(4).g, 1.0F);
 }
 
-// Every call of a host service fails once: its code comes out, and the next request is served.
-TEST_F(ImageTest, failingServices) {
-    write(drawing("width='300' height='200'"));
-    const auto run = [&] {
-        TzResult result = recognise();
-        ITzImage* out = nullptr;
-        if (!tzFailed(result)) result = loader->load(&access, &out);
-        const auto image = CTzPtr<ITzImage>::adopt(out);
-        EXPECT_EQ(tzFailed(result), !image);
-        if (!image) return result;
-        const auto tiles = image.query<ITzTileImage>();
-        result = tiles->tile(8, {0, 0}, &out);
-        EXPECT_EQ(tzFailed(result), out == nullptr);
-        if (tzFailed(result)) {
-            EXPECT_EQ(tiles->tile(8, {0, 0}, &out), kTzOk);
-        }
-        CTzPtr<ITzImage>::adopt(out);
-        return result;
-    };
-    int failures = 0;
-    for (uint64_t call = 1;; ++call) {
-        host.host.gate().failCall(call, kTzOutOfMemory);
-        const TzResult result = run();
-        const bool failed = !host.host.gate().failedOperation().empty();
-        host.host.gate().ignoreCalls();
-        EXPECT_EQ(host.imagesAlive(), 0) << call;
-        if (!failed) break;
-        // A renderer that cannot be put back into the pool is none that the caller misses.
-        EXPECT_TRUE(tzFailed(result) || host.host.gate().failedOperation() == "ITzThreadMutex::lock") << call;
-        ++failures;
-    }
-    EXPECT_GT(failures, 10);
-    EXPECT_EQ(run(), kTzOk);
-}
-
 TEST_F(ImageTest, spawnedWithoutALoader) {
     void* out = nullptr;
     const auto registry = host.service<ITzServerRegistry>();

@@ -112,28 +112,6 @@ TEST_F(Failure, keepsOtherItems) {
     EXPECT_EQ(everything(), before);
 }
 
-// Each call that the loader makes to the host, failing by itself.
-TEST_F(Failure, everyHostCall) {
-    const std::string good = imported(kRich);
-    ServiceGate& gate = session_.host.gate();
-    uint64_t call = 1;
-    for (;; ++call) {
-        gate.failCall(call, kTzOutOfMemory);
-        const bool imported = imports(kRich);
-        gate.ignoreCalls();
-        if (gate.failedOperation().empty()) {
-            EXPECT_TRUE(imported);
-            break;
-        }
-        EXPECT_FALSE(imported) << gate.failedOperation();
-        EXPECT_EQ(code_, kTzOutOfMemory) << gate.failedOperation();
-    }
-    EXPECT_GT(call, 50U);
-    EXPECT_EQ(imported(kRich), good);
-    scene_ = {};
-    EXPECT_EQ(session_.module.unload(), std::vector<std::string>{});
-}
-
 TEST_F(Failure, callsOutOfOrder) {
     const auto svg = loader();
     const ScenePtr scene = session_.host.makeScene();

@@ -16,9 +16,10 @@ class ChildOrder {
   public:
     explicit ChildOrder(const QDomElement& parent) : parent_(parent) {}
 
-    // Places an element before the child that stands at that index; behind the last when there is none. So
-    // elements that are all placed at 0 come out in reverse order; meant so. The children that the parent has
-    // when the first element is placed count as well.
+    // Places an element before the child that stands at that index; behind the last when there is none. The
+    // children that the parent has when the first element is placed count as well. So elements that are all
+    // placed at 0, those without an index, come out in reverse order. Meant so: otherwise existing scenes
+    // would be saved stacked the other way round. Saver/scenes (zorder) pins it.
     void place(const ElementText& element, uint32_t index);
 
     // Places an element behind the last child.

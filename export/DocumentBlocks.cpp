@@ -24,7 +24,8 @@ void addNamespaces(const QDomElement& from, QDomElement to) {
     for (int i = 0; i < attributes.size(); ++i) {
         const QDomNode attribute = attributes.item(i);
         const QString name = attribute.nodeName();
-        if (name.startsWith(QLatin1String("xmlns:")) && !to.hasAttribute(name)) {
+        const bool declares = name == QLatin1String("xmlns") || name.startsWith(QLatin1String("xmlns:"));
+        if (declares && !to.hasAttribute(name)) {
             to.setAttribute(name, attribute.nodeValue());
         }
     }

@@ -50,9 +50,14 @@ QString unescaped(QStringView text) {
     }
 }
 
+// Of XML: the toolkit's parser takes every other white space, a no-break space for one, for part of a name.
+bool isSpace(QChar c) {
+    return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r';
+}
+
 bool isNameCharacter(QChar c) {
     static constexpr QStringView kExcluded = u"<>&'\"/=";
-    return !c.isSpace() && !kExcluded.contains(c);
+    return !isSpace(c) && !kExcluded.contains(c);
 }
 
 // One pass over the text; every step moves on or fails.
@@ -87,7 +92,7 @@ class RecordReader {
             QStringView name;
             QStringView value;
             if (!consumeUpTo(u'=', name)) return false;
-            name = name.trimmed();
+            while (!name.isEmpty() && isSpace(name.back())) name.chop(1);
             if (name.isEmpty() || !std::all_of(name.begin(), name.end(), isNameCharacter)) return false;
             skipSpace();
             if (!consume(u"\"") || !consumeUpTo(u'"', value)) return false;
@@ -98,7 +103,7 @@ class RecordReader {
     }
 
     void skipSpace() {
-        while (!rest_.isEmpty() && rest_.front().isSpace()) rest_ = rest_.mid(1);
+        while (!rest_.isEmpty() && isSpace(rest_.front())) rest_ = rest_.mid(1);
     }
 
     bool consume(QStringView what) {

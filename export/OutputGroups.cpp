@@ -15,6 +15,9 @@ bool OutputGroups::build(const QString& records, QDomDocument& document, QDomEle
         Group* parent = nullptr;
         if (record.parent) {
             const auto found = byNumber_.find(*record.parent);
+            // Groups inside definitions come back with these, as text. The loader numbers them all and
+            // records only those that are a level deeper: they have no parent here, and such a document is
+            // refused.
             if (found == byNumber_.end()) return false;
             parent = found->second;
         }

@@ -26,7 +26,9 @@ bool setPoints(SVGSaver& saver) {
     for (const uint32_t vertex : saver.polygonVertices()) {
         const auto point = saver.project(vertex);
         if (!point) return false;
-        text.appendPair(point->x(), point->y());  // with a space behind the last one too; meant so
+        // With a space behind the last pair too. Meant so: the text of existing drawings must not change.
+        // Saver/scenes pins it.
+        text.appendPair(point->x(), point->y());
     }
     saver.element().set(AttributeName::kPoints, text.view());
     return true;
@@ -41,7 +43,8 @@ ErrorState writeLinePolygon(SVGSaver& saver) {
     if (!parent) return ErrorState::kPolygon;
 
     const auto isKind = [&](const char* name) { return kind.find(name) != std::string::npos; };
-    // Rectangles come back as polylines: their numbers in the kind text are not read. Meant so.
+    // Rectangles come back as polylines: the numbers in the kind text are not read. Meant so: the mesh may
+    // have been edited since, and its vertices are what counts. Saver/scenes (kinds) pins it.
     const bool isPolyline = isKind("POLYLINE");
     const bool isPolygon = !isPolyline && isKind("POLYGON");
     const bool isLine = !isPolyline && !isPolygon && saver.polygonVertices().size() == 2;

@@ -44,8 +44,9 @@ bool isAlong(const Vector& normal, const Vector& direction) {
     return std::equal(normal.begin(), normal.end(), direction.begin(), fuzzyEqual);
 }
 
-// Truncated on purpose: a fractional flip height is dropped, as the loader drops its own. Kept inside 32
-// bits, where the result would otherwise be undefined.
+// Truncated on purpose: a fractional flip height is dropped, as the loader drops its own. With a fraction on
+// one side only a drawing would move by it in every round trip. Projection/mapsAndFlips pins it. Kept inside
+// 32 bits, where the result would otherwise be undefined.
 int32_t truncated(double height) {
     constexpr double kLowest = std::numeric_limits<int32_t>::min();
     constexpr double kLargest = std::numeric_limits<int32_t>::max();

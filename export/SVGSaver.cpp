@@ -81,7 +81,9 @@ TzResult SVGSaver::writeDocument() {
     return result;
 }
 
-// The first document type that a mesh keeps, as it is. It ends with a line end of its own; meant so.
+// The first document type that a mesh keeps, as it is. It ends with a line end of its own, so that an empty
+// line follows it. Meant so: the line break here is for texts of other tools. Saver/scenes (two-packages)
+// pins it.
 void SVGSaver::writeDoctype() {
     for (const auto& texts : storedTexts_) {
         if (!texts || texts->doctype.empty()) continue;
@@ -109,8 +111,8 @@ ErrorState SVGSaver::addGroups() {
     return ErrorState::kNone;
 }
 
-// The result of the last mesh is the result: one that fails before it does not stop the scan. Meant so;
-// Saver/lastMeshDecides pins it.
+// The result of the last mesh is the result: one that fails before it does not stop the scan. Meant so: one
+// tilted mesh among the flat ones must not cost the user the drawing. Saver/lastMeshDecides pins it.
 TzResult SVGSaver::writeMeshes() {
     orders_.emplace_back(root_);
     TzResult result = kTzOk;

@@ -12,8 +12,9 @@ class SVGSaver;
 void WriteStyleAttributes(SVGSaver& saver);
 
 // The stroke colour for a tag text that is no "#" colour: read as "rgb: %f %f %f", components from 0 to 1.
-// What cannot be read is 0, so that "none" and colour names come out as "#000000": meant so, and for the
-// stroke alone. StyleAttributes/strokeColour pins it.
+// What cannot be read is 0, so that "none" and colour names come out as "#000000". Meant so, and for the
+// stroke alone: fills come back as they are. A stroke that the host has set is in this form, and nothing
+// tells the two apart. StyleAttributes/strokeColour and Saver/scenes (style) pin it.
 std::string strokeColour(const std::string& text);
 
 // The default stroke width as the toolkit prints it in an attribute, for a mesh of that largest extent.

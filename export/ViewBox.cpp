@@ -55,8 +55,8 @@ std::optional<ViewBox> readViewBox(const std::string& text) {
 std::optional<ViewBox> viewBoxOf(const TzBox& bounds, PlaneAxis axis) {
     const QPointF lower = inPlane(axis, bounds.lower);
     const QPointF extent = inPlane(axis, bounds.extent);
-    // The margin is on the lower side only, and its factor a single-precision 0.1: meant so.
-    // ViewBox/margin pins it.
+    // The margin is on the lower side only, and neither factor is a round number. Meant so: otherwise
+    // existing scenes would be saved with other view boxes. ViewBox/margin pins it.
     constexpr double kMargin = 0.1F;
     constexpr double kGrowth = 1.1000000014901161;
     const ViewBox box{static_cast<float>(lower.x() - kMargin * extent.x()),

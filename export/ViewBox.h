@@ -17,8 +17,9 @@ struct ViewBox {
     float height = -1.0F;
 
     // Grows to hold a mesh's box. An empty box still counts with its right and bottom edge at -1, so that a
-    // box wholly left of or above -1 grows to there. Meant so; ViewBox/emptyEdge pins it. False, with the box
-    // unchanged, when single precision does not hold the result.
+    // box wholly left of or above -1 grows to there. Meant so, for the same reason as the margin below;
+    // ViewBox/emptyEdge pins it. False, with the box unchanged, when single precision does not hold the
+    // result.
     bool add(const ViewBox& candidate);
 
     // The four numbers as "%g %g %g %g".

@@ -5,6 +5,7 @@
 #include "host/SceneReader.h"
 #include "host/SceneSaving.h"
 #include "host/commands/Commands.h"
+#include "host/commands/LogFile.h"
 
 namespace tzhost {
 namespace {
@@ -12,13 +13,16 @@ namespace {
 struct ExportArguments {
     std::string scene;
     std::string out;
+    std::string log;
     ExportOptions options;
 };
 
 void runExport(Session& session, const ExportArguments& arguments) {
     const ScenePtr scene = session.host.makeScene();
     readSceneFile(*scene, arguments.scene);
+    LogFile log(session.host, arguments.log, arguments.scene);
     exportFile(session.host, *scene, arguments.out, arguments.options);
+    log.commit();
 }
 
 }  // namespace
@@ -30,6 +34,7 @@ void addExportCommand(CLI::App& app, CommandRun& run) {
     command->add_option("OUT.svg", arguments->out, "The drawing to write")->required();
     command->add_flag("--prepare", arguments->options.preparatoryPass,
                       "Ask the saver for its preparatory pass first");
+    LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost export logo.json back.svg");
     command->callback(
         [arguments, &run] { run = [arguments](Session& session) { runExport(session, *arguments); }; });

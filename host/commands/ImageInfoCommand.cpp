@@ -10,12 +10,14 @@
 #include "host/Types.h"
 #include "host/Utf8.h"
 #include "host/commands/Commands.h"
+#include "host/commands/LogFile.h"
 
 namespace tzhost {
 namespace {
 
 struct ImageInfoArguments {
     std::string in;
+    std::string log;
     bool json = false;
 };
 
@@ -80,7 +82,9 @@ void printJson(const RecognisedImage& recognised, TzSize size, TzPixelFormat for
 }
 
 void runImageInfo(const Session& session, const ImageInfoArguments& arguments) {
+    LogFile log(session.host, arguments.log, arguments.in);
     const LoadedImage loaded = loadImage(session.host, arguments.in);
+    log.commit();
     inStep(arguments.in, "describe", [&] {
         const auto print = arguments.json ? printJson : printPlain;
         print(loaded.recognised, loaded.image.size(), loaded.image.format(), levelsByKey(loaded));
@@ -94,6 +98,7 @@ void addImageInfoCommand(CLI::App& app, CommandRun& run) {
     CLI::App* const command = app.add_subcommand("image-info", "Tell what a drawing is as an image");
     command->add_option("IN.svg", arguments->in, "The drawing")->required();
     command->add_flag("--json", arguments->json, "As JSON");
+    LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost image-info logo.svg --json");
     command->callback(
         [arguments, &run] { run = [arguments](Session& session) { runImageInfo(session, *arguments); }; });

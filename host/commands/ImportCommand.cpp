@@ -3,15 +3,13 @@
 #include <cstdio>
 #include <limits>
 #include <memory>
-#include <optional>
 #include <string>
 
-#include "host/InputFile.h"
-#include "host/OutputFile.h"
 #include "host/SceneLoading.h"
 #include "host/SceneWriter.h"
 #include "host/Utf8.h"
 #include "host/commands/Commands.h"
+#include "host/commands/LogFile.h"
 
 namespace tzhost {
 namespace {
@@ -19,33 +17,16 @@ namespace {
 struct ImportArguments {
     std::string in;
     std::string scene;
-    std::string log;          // empty: none
+    std::string log;
     int64_t cancelAfter = 0;  // signed, or the parser would take -1 for a very large number
 };
 
-// Imports with the host's log going to a file. The log of a refused import is kept.
-ImportSummary importLogged(Host& host, Scene& scene, const ImportArguments& arguments) {
-    const ImportOptions options{static_cast<uint64_t>(arguments.cancelAfter)};
-    if (arguments.log.empty()) return importFile(host, scene, arguments.in, options);
-    requireReadable(arguments.in);
-    OutputFile log(arguments.log, "write log");
-    host.log().setSink([&log](std::string_view line) { log.write(line); });
-    ImportSummary summary;
-    try {
-        summary = importFile(host, scene, arguments.in, options);
-    } catch (...) {
-        host.log().setSink({});
-        log.commit();
-        throw;
-    }
-    host.log().setSink({});
-    log.commit();
-    return summary;
-}
-
 void runImport(Session& session, const ImportArguments& arguments) {
     const ScenePtr scene = session.host.makeScene();
-    const ImportSummary summary = importLogged(session.host, *scene, arguments);
+    LogFile log(session.host, arguments.log, arguments.in);
+    const ImportOptions options{static_cast<uint64_t>(arguments.cancelAfter)};
+    const ImportSummary summary = importFile(session.host, *scene, arguments.in, options);
+    log.commit();
     writeSceneFile(*scene, arguments.scene);
     std::printf(
         "%s: %llu shapes, %llu polygons, %llu points, %.3f s -> %s\n", toOneLine(arguments.in).c_str(),
@@ -60,8 +41,7 @@ void addImportCommand(CLI::App& app, CommandRun& run) {
     CLI::App* const command = app.add_subcommand("import", "Read a drawing into a scene file");
     command->add_option("IN.svg", arguments->in, "The drawing")->required();
     command->add_option("SCENE.json", arguments->scene, "The scene file to write")->required();
-    command->add_option("--log", arguments->log, "Write the lines that the module logs to this file")
-        ->type_name("FILE");
+    LogFile::addOption(*command, arguments->log);
     command->add_option("--cancel-after", arguments->cancelAfter, "Cancel at the monitor's N-th step")
         ->type_name("N")
         ->check(CLI::Range(int64_t{1}, std::numeric_limits<int64_t>::max()));

@@ -9,6 +9,7 @@
 #include "host/SceneLoading.h"
 #include "host/SceneReader.h"
 #include "host/commands/Commands.h"
+#include "host/commands/LogFile.h"
 
 namespace tzhost {
 namespace {
@@ -19,6 +20,7 @@ struct PreviewArguments {
     std::string in;
     std::string out;
     int size = 1024;
+    std::string log;
 };
 
 bool isSceneFile(const std::string& fileName) {
@@ -28,11 +30,13 @@ bool isSceneFile(const std::string& fileName) {
 
 void runPreview(Session& session, const PreviewArguments& arguments) {
     const ScenePtr scene = session.host.makeScene();
+    LogFile log(session.host, arguments.log, arguments.in);
     if (isSceneFile(arguments.in)) {
         readSceneFile(*scene, arguments.in);
     } else {
         importFile(session.host, *scene, arguments.in);
     }
+    log.commit();
     QByteArray png;
     inStep(arguments.in, "draw", [&] {
         QBuffer buffer(&png);
@@ -55,6 +59,7 @@ void addPreviewCommand(CLI::App& app, CommandRun& run) {
         ->type_name("N")
         ->capture_default_str()
         ->check(CLI::Range(1, kLargestSide));
+    LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost preview logo.svg logo.png --size 2048");
     command->callback(
         [arguments, &run] { run = [arguments](Session& session) { runPreview(session, *arguments); }; });

@@ -8,19 +8,23 @@
 #include "host/Pyramid.h"
 #include "host/Utf8.h"
 #include "host/commands/Commands.h"
+#include "host/commands/LogFile.h"
 
 namespace tzhost {
 namespace {
 
 struct PyramidArguments {
     std::string in;
+    std::string log;
     std::string folder;
     PyramidOptions options{12, std::max(1U, std::thread::hardware_concurrency())};
 };
 
 void runPyramid(const Session& session, const PyramidArguments& arguments) {
+    LogFile log(session.host, arguments.log, arguments.in);
     const PyramidSummary summary =
         writePyramid(session.host, arguments.in, arguments.folder, arguments.options);
+    log.commit();
     std::printf("%s: %llu tiles written, %llu kept, %.3f s -> %s\n", toOneLine(arguments.in).c_str(),
                 static_cast<unsigned long long>(summary.written),
                 static_cast<unsigned long long>(summary.kept), summary.seconds,
@@ -46,6 +50,7 @@ void addPyramidCommand(CLI::App& app, CommandRun& run) {
         ->type_name("N")
         ->capture_default_str()
         ->check(CLI::Range(1, 256));
+    LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost pyramid town-map.svg town-map --max-level 13");
     command->callback(
         [arguments, &run] { run = [arguments](Session& session) { runPyramid(session, *arguments); }; });

@@ -5,6 +5,7 @@
 #include "host/SceneLoading.h"
 #include "host/SceneSaving.h"
 #include "host/commands/Commands.h"
+#include "host/commands/LogFile.h"
 
 namespace tzhost {
 namespace {
@@ -12,12 +13,15 @@ namespace {
 struct RoundTripArguments {
     std::string in;
     std::string out;
+    std::string log;
 };
 
 void runRoundTrip(Session& session, const RoundTripArguments& arguments) {
     const ScenePtr scene = session.host.makeScene();
+    LogFile log(session.host, arguments.log, arguments.in);
     importFile(session.host, *scene, arguments.in);
     exportFile(session.host, *scene, arguments.out);
+    log.commit();
 }
 
 }  // namespace
@@ -27,6 +31,7 @@ void addRoundTripCommand(CLI::App& app, CommandRun& run) {
     CLI::App* const command = app.add_subcommand("roundtrip", "Read a drawing and write it again");
     command->add_option("IN.svg", arguments->in, "The drawing")->required();
     command->add_option("OUT.svg", arguments->out, "The drawing to write")->required();
+    LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost roundtrip logo.svg back.svg");
     command->callback(
         [arguments, &run] { run = [arguments](Session& session) { runRoundTrip(session, *arguments); }; });

@@ -6,24 +6,28 @@
 #include "host/ImageLoading.h"
 #include "host/OperationError.h"
 #include "host/commands/Commands.h"
+#include "host/commands/LogFile.h"
 
 namespace tzhost {
 namespace {
 
 struct SampleArguments {
     std::string in;
+    std::string log;
     uint32_t level = 0;
     uint32_t x = 0;
     uint32_t y = 0;
 };
 
 void runSample(const Session& session, const SampleArguments& arguments) {
+    LogFile log(session.host, arguments.log, arguments.in);
     const LoadedImage loaded = loadImage(session.host, arguments.in);
     float pixel[4] = {};
     inStep(arguments.in, "sample", [&] {
         tzCheck(
             loaded.samples->samplePixel(arguments.level, arguments.x, arguments.y, kTzPixelRgbaFloat, pixel));
     });
+    log.commit();
     // Nine digits give every float back.
     std::printf("%.9g %.9g %.9g %.9g\n", static_cast<double>(pixel[0]), static_cast<double>(pixel[1]),
                 static_cast<double>(pixel[2]), static_cast<double>(pixel[3]));
@@ -38,6 +42,7 @@ void addSampleCommand(CLI::App& app, CommandRun& run) {
     command->add_option("LEVEL", arguments->level, "The level, 0 being the coarsest")->required();
     command->add_option("X", arguments->x, "Pixels from the left")->required();
     command->add_option("Y", arguments->y, "Pixels from the top")->required();
+    LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost sample logo.svg 10 512 300");
     command->callback(
         [arguments, &run] { run = [arguments](Session& session) { runSample(session, *arguments); }; });

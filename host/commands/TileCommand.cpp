@@ -10,12 +10,14 @@
 #include "host/TilePixels.h"
 #include "host/WorkerThreads.h"
 #include "host/commands/Commands.h"
+#include "host/commands/LogFile.h"
 
 namespace tzhost {
 namespace {
 
 struct TileArguments {
     std::string in;
+    std::string log;
     uint32_t level = 0;
     uint32_t column = 0;
     uint32_t row = 0;
@@ -46,6 +48,7 @@ CTzUser_Image fetchOnThreads(ITzTileImage& tiles, const TileArguments& arguments
 }
 
 void runTile(const Session& session, const TileArguments& arguments) {
+    LogFile log(session.host, arguments.log, arguments.in);
     const LoadedImage loaded = loadImage(session.host, arguments.in);
     std::string bytes;
     inStep(arguments.in, "tile", [&] {
@@ -57,6 +60,7 @@ void runTile(const Session& session, const TileArguments& arguments) {
             bytes.assign(reinterpret_cast<const char*>(pixels.data()), pixels.size() * sizeof(float));
         }
     });
+    log.commit();
     OutputFile out(arguments.out, "write");
     out.write(bytes);
     out.commit();
@@ -80,6 +84,7 @@ void addTileCommand(CLI::App& app, CommandRun& run) {
         ->type_name("N")
         ->capture_default_str()
         ->check(CLI::Range(1, 256));
+    LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost tile logo.svg 4 3 5 tile.png");
     command->callback(
         [arguments, &run] { run = [arguments](Session& session) { runTile(session, *arguments); }; });

@@ -97,6 +97,8 @@ TEST(ViewBox, margin) {
               "-2.98023e-08 -4.47035e-08 22 33");
     EXPECT_EQ(viewBoxOf({{1, 2, 3}, {11, 22, 33}, {10, 20, 30}}, PlaneAxis::kY)->text(),
               "-4.47035e-08 -1.49012e-08 33 11");
+    // Nor is the other factor 1.1: that would give a width of 8388616.
+    EXPECT_EQ(viewBoxOf({{0, 0, 0}, {7626015, 1, 0}, {7626015, 1, 0}}, PlaneAxis::kZ)->width, 8388617.0F);
 }
 
 TEST(StyleAttributes, strokeColour) {

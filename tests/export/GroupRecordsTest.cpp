@@ -37,6 +37,7 @@ TEST(GroupRecords, reads) {
              {" g=id{1}parent{root}attributes{ id = \"a\"\n fill=\"red\" };\n", "1<root|id=a|fill=red"},
              {"g=id{1}parent{root}attributes{id=\"};g=id{2}\"};", "1<root|id=};g=id{2}"},
              {"g=id{1}parent{root}attributes{a}b=\"1\"}=\"2\"};", "1<root|a}b=1|}=2"},
+             {"g=id{1}parent{root}attributes{\u00A0a\u2003b\u00A0 =\"1\"};", "1<root|\u00A0a\u2003b\u00A0=1"},
              {"g=id{1}parent{root}attributes{xlink:href=\"#x\"};", "1<root|xlink:href=#x"},
              {"g=id{1}parent{root}attributes{t=\"&lt;&gt;&amp;&quot;&apos;\"};", "1<root|t=<>&\"'"},
              {"g=id{1}parent{root}attributes{t=\"&#xa;&#65;&#x1F600;\"};", "1<root|t=\nA\xF0\x9F\x98\x80"},

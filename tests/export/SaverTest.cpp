@@ -101,6 +101,38 @@ TEST_F(Saver, emptySceneHasNoViewBox) {
                    "xmlns=\"http://www.w3.org/2000/svg\" xmlns:xlink=\"http://www.w3.org/1999/xlink\"/>"));
 }
 
+// The first mesh is flipped about its extent along the plane's vertical axis, wherever it lies.
+TEST_F(Saver, flipsTheFirstMesh) {
+    struct Row {
+        const char* points;
+        const char* written;
+    };
+    for (const Row& row : {Row{"[1,40,9],[2,40,9],[2,47,9]", "1,-33 2,-33 2,-40 "},
+                           Row{"[9,1,40],[9,2,40],[9,2,47]", "1,-33 2,-33 2,-40 "},
+                           Row{"[40,9,1],[40,9,2],[47,9,2]", "1,-33 2,-33 2,-40 "}}) {
+        const ScenePtr scene = session_.host.makeScene();
+        readSceneFile(*scene, folder_.write("scene.json",
+                                            std::string(R"({"format":"tzscene","version":1,"items":[)"
+                                                        R"({"type":"mesh","name":"M","points":[)") +
+                                                row.points +
+                                                R"(],"polygons":[{"type":"LINE","vertices":[0,1,2]}]}]})"));
+        EXPECT_NE(exported(scene).find(row.written), std::string::npos) << row.points;
+    }
+}
+
+// A saver that a host keeps starts every save afresh.
+TEST_F(Saver, savesAgain) {
+    const auto saver = session_.host.servers().spawn<ITzSceneSaver>("SVG_SceneSaver");
+    for (const char* const name : {"subpaths", "package", "viewbox"}) {
+        const ScenePtr scene = sceneOf(name);
+        const std::string file = exported(scene);
+        for (int i = 0; i < 2; ++i) {
+            EXPECT_EQ(saver->save(tzText((folder_ / "again.svg").native()), scene.get(), 0), kTzOk) << name;
+            EXPECT_EQ(folder_.read("again.svg"), file) << name;
+        }
+    }
+}
+
 // A mesh that cannot be written fails the save only when it is the last; the others are in the file all the
 // same.
 TEST_F(Saver, lastMeshDecides) {

@@ -68,6 +68,15 @@ TEST_F(ImageCommands, refuse) {
     }
 }
 
+TEST_F(ImageCommands, keepTheLogOfARefusal) {
+    for (const char* const arguments :
+         {"image-info text.svg", "tile text.svg 0 0 0 out.png", "sample text.svg 0 0 0"}) {
+        EXPECT_EQ(run(std::string(arguments) + " --log log.txt"), 1) << arguments;
+        EXPECT_EQ(folder_.read("log.txt"), "Invalid svg document.\n") << arguments;
+        std::filesystem::remove(folder_ / "log.txt");
+    }
+}
+
 TEST_F(ImageCommands, imageInfo) {
     ASSERT_EQ(run("image-info half.svg --json"), 0) << folder_.read("err.log");
     const auto info = nlohmann::json::parse(folder_.read("out.log"));

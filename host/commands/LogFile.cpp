@@ -1,0 +1,38 @@
+// See the header.
+#include "host/commands/LogFile.h"
+
+#include <exception>
+#include <string_view>
+
+#include "host/InputFile.h"
+
+namespace tzhost {
+
+void LogFile::addOption(CLI::App& command, std::string& file) {
+    command.add_option("--log", file, "Write the lines that the module logs to this file")->type_name("FILE");
+}
+
+LogFile::LogFile(const Host& host, const std::string& file, const std::string& input) : host_(host) {
+    if (file.empty()) return;
+    requireReadable(input);
+    out_.emplace(file, "write log");
+    host_.log().setSink([this](std::string_view line) { out_->write(line); });
+}
+
+LogFile::~LogFile() {
+    if (!out_ || committed_) return;
+    try {
+        commit();
+    } catch (const std::exception&) {
+        // What failed before is what the user is told.
+    }
+}
+
+void LogFile::commit() {
+    if (!out_) return;
+    host_.log().setSink({});
+    committed_ = true;
+    out_->commit();
+}
+
+}  // namespace tzhost

@@ -1,0 +1,37 @@
+// `--log FILE`: the lines that the module logs while a command has it work, in a file. Every command that has
+// a file read or written by the module holds one.
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <optional>
+#include <string>
+
+#include "host/Host.h"
+#include "host/OutputFile.h"
+
+namespace tzhost {
+
+class LogFile {
+  public:
+    // Adds the option to a command.
+    static void addOption(CLI::App& command, std::string& file);
+
+    // Takes the log's lines from here on; no file name, no file. Throws OperationError, steps "open" for an
+    // input that cannot be read, which leaves no log, and "write log".
+    LogFile(const Host& host, const std::string& file, const std::string& input);
+
+    // The log of what failed is kept.
+    ~LogFile();
+    LogFile(const LogFile&) = delete;
+    LogFile& operator=(const LogFile&) = delete;
+
+    // The work is done: the file is complete. Throws OperationError, step "write log".
+    void commit();
+
+  private:
+    const Host& host_;
+    std::optional<OutputFile> out_;
+    bool committed_ = false;
+};
+
+}  // namespace tzhost

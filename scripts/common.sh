@@ -52,15 +52,16 @@ install_packages() {
         apt-get install -y --no-install-recommends "${missing[@]}"
 }
 
-# build_preset PRESET FOLDER: configures once, and afresh when the presets changed or the clone was moved; then
-# builds what changed.
+# build_preset PRESET FOLDER [TARGET...]: configures once, and afresh when the presets changed or the clone was
+# moved; then builds what changed, of everything or of the targets.
 build_preset() {
-    local preset=$1 stamp=$2/.configured
+    local preset=$1 stamp=$2/.configured targets=()
+    (($# < 3)) || targets=(--target "${@:3}")
     if [[ ! $stamp -nt CMakePresets.json || $(<"$stamp") != "$PWD" ]]; then
         run "configure ($preset)" cmake --fresh --preset "$preset"
         printf '%s\n' "$PWD" >"$stamp"
     fi
-    run "build ($preset)" cmake --build --preset "$preset" -- --quiet
+    run "build ($preset)" cmake --build --preset "$preset" "${targets[@]}" -- --quiet
 }
 
 # run_tests PRESET [CTEST-OPTION...]: says only the closing summary when all pass, else everything but the tests that passed.

@@ -4,86 +4,20 @@
 
 #include <gtest/gtest.h>
 
-#include <QDateTime>
 #include <QFile>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QSvgRenderer>
-#include <QTemporaryDir>
 #include <clocale>
 #include <cmath>
 #include <thread>
 
 #include "host/Types.h"
-#include "image/CSVGImageLoader.h"
-#include "tests/image/ImageHost.h"
+#include "tests/image/ImageFixture.h"
 
 using namespace tzsvg;
 
 namespace {
-
-// Shapes across all tile seams, half transparent, over the edges of the document and with text.
-QByteArray drawing(const QByteArray& root) {
-    return "<svg xmlns='http://www.w3.org/2000/svg' " + root +
-           "><rect x='-20' y='-20' width='90' height='50' fill='#ff8000' fill-opacity='0.5'/>"
-           "<path d='M0 0 L300 200 M300 0 L0 200' stroke='blue' stroke-width='7'/>"
-           "<circle cx='60' cy='30' r='45' fill='green' fill-opacity='0.3' stroke='black'/>"
-           "<text x='5' y='40' font-size='30'>Abg</text>"
-           "<rect x='80' y='20' width='400' height='400' fill='#123456' fill-opacity='0.7'/></svg>";
-}
-
-using Loader = CTzPolymorph<CSVGImageLoader, ITzImageLoader>;
-
-struct ImageTest : ::testing::Test {
-    QString path() const { return folder.filePath(QStringLiteral("document.svg")); }
-
-    // Old enough that a renderer of it is kept.
-    void write(const QByteArray& bytes, int age = 60) const {
-        QFile::remove(path());
-        QFile file(path());
-        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-        file.write(bytes);
-        file.flush();
-        file.setFileTime(QDateTime::currentDateTime().addSecs(-age), QFileDevice::FileModificationTime);
-    }
-
-    TzResult recognise() {
-        name = path().toStdString();
-        access = {};
-        access.fileName = tzText(name);
-        return loader->recognise(&access);
-    }
-
-    CTzPtr<ITzImage> load() {
-        EXPECT_EQ(recognise(), kTzOk);
-        ITzImage* out = nullptr;
-        EXPECT_EQ(loader->load(&access, &out), kTzOk);
-        return CTzPtr<ITzImage>::adopt(out);
-    }
-
-    ImageHost host;
-    QTemporaryDir folder;
-    CTzPtr<ITzImageLoader> loader = Loader::create(host.object());
-    std::string name;
-    TzLoadAccess access{};
-};
-
-struct Pixel {
-    float r, g, b, a;
-
-    friend bool operator==(const Pixel& x, const Pixel& y) {
-        return x.r == y.r && x.g == y.g && x.b == y.b && x.a == y.a;
-    }
-};
-
-std::vector<Pixel> pixelsOf(ITzImage& image, TzSize size) {
-    std::vector<Pixel> pixels(size_t{size.width} * size.height);
-    for (uint32_t y = 0; y < size.height; ++y) {
-        EXPECT_EQ(image.readLine(0, y, size.width, kTzPixelRgbaFloat, &pixels[size_t{y} * size.width]),
-                  kTzOk);
-    }
-    return pixels;
-}
 
 // One rendering of a whole level, at once and with nothing of the module's but the sizes.
 QImage wholeLevel(const QString& path, int width, int height) {
@@ -385,90 +319,10 @@ TEST_F(ImageTest, anothersImageServer) {
     const ImageHost other;
     const auto theirs = CTzPolymorph<Stranger, ITzImage>::factory(other.object(), nullptr);
     ASSERT_EQ(other.service<ITzServerRegistry>()->addServer(tzText("svgImage"), theirs.get()), kTzOk);
-    loader = Loader::create(other.object());
+    loader = ImageLoader::create(other.object());
     write(drawing("width='300' height='200'"));
     ASSERT_EQ(recognise(), kTzOk);
     ITzImage* out = nullptr;
     EXPECT_EQ(loader->load(&access, &out), kTzFailed);
     EXPECT_EQ(out, nullptr);
-}
-
-// Eight threads on a cache for a dozen tiles: every tile is right while others are dropped, and drawn once as
-// long as it is kept.
-TEST_F(ImageTest, manyThreads) {
-    write(drawing("width='300' height='200'"));
-    ASSERT_EQ(recognise(), kTzOk);
-    static std::atomic<int64_t> seconds;
-    const TileCache::Settings settings{uint64_t{12} * 256 * 256 * 4, []() noexcept {
-                                           return TileCache::Time(std::chrono::seconds(seconds.load()));
-                                       }};
-    const auto image =
-        CTzPolymorph<CSVGImage, ITzImage, ITzTileImage, ITzImageLevelSample>::create(host.object(), settings);
-    CSVGImage::ofThisModule(image.get())->initialise(static_cast<CSVGImageLoader&>(*loader), path());
-    const auto tiles = image.query<ITzTileImage>();
-
-    // Seventeen tiles. What each should be, from one thread.
-    struct Place {
-        uint32_t level;
-        TzTilePlace place;
-        TzSize size;
-        std::vector<Pixel> pixels;
-    };
-    std::vector<Place> places;
-    for (uint32_t level = 6; level < 9; ++level) {
-        TzTileLevel of{};
-        tiles->tileLevelSize(level, &of);
-        for (uint32_t y = 0; y * of.tileHeight < of.height; ++y) {
-            for (uint32_t x = 0; x * of.tileWidth < of.width; ++x) {
-                ITzImage* out = nullptr;
-                seconds += 5;
-                ASSERT_EQ(tiles->tile(level, {x, y}, &out), kTzOk);
-                const auto tile = CTzPtr<ITzImage>::adopt(out);
-                const TzSize size{of.tileWidth, of.tileHeight};
-                places.push_back({level, {x, y}, size, pixelsOf(*tile, size)});
-            }
-        }
-    }
-
-    std::atomic<int> wrong{0};
-    std::vector<std::thread> threads;
-    for (uint32_t t = 0; t < 8; ++t) {
-        threads.emplace_back([&, t] {
-            uint32_t random = t + 1;
-            for (int i = 0; i < 60; ++i) {
-                random = random * 1664525U + 1013904223U;
-                const Place& place = places[(random >> 8U) % places.size()];
-                ++seconds;
-                ITzImage* out = nullptr;
-                if (tzFailed(tiles->tile(place.level, place.place, &out))) {
-                    ++wrong;
-                    continue;
-                }
-                const auto tile = CTzPtr<ITzImage>::adopt(out);
-                const auto pixels = pixelsOf(*tile, place.size);
-                if (!(pixels == place.pixels)) ++wrong;
-            }
-        });
-    }
-    for (std::thread& thread : threads) thread.join();
-    EXPECT_EQ(wrong, 0);
-    EXPECT_LT(host.imagesAlive(), static_cast<int>(places.size()));
-}
-
-// One tile asked for by eight threads at once is drawn once.
-TEST_F(ImageTest, drawnOnce) {
-    write(drawing("width='300' height='200'"));
-    const auto tiles = load().query<ITzTileImage>();
-    std::vector<std::thread> threads;
-    std::vector<ITzImage*> images(8);
-    threads.reserve(images.size());
-    for (ITzImage*& out : images) {
-        threads.emplace_back([&tiles, &out] { tiles->tile(4, {3, 3}, &out); });
-    }
-    for (std::thread& thread : threads) thread.join();
-    EXPECT_EQ(host.imagesAlive(), 1);
-    for (ITzImage* const image : images) {
-        EXPECT_EQ(image, images.front());
-        CTzPtr<ITzImage>::adopt(image);
-    }
 }

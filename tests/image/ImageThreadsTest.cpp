@@ -1,0 +1,115 @@
+// One image in the hands of eight threads. A program of its own: these are the tests that the thread
+// sanitizer runs, and it needs nothing but the image and the host for them.
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+
+#include "image/CSVGImage.h"
+#include "tests/image/ImageFixture.h"
+
+using namespace tzsvg;
+
+namespace {
+
+constexpr uint32_t kThreads = 8;
+
+std::atomic<int64_t> seconds;
+
+struct ImageThreads : ImageTest {
+    struct Place {
+        uint32_t level;
+        TzTilePlace place;
+        TzSize size;
+        std::vector<Pixel> pixels;  // what the tile should be
+    };
+
+    // Seventeen tiles of three levels, each drawn while no other thread is there.
+    void SetUp() override {
+        write(drawing("width='300' height='200'"));
+        ASSERT_EQ(recognise(), kTzOk);
+        const auto tiles = imageWithRoomFor(100);
+        for (uint32_t level = 6; level < 9; ++level) {
+            TzTileLevel of{};
+            ASSERT_EQ(tiles->tileLevelSize(level, &of), kTzOk);
+            const TzSize size{of.tileWidth, of.tileHeight};
+            for (uint32_t y = 0; y * of.tileHeight < of.height; ++y) {
+                for (uint32_t x = 0; x * of.tileWidth < of.width; ++x) {
+                    const auto image = tile(*tiles, level, {x, y});
+                    ASSERT_TRUE(image);
+                    places.push_back({level, {x, y}, size, pixelsOf(*image, size)});
+                }
+            }
+        }
+    }
+
+    // An image of the document whose cache is full at that many tiles, by the clock `seconds`.
+    CTzPtr<ITzTileImage> imageWithRoomFor(uint64_t tiles) {
+        const TileCache::Settings settings{tiles * 256 * 256 * 4, []() noexcept {
+                                               return TileCache::Time(std::chrono::seconds(seconds.load()));
+                                           }};
+        const auto image = CTzPolymorph<CSVGImage, ITzImage, ITzTileImage, ITzImageLevelSample>::create(
+            host.object(), settings);
+        CSVGImage::ofThisModule(image.get())->initialise(static_cast<CSVGImageLoader&>(*loader), path());
+        return image.query<ITzTileImage>();
+    }
+
+    static CTzPtr<ITzImage> tile(ITzTileImage& tiles, uint32_t level, TzTilePlace place) {
+        ITzImage* out = nullptr;
+        static_cast<void>(tiles.tile(level, place, &out));
+        return CTzPtr<ITzImage>::adopt(out);
+    }
+
+    // Runs work(index) on eight threads at once.
+    template <class Work>
+    static void onThreads(Work&& work) {
+        std::vector<std::thread> threads;
+        for (uint32_t t = 0; t < kThreads; ++t) threads.emplace_back(work, t);
+        for (std::thread& thread : threads) thread.join();
+    }
+
+    std::vector<Place> places;
+};
+
+}  // namespace
+
+// Every thread asks for every tile, in an order of its own, and keeps it: as many images as tiles are made,
+// and all threads get the same.
+TEST_F(ImageThreads, eachTileIsDrawnOnce) {
+    const auto tiles = imageWithRoomFor(100);
+    std::vector<std::vector<CTzPtr<ITzImage>>> images(kThreads);
+    onThreads([&](uint32_t t) {
+        images[t].resize(places.size());
+        for (size_t i = 0; i < places.size(); ++i) {
+            const size_t at = (i * 5 + t / 2) % places.size();  // pairs of threads meet at each tile
+            images[t][at] = tile(*tiles, places[at].level, places[at].place);
+        }
+    });
+    EXPECT_EQ(host.imagesAlive(), static_cast<int>(places.size()));
+    for (uint32_t t = 0; t < kThreads; ++t) {
+        for (size_t i = 0; i < places.size(); ++i) {
+            ASSERT_TRUE(images[t][i]);
+            EXPECT_EQ(images[t][i].get(), images[0][i].get()) << t << ", " << i;
+        }
+    }
+}
+
+// Time passes with each request, so that trims fall between and into them: every tile is right for as long as
+// its thread holds it.
+TEST_F(ImageThreads, tilesAreRightWhileOthersAreDropped) {
+    constexpr int kRoom = 4;
+    const auto tiles = imageWithRoomFor(kRoom);
+    std::atomic<int> wrong{0};
+    onThreads([&](uint32_t t) {
+        uint32_t random = t + 1;
+        for (int i = 0; i < 60; ++i) {
+            random = random * 1664525U + 1013904223U;
+            const Place& place = places[(random >> 8U) % places.size()];
+            ++seconds;
+            const auto image = tile(*tiles, place.level, place.place);
+            if (!image || !(pixelsOf(*image, place.size) == place.pixels)) ++wrong;
+        }
+    });
+    EXPECT_EQ(wrong, 0);
+    EXPECT_LT(host.imagesAlive(), static_cast<int>(places.size()));  // tiles were dropped
+}

@@ -27,7 +27,10 @@ endif()
 
 if(TZSVG_SANITIZE)
     # GCC's warning of uninitialized values is wrong about instrumented code.
-    add_compile_options(-fsanitize=${TZSVG_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer
-                        -O1 -Wno-maybe-uninitialized)
+    add_compile_options(-fsanitize=${TZSVG_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -O1
+                        $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
     add_link_options(-fsanitize=${TZSVG_SANITIZE})
+endif()
+if(TZSVG_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link)
 endif()

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <array>
 
+#include "hostsdk/CTzError.h"
+
 namespace tzsvg {
 namespace {
 
@@ -16,9 +18,27 @@ bool isNamed(const QDomNode& node, QStringView name) {
     return node.nodeName() == name;
 }
 
-void saveOutsideDefinitions(QTextStream& stream, const std::vector<QDomElement>& elements) {
+// Elements one after the other as text, as long as there is room.
+class ElementsText {
+  public:
+    explicit ElementsText(qint64 room) : room_(room) {}
+
+    void add(const QDomNode& node) {
+        node.save(stream_, kIndent);
+        stream_.flush();
+        if (text_.size() > room_) throw CTzError(kTzOutOfMemory);
+    }
+    QString text() const { return withoutLineBreaks(text_); }
+
+  private:
+    const qint64 room_;
+    QString text_;
+    QTextStream stream_{&text_};
+};
+
+void addOutsideDefinitions(ElementsText& text, const std::vector<QDomElement>& elements) {
     for (const QDomElement& element : elements) {
-        if (!isNamed(element.parentNode(), u"defs")) element.save(stream, kIndent);
+        if (!isNamed(element.parentNode(), u"defs")) text.add(element);
     }
 }
 
@@ -79,27 +99,23 @@ QString withoutLineBreaks(QString text) {
     return text.remove(kBreaks);
 }
 
-QString captureDefinitions(const DocumentSurvey& survey) {
-    QString text;
-    QTextStream stream(&text);
+QString captureDefinitions(const DocumentSurvey& survey, qint64 room) {
+    ElementsText text(room);
     for (const QDomElement& definitions : survey.definitions) {
         for (QDomNode child = definitions.firstChild(); !child.isNull(); child = child.nextSibling()) {
-            child.save(stream, kIndent);
+            text.add(child);
         }
     }
-    saveOutsideDefinitions(stream, survey.patterns);
-    saveOutsideDefinitions(stream, survey.linearGradients);
-    saveOutsideDefinitions(stream, survey.radialGradients);
-    stream.flush();
-    return withoutLineBreaks(text);
+    addOutsideDefinitions(text, survey.patterns);
+    addOutsideDefinitions(text, survey.linearGradients);
+    addOutsideDefinitions(text, survey.radialGradients);
+    return text.text();
 }
 
-QString captureClipPaths(const DocumentSurvey& survey) {
-    QString text;
-    QTextStream stream(&text);
-    for (const QDomElement& clipPath : survey.clipPaths) clipPath.save(stream, kIndent);
-    stream.flush();
-    return withoutLineBreaks(text);
+QString captureClipPaths(const DocumentSurvey& survey, qint64 room) {
+    ElementsText text(room);
+    for (const QDomElement& clipPath : survey.clipPaths) text.add(clipPath);
+    return text.text();
 }
 
 bool captureGroups(const DocumentSurvey& survey, GroupTable& table, QString& records) {

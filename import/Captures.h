@@ -11,12 +11,13 @@
 namespace tzsvg {
 
 // Definitions: the children of every "defs", then patterns, linear and radial gradients outside "defs".
-// Without line breaks and tabs. Empty when there are none.
-QString captureDefinitions(const DocumentSurvey& survey);
+// Without line breaks and tabs. Empty when there are none. What is nested is in it once for each level:
+// throws kTzOutOfMemory when it is longer than `room`.
+QString captureDefinitions(const DocumentSurvey& survey, qint64 room);
 
 // Every clip path, whole, also those inside "defs" (both copies are kept on purpose). Without line breaks and
-// tabs. Empty when there are none.
-QString captureClipPaths(const DocumentSurvey& survey);
+// tabs. Empty when there are none; `room` as above.
+QString captureClipPaths(const DocumentSurvey& survey, qint64 room);
 
 // Numbers every group of the document in `table`, and writes one record for each group that is not directly
 // inside a container of definitions. False when a group's parent is neither the root nor a group.

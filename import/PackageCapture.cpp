@@ -9,7 +9,10 @@ namespace tzsvg {
 namespace {
 
 void store(SVGLoader& loader, const char* channel, const QString& text) {
-    if (!text.isEmpty()) loader.setChannel(channel, text.toStdString());
+    if (text.isEmpty()) return;
+    const std::string utf8 = text.toStdString();
+    loader.keptText().take(utf8.size());
+    loader.setChannel(channel, utf8);
 }
 
 // As store(), on the loaded item whatever item is current, which is current again afterwards.
@@ -42,8 +45,8 @@ bool captureIntoPackage(SVGLoader& loader, const DocumentSurvey& survey) {
     if (survey.roots.empty()) return false;
     readRoot(loader, survey.roots.front());
     store(loader, kChannelRoot, captureRoot(survey.roots.front()));
-    storeOnLoadedItem(loader, kChannelDefinitions, captureDefinitions(survey));
-    storeOnLoadedItem(loader, kChannelClipPaths, captureClipPaths(survey));
+    storeOnLoadedItem(loader, kChannelDefinitions, captureDefinitions(survey, loader.keptText().room()));
+    storeOnLoadedItem(loader, kChannelClipPaths, captureClipPaths(survey, loader.keptText().room()));
     QString groups;
     if (!captureGroups(survey, loader.groups(), groups)) return false;
     store(loader, kChannelGroups, groups);

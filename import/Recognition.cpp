@@ -19,7 +19,7 @@ QString decodeJoined(const QByteArray& bytes) {
     return text;
 }
 
-bool readDocument(const QString& fileName, QDomDocument& document) {
+bool readDocument(const QString& fileName, QDomDocument& document, qint64& length) {
     document.clear();
     QString text;
     {
@@ -27,6 +27,7 @@ bool readDocument(const QString& fileName, QDomDocument& document) {
         if (!readFileBytes(fileName, bytes)) return false;
         text = decodeJoined(bytes);
     }
+    length = text.size();
     if (!parseXml(text, document) || document.elementsByTagName(QStringLiteral("svg")).size() != 1) {
         document.clear();
         return false;

@@ -12,8 +12,8 @@ namespace tzsvg {
 // joined.
 QString decodeJoined(const QByteArray& bytes);
 
-// Reads and parses a file. True, with the document, when it is XML within the limits and holds exactly
-// one element named "svg"; otherwise the document is empty.
-bool readDocument(const QString& fileName, QDomDocument& document);
+// Reads and parses a file. True, with the document and the length of its text, when it is XML within the
+// limits and holds exactly one element named "svg"; otherwise the document is empty.
+bool readDocument(const QString& fileName, QDomDocument& document, qint64& length);
 
 }  // namespace tzsvg

@@ -17,12 +17,14 @@ namespace tzsvg {
 SVGLoader::SVGLoader(const CTzPtr<ITzHost>& host) : CTzSceneLoader(CTzUser_Host(host)), log_(this->host()) {}
 
 void SVGLoader::tagLastPolygon(TzTagId id, std::string_view text) {
-    if (lastPolygon_ && !text.empty()) setPolygonTag(*lastPolygon_, id, text);
+    if (!lastPolygon_ || text.empty()) return;
+    keptText_.take(text.size());
+    setPolygonTag(*lastPolygon_, id, text);
 }
 
 bool SVGLoader::recogniseFile(const std::string& fileName) {
     resetCounters();
-    return readDocument(QString::fromStdString(fileName), document_);
+    return readDocument(QString::fromStdString(fileName), document_, documentLength_);
 }
 
 void SVGLoader::startLoad() {
@@ -75,6 +77,7 @@ void SVGLoader::resetCounters() noexcept {
     flipHeight_ = 0.0F;
     lengths_ = {};
     ancestors_ = {};
+    keptText_ = KeptText(documentLength_);
     groups_.reset();
     pathCounter_ = 0;
     lastPolygon_.reset();

@@ -9,6 +9,7 @@
 
 #include "hostsdk/CTzSceneLoader.h"
 #include "import/GroupTable.h"
+#include "import/KeptText.h"
 #include "import/SVGIOLogMessage.h"
 #include "import/shape/ElementTransform.h"
 #include "import/text/Length.h"
@@ -43,6 +44,9 @@ class SVGLoader : public CTzSceneLoader {
     // The numbered groups of the document.
     GroupTable& groups() { return groups_; }
 
+    // The room for what this load keeps as text.
+    KeptText& keptText() { return keptText_; }
+
     // The counter behind the `SPAT` tags: counts the paths that were split into several polygons.
     unsigned pathCounter() const { return pathCounter_; }
     unsigned nextPath() { return ++pathCounter_; }
@@ -52,7 +56,8 @@ class SVGLoader : public CTzSceneLoader {
     std::optional<uint32_t> lastPolygon() const { return lastPolygon_; }
     void setLastPolygon(std::optional<uint32_t> polygon) { lastPolygon_ = polygon; }
 
-    // Sets a tag on the polygon created last, if there is one and the text is not empty.
+    // Sets a tag on the polygon created last, if there is one and the text is not empty. Throws
+    // kTzOutOfMemory when the load keeps too much text.
     void tagLastPolygon(TzTagId id, std::string_view text);
 
     SVGIOLogMessage& log() { return log_; }
@@ -69,6 +74,8 @@ class SVGLoader : public CTzSceneLoader {
 
     SVGIOLogMessage log_;
     QDomDocument document_;
+    qint64 documentLength_ = 0;  // of its text
+    KeptText keptText_;
     std::string viewBox_;
     float flipHeight_ = 0.0F;
     LengthContext lengths_;

@@ -8,6 +8,19 @@
 namespace tzsvg {
 namespace {
 
+// The attributes of a document's elements.
+class AttributeCount {
+  public:
+    // Adds an element with that many; false when a limit is passed.
+    bool add(qint64 attributes) {
+        if (attributes > kManyAttributes) pairs_ += attributes * attributes;
+        return attributes <= kMaxAttributes && pairs_ <= kMaxAttributePairs;
+    }
+
+  private:
+    qint64 pairs_ = 0;
+};
+
 // Reads the text from '<' to '<'. Everything that is not understood counts as an opened element, so that
 // broken text is never taken to be shallower than it is.
 class MarkupScan {
@@ -75,15 +88,15 @@ class MarkupScan {
         for (; position_ < text_.size(); ++position_) {
             const QChar c = text_.at(position_);
             if (c == u'"' || c == u'\'') {
-                if (++attributes > kMaxAttributes) return false;
+                ++attributes;
                 position_ = text_.indexOf(c, position_ + 1);
                 if (position_ < 0) position_ = text_.size();
             } else if (c == u'>') {
                 if (text_.at(position_ - 1) == u'/') --depth_;
-                return true;
+                break;
             }
         }
-        return true;
+        return attributes_.add(attributes);
     }
 
     // Whether a stretch refers to more entities of the document than kMaxReferences: the toolkit's reader
@@ -110,6 +123,7 @@ class MarkupScan {
     const QString& text_;
     decltype(text_.size()) position_ = 0;
     int depth_ = 0;
+    AttributeCount attributes_;
     bool sawInternalSubset_ = false;
 };
 
@@ -129,11 +143,12 @@ bool expandedWithinLimits(const QString& xml) {
     qint64 room = kMaxAddedText + qint64{kMaxExpansion} * xml.size();
     QXmlStreamReader reader(xml);
     reader.setNamespaceProcessing(false);
+    AttributeCount count;
     for (int depth = 0; !reader.atEnd() && room >= 0;) {
         switch (reader.readNext()) {
             case QXmlStreamReader::StartElement: {
                 const QXmlStreamAttributes attributes = reader.attributes();
-                if (++depth > kMaxElementDepth || attributes.size() > kMaxAttributes) return false;
+                if (++depth > kMaxElementDepth || !count.add(attributes.size())) return false;
                 room -= reader.qualifiedName().size() + sizeOf(attributes);
                 break;
             }

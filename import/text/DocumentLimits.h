@@ -10,6 +10,11 @@ namespace tzsvg {
 constexpr int kMaxElementDepth = 256;  // the root counts as level 1
 constexpr int kMaxAttributes = 4096;   // on one element
 
+// The toolkit compares an element's attributes in pairs. Elements of more than kManyAttributes attributes may
+// have this many pairs in all: eight of them may have all the attributes that an element may have.
+constexpr int kManyAttributes = 256;
+constexpr qint64 kMaxAttributePairs = qint64{8} * kMaxAttributes * kMaxAttributes;
+
 // What an internal subset may make of a text. Drawings that keep their styles in entities grow several times;
 // a few kilobytes that grow to gigabytes are no drawing.
 constexpr int kMaxExpansion = 16;                  // times the text
@@ -17,7 +22,7 @@ constexpr qint64 kMaxAddedText = qint64{1} << 20;  // and this many characters, 
 constexpr int kMaxReferences = 4096;               // to entities of the document, in one text or tag
 
 // Whether no element of the text is nested deeper than kMaxElementDepth or has more attributes than
-// kMaxAttributes, entities and default attributes of an internal subset included, and these do not make the
+// kMaxAttributes, and all have no more pairs than kMaxAttributePairs, entities and default attributes of an internal subset included, and these do not make the
 // text much longer. The answer is exact for well-formed text; for other text it may be either, but a text
 // that passes cannot build a tree that is deeper. Linear in the text.
 bool withinLimits(const QString& xml);

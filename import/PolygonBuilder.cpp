@@ -1,7 +1,6 @@
 // See the header.
 #include "import/PolygonBuilder.h"
 
-#include <QDomElement>
 #include <algorithm>
 #include <cmath>
 
@@ -9,7 +8,7 @@
 
 namespace tzsvg {
 
-bool sceneTransform(SVGLoader& loader, const QDomElement& element, QTransform& transform) {
+bool sceneTransform(SVGLoader& loader, const ShapeElement& element, QTransform& transform) {
     if (!loader.ancestors().accumulated(element, transform)) return false;
     transform *= QTransform().scale(1, -1);
     transform *= QTransform().translate(0, loader.flipHeight());

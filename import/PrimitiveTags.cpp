@@ -18,7 +18,11 @@ namespace {
 // PrimitiveTags/numbersAsStreamed pins that it is so.
 class PrimitiveText {
   public:
-    explicit PrimitiveText(const char* text) { *this << text; }
+    explicit PrimitiveText(const char* text) {
+        constexpr size_t kUsual = 80;
+        text_.reserve(kUsual);
+        *this << text;
+    }
 
     PrimitiveText& operator<<(const char* text) {
         text_ += text;
@@ -34,7 +38,7 @@ class PrimitiveText {
         return *this;
     }
 
-    QString toString() const { return QString::fromStdString(text_); }
+    QString toString() const { return QString::fromLatin1(text_.data(), static_cast<int>(text_.size())); }
 
   private:
     std::string text_;
@@ -91,7 +95,7 @@ bool writePrimitiveTags(SVGLoader& loader, const QDomNode& node, const QGraphics
     if (!isShapeElement(node)) return false;
     const QString text = primitiveText(node.nodeName(), item);
     if (text.isEmpty()) return false;
-    loader.tagLastPolygon(kTagPrimitive, text.toStdString());
+    loader.tagLastPolygon(kTagPrimitive, text);
     loader.tagLastPolygon(kTagViewBoxCompare, "1");
     return true;
 }

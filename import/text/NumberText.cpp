@@ -7,19 +7,22 @@
 #include <array>
 #include <charconv>
 #include <cstdint>
-#include <optional>
 
 namespace tzsvg {
 namespace {
 
-// Reads digits with or without a "-" before and a point among them: what nearly every number in a drawing is.
+bool isAsciiDigitOrDot(char c) {
+    return (c >= '0' && c <= '9') || c == '.';
+}
+
+}  // namespace
+
 // Up to fifteen digits are a whole number and a power of ten that doubles hold exactly, and their quotient is
-// rounded once: correctly. Nothing for other text.
-std::optional<double> readPlain(QStringView text) {
+// rounded once: correctly.
+const char16_t* readPlainNumber(const char16_t* text, const char16_t* end, double& value) {
     constexpr std::array<double, 16> kPowers = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                                 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-    const char16_t* at = text.utf16();
-    const char16_t* const end = at + text.size();
+    const char16_t* at = text;
     const bool negative = at != end && *at == u'-';
     if (negative) ++at;
     const char16_t* const digits = at;
@@ -32,26 +35,22 @@ std::optional<double> readPlain(QStringView text) {
         } else if (*at == u'.' && !point) {
             point = at;
         } else {
-            return std::nullopt;
+            break;
         }
     }
-    const auto count = static_cast<size_t>(end - digits) - (point ? 1 : 0);
-    if (count == 0 || count >= kPowers.size()) return std::nullopt;
-    const double value =
-        static_cast<double>(whole) / kPowers[point ? static_cast<size_t>(end - point) - 1 : 0];
-    return negative ? -value : value;
+    const auto count = static_cast<size_t>(at - digits) - (point ? 1 : 0);
+    if (count == 0 || count >= kPowers.size()) return nullptr;
+    value = static_cast<double>(whole) / kPowers[point ? static_cast<size_t>(at - point) - 1 : 0];
+    if (negative) value = -value;
+    return at;
 }
-
-bool isAsciiDigitOrDot(char c) {
-    return (c >= '0' && c <= '9') || c == '.';
-}
-
-}  // namespace
 
 double toDouble(QStringView text, bool& ok) {
-    if (const std::optional<double> value = readPlain(text)) {
+    double number = 0.0;
+    const char16_t* const textEnd = text.utf16() + text.size();
+    if (readPlainNumber(text.utf16(), textEnd, number) == textEnd && !text.isEmpty()) {
         ok = true;
-        return *value;
+        return number;
     }
     std::array<char, 48> plain;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled below
     const auto size = static_cast<size_t>(text.size());

@@ -1,13 +1,13 @@
 // See the header.
 #include "export/Fragments.h"
 
-#include "import/text/DocumentLimits.h"
+#include "import/text/XmlTree.h"
 
 namespace tzsvg {
 
 ParsedSvg parseSvg(const QString& xml) {
     ParsedSvg parsed;
-    if (!withinLimits(xml) || !parsed.document.setContent(xml, false)) return parsed;
+    if (!parseXml(xml, parsed.document)) return parsed;
     const QDomNodeList elements = parsed.document.elementsByTagName(QStringLiteral("svg"));
     if (elements.size() == 1) parsed.svg = elements.at(0).toElement();
     return parsed;

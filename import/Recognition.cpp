@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "import/text/DocumentLimits.h"
 #include "import/text/DocumentText.h"
+#include "import/text/XmlTree.h"
 
 namespace tzsvg {
 
@@ -27,8 +27,7 @@ bool readDocument(const QString& fileName, QDomDocument& document) {
         if (!readFileBytes(fileName, bytes)) return false;
         text = decodeJoined(bytes);
     }
-    if (!withinLimits(text) || !document.setContent(text, false) ||
-        document.elementsByTagName(QStringLiteral("svg")).size() != 1) {
+    if (!parseXml(text, document) || document.elementsByTagName(QStringLiteral("svg")).size() != 1) {
         document.clear();
         return false;
     }

@@ -1,4 +1,4 @@
-# What ./demo and ./check share: packages, configuring and building. Sourced by both, from the repo's root.
+# What ./demo, ./check and .ci/run share: packages, configuring, building, testing. Sourced from the repo's root.
 # Everything here says nothing, or one line, while all is well, and shows the whole output of a step that fails.
 # shellcheck shell=bash
 
@@ -61,6 +61,20 @@ build_preset() {
         printf '%s\n' "$PWD" >"$stamp"
     fi
     run "build ($preset)" cmake --build --preset "$preset" -- --quiet
+}
+
+# run_tests PRESET [CTEST-OPTION...]: says only the closing summary when all pass, else everything but the tests that passed.
+run_tests() {
+    local preset=$1 log passed=true
+    log=$(mktemp)
+    ctest --preset "$preset" --no-tests=error -j "$(nproc)" "${@:2}" >"$log" 2>&1 || passed=false
+    if $passed; then
+        sed -n '/tests passed/,$p' "$log" | sed '/^ *$/d'
+    else
+        grep -vE '^ *(Start +[0-9]+:|[0-9]+/[0-9]+ Test .* Passed )' "$log" >&2 || true
+    fi
+    rm -f "$log"
+    $passed || fail "tests ($preset) failed"
 }
 
 # tracked PATTERN...: fills the array `files` with the tracked files; none at all means that git did not answer.

@@ -119,7 +119,9 @@ TEST_F(CacheTest, tilesOfAnOlderDocumentAreStale) {
 
 // Every tile carries its number as its size: a wrong or half-made one would show.
 TEST_F(CacheTest, manyThreads) {
-    constexpr uint32_t kTiles = 40;
+    // Many more than the limit and the requests between two trims: whichever way the threads take turns,
+    // there are trims to meet.
+    constexpr uint32_t kTiles = 400;
     std::atomic<int> rendering[kTiles] = {};
     std::atomic<int> renders{0};
     std::atomic<int> wrong{0};
@@ -130,7 +132,7 @@ TEST_F(CacheTest, manyThreads) {
             for (int i = 0; i < 4000; ++i) {
                 random = random * 1664525U + 1013904223U;
                 const uint32_t tile = (random >> 16U) % kTiles;
-                if (i % 50 == 0) pass(1s);
+                if (i % 10 == 0) pass(1s);
                 const auto got = cache.tile({16, tile, 0}, [&] {
                     if (++rendering[tile] != 1) ++wrong;
                     ++renders;
@@ -146,6 +148,6 @@ TEST_F(CacheTest, manyThreads) {
     }
     for (std::thread& thread : threads) thread.join();
     EXPECT_EQ(wrong, 0);
-    EXPECT_GT(renders, static_cast<int>(kTiles));  // trims did happen
+    EXPECT_GT(renders, 2 * static_cast<int>(kTiles));  // trims did happen
     EXPECT_EQ(cache.bytes(), static_cast<uint64_t>(host.imagesAlive()) * kTileBytes);
 }

@@ -6,9 +6,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <exception>
 #include <stdexcept>
 
@@ -17,6 +17,10 @@ namespace {
 
 double mebibytes(const rusage& usage) {
     return static_cast<double>(usage.ru_maxrss) / 1024.0;
+}
+
+double seconds(const timeval& time) {
+    return static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_usec);
 }
 
 // Waits for a child that must end well.
@@ -68,19 +72,16 @@ ProgramRun runProgram(const std::vector<std::string>& command) {
     std::vector<char*> arguments;
     for (const std::string& argument : command) arguments.push_back(const_cast<char*>(argument.c_str()));
     arguments.push_back(nullptr);
-    rusage usage{};
-    const double seconds = secondsOf([&] {
-        const pid_t child = forkOrThrow();
-        if (child == 0) {
-            const int nowhere = open("/dev/null", O_WRONLY);
-            dup2(nowhere, STDOUT_FILENO);
-            dup2(nowhere, STDERR_FILENO);
-            execv(arguments[0], arguments.data());
-            _exit(EXIT_FAILURE);
-        }
-        usage = waitFor(child, command[0].c_str());
-    });
-    return {seconds, mebibytes(usage)};
+    const pid_t child = forkOrThrow();
+    if (child == 0) {
+        const int nowhere = open("/dev/null", O_WRONLY);
+        dup2(nowhere, STDOUT_FILENO);
+        dup2(nowhere, STDERR_FILENO);
+        execv(arguments[0], arguments.data());
+        _exit(EXIT_FAILURE);
+    }
+    const rusage usage = waitFor(child, command[0].c_str());
+    return {seconds(usage.ru_utime) + seconds(usage.ru_stime), mebibytes(usage)};
 }
 
 double peakMiB() {
@@ -90,9 +91,14 @@ double peakMiB() {
 }
 
 double secondsOf(const std::function<void()>& work) {
-    const auto began = std::chrono::steady_clock::now();
+    const auto now = [] {
+        timespec time{};
+        clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+        return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+    };
+    const double began = now();
     work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - began).count();
+    return now() - began;
 }
 
 }  // namespace tzbench

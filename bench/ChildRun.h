@@ -14,7 +14,7 @@ std::vector<double> inChild(const std::function<std::vector<double>()>& work);
 
 // What a program of its own took.
 struct ProgramRun {
-    double seconds;
+    double seconds;  // of processor time
     double peakMiB;
 };
 
@@ -24,7 +24,8 @@ ProgramRun runProgram(const std::vector<std::string>& command);
 // The peak of this process's memory so far.
 double peakMiB();
 
-// Seconds that the work takes.
+// Seconds of processor time that the work takes, on all its threads and in the system: what others do on the
+// machine meanwhile does not count.
 double secondsOf(const std::function<void()>& work);
 
 }  // namespace tzbench

@@ -24,12 +24,12 @@ constexpr PictureKind kPictures[] = {PictureKind::kIcon, PictureKind::kRects, Pi
 constexpr uint32_t kLevels[] = {1024, 8192, 65536};
 
 // A block of neighbouring tiles from the middle of a level.
-constexpr uint32_t kBlock = 4;
-std::vector<TzTilePlace> block(uint32_t levelSide) {
-    const uint32_t first = (levelSide / kTileSide - kBlock) / 2;
+std::vector<TzTilePlace> block(uint32_t levelSide, uint32_t blockSide = 4) {
+    const uint32_t first = (levelSide / kTileSide - blockSide) / 2;
     std::vector<TzTilePlace> places;
-    for (uint32_t row = 0; row < kBlock; ++row) {
-        for (uint32_t column = 0; column < kBlock; ++column) places.push_back({first + column, first + row});
+    for (uint32_t row = 0; row < blockSide; ++row) {
+        for (uint32_t column = 0; column < blockSide; ++column)
+            places.push_back({first + column, first + row});
     }
     return places;
 }
@@ -89,7 +89,7 @@ Line firstTiles(const fs::path& picture, uint32_t levelSide) {
     return ratio(seconds.at(0), seconds.at(1));
 }
 
-// Runs `work(thread)` on that many threads at once; the seconds until the last is done.
+// Runs `work(thread)` on that many threads at once; the seconds by the clock until the last is done.
 double onThreads(uint32_t count, const std::function<void(uint32_t)>& work) {
     std::atomic<uint32_t> ready{0};
     std::atomic<bool> go{false};
@@ -102,10 +102,10 @@ double onThreads(uint32_t count, const std::function<void(uint32_t)>& work) {
         });
     }
     while (ready < count) std::this_thread::yield();
-    return secondsOf([&] {
-        go = true;
-        for (std::thread& thread : threads) thread.join();
-    });
+    const auto began = std::chrono::steady_clock::now();
+    go = true;
+    for (std::thread& thread : threads) thread.join();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - began).count();
 }
 
 // Microseconds that a thread waits for a cached tile when it and others read different ones.
@@ -134,9 +134,10 @@ double cachedTile(const fs::path& picture, uint32_t threads) {
 Line twoThreads(const fs::path& picture) {
     constexpr uint32_t kThreads = 2;
     constexpr uint32_t kSide = 8192;
+    constexpr uint32_t kBlock = 12;
     const std::vector<double> seconds = inChild([&] {
         tzhost::Session session(TZSVG_MODULE);
-        const std::vector<TzTilePlace> places = block(kSide);
+        const std::vector<TzTilePlace> places = block(kSide, kBlock);
         BareRenderer first(picture);
         BareRenderer second(picture);
         BareRenderer* const bare[kThreads] = {&first, &second};

@@ -2,8 +2,9 @@
 #include "import/PrimitiveTags.h"
 
 #include <QGraphicsEllipseItem>
+#include <algorithm>
 #include <array>
-#include <string>
+#include <string_view>
 
 #include "import/SVGLoader.h"
 #include "import/shape/ShapeItem.h"
@@ -18,30 +19,27 @@ namespace {
 // PrimitiveTags/numbersAsStreamed pins that it is so.
 class PrimitiveText {
   public:
-    explicit PrimitiveText(const char* text) {
-        constexpr size_t kUsual = 80;
-        text_.reserve(kUsual);
-        *this << text;
-    }
+    explicit PrimitiveText(const char* text) { *this << text; }
 
-    PrimitiveText& operator<<(const char* text) {
-        text_ += text;
+    PrimitiveText& operator<<(std::string_view text) {
+        std::copy(text.begin(), text.end(), room_.data() + used_);
+        used_ += text.size();
         return *this;
     }
     PrimitiveText& operator<<(double value) {
-        std::array<char, kRealRoom> room;  // NOLINT(cppcoreguidelines-pro-type-member-init): written first
-        if (const char* const end = writeReal(room.data(), value)) {
-            text_.append(room.data(), static_cast<size_t>(end - room.data()));
-        } else {
-            text_ += realText(value);
-        }
+        char* const start = room_.data() + used_;
+        const char* const end = writeReal(start, value);
+        if (!end) return *this << std::string_view(realText(value));
+        used_ += static_cast<size_t>(end - start);
         return *this;
     }
 
-    QString toString() const { return QString::fromLatin1(text_.data(), static_cast<int>(text_.size())); }
+    QString toString() const { return QString::fromLatin1(room_.data(), static_cast<int>(used_)); }
 
   private:
-    std::string text_;
+    // The kind and labels, and six numbers of at most kRealRoom characters.
+    std::array<char, 64 + 6 * kRealRoom> room_;
+    size_t used_ = 0;
 };
 
 // A rectangle's numbers are of single precision, an ellipse's of double; meant so, PrimitiveTags/precision

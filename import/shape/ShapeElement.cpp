@@ -9,10 +9,6 @@ namespace {
 constexpr size_t kAttributeCount = static_cast<size_t>(Attribute::kClipPath) + 1;
 static_assert(kAttributeCount <= 32, "a bit for each");
 
-uint32_t bitOf(Attribute attribute) {
-    return 1U << static_cast<uint32_t>(attribute);
-}
-
 }  // namespace
 
 const QString& nameOf(Attribute attribute) {
@@ -52,25 +48,22 @@ const QString& nameOf(Attribute attribute) {
     return kNames[static_cast<size_t>(attribute)];
 }
 
-QString ShapeElement::attribute(Attribute attribute) const {
-    const uint32_t bit = bitOf(attribute);
-    if (isKnownAbsent(bit)) return {};
-    QString value = element_.attribute(nameOf(attribute));
-    if (!value.isNull()) noteFound(bit);
-    return value;
-}
-
 bool ShapeElement::has(Attribute attribute) const {
-    const uint32_t bit = bitOf(attribute);
-    if ((found_ & bit) != 0) return true;
+    if ((found_ & bitOf(attribute)) != 0) return true;
     if (notFound_ == 0 || !element_.hasAttribute(nameOf(attribute))) return false;
-    noteFound(bit);
+    noteFound(attribute);
     return true;
 }
 
-void ShapeElement::noteFound(uint32_t bit) const {
-    if ((found_ & bit) == 0) --notFound_;
-    found_ |= bit;
+QString ShapeElement::lookUp(Attribute attribute) const {
+    QString value = element_.attribute(nameOf(attribute));
+    if (!value.isNull()) noteFound(attribute);
+    return value;
+}
+
+void ShapeElement::noteFound(Attribute attribute) const {
+    if ((found_ & bitOf(attribute)) == 0) --notFound_;
+    found_ |= bitOf(attribute);
 }
 
 }  // namespace tzsvg

@@ -56,12 +56,18 @@ class ShapeElement {
     const QDomElement& element() const { return element_; }
 
     // As the toolkit answers: null when it is absent.
-    QString attribute(Attribute attribute) const;
+    QString attribute(Attribute attribute) const {
+        return isKnownAbsent(attribute) ? QString() : lookUp(attribute);
+    }
     bool has(Attribute attribute) const;
 
   private:
-    bool isKnownAbsent(uint32_t bit) const { return notFound_ == 0 && (found_ & bit) == 0; }
-    void noteFound(uint32_t bit) const;
+    static uint32_t bitOf(Attribute attribute) { return 1U << static_cast<uint32_t>(attribute); }
+    bool isKnownAbsent(Attribute attribute) const {
+        return notFound_ == 0 && (found_ & bitOf(attribute)) == 0;
+    }
+    QString lookUp(Attribute attribute) const;
+    void noteFound(Attribute attribute) const;
 
     QDomElement element_;
     mutable int notFound_;  // how many attributes have not been asked for yet

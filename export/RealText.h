@@ -1,15 +1,12 @@
-// Real numbers as text: six significant digits, as QTextStream and QString::number(value, 'g', 6) print them,
-// at a fraction of their cost. Used by the polygon and path writers for every coordinate.
+// Coordinate pairs as text. Used by the polygon and path writers for every coordinate.
 #pragma once
 
-#include <string>
 #include <string_view>
 #include <vector>
 
-namespace tzsvg {
+#include "import/text/RealText.h"
 
-// A number as the toolkit's streams print it by default: 10.5, 123457, 1e+06, 1e-05.
-std::string realText(double value);
+namespace tzsvg {
 
 // A list of coordinate pairs as it grows: "10.5,20 ", with a space behind each pair. Kept by a writer from
 // one polygon to the next, so that its room is.

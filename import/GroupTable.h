@@ -9,7 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "import/NodeIdentity.h"
+#include "import/shape/NodeIdentity.h"
 
 namespace tzsvg {
 

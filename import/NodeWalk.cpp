@@ -33,7 +33,7 @@ struct Handled {
     bool advancesIndex;  // whether the next sibling's drawing index is one higher
 };
 
-Handled handleElement(SVGLoader& loader, const QDomElement& element, const QString& name, unsigned index) {
+Handled handleElement(SVGLoader& loader, const ShapeElement& element, const QString& name, unsigned index) {
     const ShapeNames& n = shapeNames();
     // A rectangle does not advance the drawing index, every other shape and a group does. The asymmetry is
     // meant: it is how stored drawings are ordered, and the saver reads them so. Loader/drawingIndices pins
@@ -56,12 +56,11 @@ bool isContainerOfDefinitions(const QString& name) {
 
 // Handles one node, without its children. `advances` tells whether the index moves on for its next sibling.
 bool visit(SVGLoader& loader, const QDomNode& node, const QString& name, unsigned index, bool& advances) {
-    loader.log().addFormattedLine("Parsing node of type %s, line number %d.\n", name.toUtf8().constData(),
-                                  node.lineNumber());
+    loader.log().addNodeLine(name, node.lineNumber());
     Handled handled{true, false};
     if (node.isElement()) {
         loader.setLastPolygon(std::nullopt);
-        handled = handleElement(loader, node.toElement(), name, index);
+        handled = handleElement(loader, ShapeElement(node.toElement()), name, index);
         if (isShapeElement(node)) loader.tagLastPolygon(kTagDrawingIndex, std::to_string(index));
     }
     loader.log().addLine("Node parsed\n");

@@ -37,7 +37,7 @@ bool samePlace(const QPointF& a, const QPointF& b) {
 // Turns the pieces of one path into tagged polygons.
 class SubPaths {
   public:
-    SubPaths(SVGLoader& loader, const QDomElement& element, const QGraphicsPathItem& item,
+    SubPaths(SVGLoader& loader, const ShapeElement& element, const QGraphicsPathItem& item,
              QTransform transform, unsigned drawingIndex)
         : loader_(loader),
           element_(element),
@@ -81,7 +81,7 @@ class SubPaths {
     }
 
     SVGLoader& loader_;
-    const QDomElement& element_;
+    const ShapeElement& element_;
     const QGraphicsPathItem& item_;
     const QTransform transform_;
     const std::string drawingIndex_;
@@ -90,9 +90,11 @@ class SubPaths {
 
 }  // namespace
 
-bool convertPath(SVGLoader& loader, const QDomElement& element, unsigned drawingIndex) {
+bool convertPath(SVGLoader& loader, const ShapeElement& element, unsigned drawingIndex) {
     if (!loader.meshAvailable()) return false;
-    const auto item = buildPathItem(element);
+    if (!element.has(Attribute::kData)) return false;
+    const auto parsed = loader.parsedPaths().take(element.element());
+    const auto item = parsed ? makePathItem(*parsed) : buildPathItem(element);
     if (!item) return false;
     QTransform transform;
     if (!sceneTransform(loader, element, transform)) return false;

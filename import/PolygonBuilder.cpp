@@ -1,7 +1,6 @@
 // See the header.
 #include "import/PolygonBuilder.h"
 
-#include <QDomElement>
 #include <algorithm>
 #include <cmath>
 
@@ -9,8 +8,12 @@
 
 namespace tzsvg {
 
-bool sceneTransform(SVGLoader& loader, const QDomElement& element, QTransform& transform) {
+bool sceneTransform(SVGLoader& loader, const ShapeElement& element, QTransform& transform) {
     if (!loader.ancestors().accumulated(element, transform)) return false;
+    if (transform.type() == QTransform::TxNone) {  // most shapes have none: what the products below come to
+        transform = QTransform(1, 0, 0, -1, 0, loader.flipHeight());
+        return true;
+    }
     transform *= QTransform().scale(1, -1);
     transform *= QTransform().translate(0, loader.flipHeight());
     return true;

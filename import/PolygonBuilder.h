@@ -8,15 +8,14 @@
 
 #include "hostsdk/TzTypes.h"
 
-class QDomElement;
-
 namespace tzsvg {
 
+class ShapeElement;
 class SVGLoader;
 
 // The transform from an element's user coordinates to the scene: the element's own transform with its
 // ancestors', then the y flip. False when one of them does not parse.
-bool sceneTransform(SVGLoader& loader, const QDomElement& element, QTransform& transform);
+bool sceneTransform(SVGLoader& loader, const ShapeElement& element, QTransform& transform);
 
 enum class Closing {
     kOpen,         // one vertex a point

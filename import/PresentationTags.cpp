@@ -1,10 +1,10 @@
 // See the header.
 #include "import/PresentationTags.h"
 
-#include <QDomElement>
 #include <array>
 
 #include "import/SVGLoader.h"
+#include "import/shape/ShapeElement.h"
 #include "import/text/RoundTripNames.h"
 #include "import/text/StyleProperty.h"
 
@@ -12,69 +12,55 @@ namespace tzsvg {
 namespace {
 
 struct Property {
-    QString name;
+    Attribute attribute;
     TzTagId tag;
 };
 
 // In the order in which the tags are written. The values are all gathered before the first is written, so the
 // order of looking them up shows nowhere.
-const std::array<Property, 4>& fillProperties() {
-    static const std::array<Property, 4> properties = {{
-        {QStringLiteral("fill"), kTagFill},
-        {QStringLiteral("fill-opacity"), kTagFillOpacity},
-        {QStringLiteral("fill-rule"), kTagFillRule},
-        {QStringLiteral("opacity"), kTagOpacity},
-    }};
-    return properties;
-}
+constexpr std::array<Property, 4> kFillProperties = {{
+    {Attribute::kFill, kTagFill},
+    {Attribute::kFillOpacity, kTagFillOpacity},
+    {Attribute::kFillRule, kTagFillRule},
+    {Attribute::kOpacity, kTagOpacity},
+}};
 
-const std::array<Property, 9>& strokeProperties() {
-    static const std::array<Property, 9> properties = {{
-        {QStringLiteral("stroke-width"), kTagStrokeWidth},
-        {QStringLiteral("stroke"), kTagStroke},
-        {QStringLiteral("stroke-opacity"), kTagStrokeOpacity},
-        {QStringLiteral("stroke-dasharray"), kTagDashArray},
-        {QStringLiteral("stroke-dashoffset"), kTagDashOffset},
-        {QStringLiteral("stroke-linecap"), kTagLineCap},
-        {QStringLiteral("stroke-linejoin"), kTagLineJoin},
-        {QStringLiteral("stroke-miterlimit"), kTagMiterLimit},
-        {QStringLiteral("clip-path"), kTagClipPath},
-    }};
-    return properties;
-}
-
-QString styleOf(const QDomElement& element) {
-    static const QString kStyle = QStringLiteral("style");
-    return element.attribute(kStyle);
-}
+constexpr std::array<Property, 9> kStrokeProperties = {{
+    {Attribute::kStrokeWidth, kTagStrokeWidth},
+    {Attribute::kStroke, kTagStroke},
+    {Attribute::kStrokeOpacity, kTagStrokeOpacity},
+    {Attribute::kDashArray, kTagDashArray},
+    {Attribute::kDashOffset, kTagDashOffset},
+    {Attribute::kLineCap, kTagLineCap},
+    {Attribute::kLineJoin, kTagLineJoin},
+    {Attribute::kMiterLimit, kTagMiterLimit},
+    {Attribute::kClipPath, kTagClipPath},
+}};
 
 template <size_t size>
-void writeGroup(SVGLoader& loader, const QDomElement& element, const QString& style,
+void writeGroup(SVGLoader& loader, const ShapeElement& element, const QString& style,
                 const std::array<Property, size>& properties) {
+    const StyleProperties styled(style);
     for (const Property& property : properties) {
-        QString value;
-        if (!style.isEmpty()) GetStyleProperty(style, property.name, value);
-        if (value.isEmpty()) value = element.attribute(property.name);
-        if (!value.isEmpty()) loader.tagLastPolygon(property.tag, value.toStdString());
+        const QStringView value = styled.value(nameOf(property.attribute));
+        if (value.isEmpty()) {
+            loader.tagLastPolygon(property.tag, element.attribute(property.attribute));
+        } else {
+            loader.tagLastPolygon(property.tag, value);
+        }
     }
 }
 
 }  // namespace
 
-bool ApplyFillStyleTags(SVGLoader& loader, const QDomNode& node) {
-    if (!node.isElement()) return false;
-    const QDomElement element = node.toElement();
-    const QString style = styleOf(element);
-    writeGroup(loader, element, style, fillProperties());
-    loader.tagLastPolygon(kTagStyle, style.toStdString());
-    return true;
+void ApplyFillStyleTags(SVGLoader& loader, const ShapeElement& element) {
+    const QString style = element.attribute(Attribute::kStyle);
+    writeGroup(loader, element, style, kFillProperties);
+    loader.tagLastPolygon(kTagStyle, style);
 }
 
-bool ApplyStrokeStyleTags(SVGLoader& loader, const QDomNode& node) {
-    if (!node.isElement()) return false;
-    const QDomElement element = node.toElement();
-    writeGroup(loader, element, styleOf(element), strokeProperties());
-    return true;
+void ApplyStrokeStyleTags(SVGLoader& loader, const ShapeElement& element) {
+    writeGroup(loader, element, element.attribute(Attribute::kStyle), kStrokeProperties);
 }
 
 }  // namespace tzsvg

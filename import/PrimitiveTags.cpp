@@ -2,72 +2,98 @@
 #include "import/PrimitiveTags.h"
 
 #include <QGraphicsEllipseItem>
+#include <algorithm>
+#include <array>
+#include <string_view>
 
 #include "import/SVGLoader.h"
 #include "import/shape/ShapeItem.h"
+#include "import/shape/ShapeNames.h"
+#include "import/text/RealText.h"
 #include "import/text/RoundTripNames.h"
 
 namespace tzsvg {
 namespace {
 
-// As QTextStream prints a number: six significant digits. PrimitiveTags/numbersAsStreamed pins that it is so.
-QString number(double value) {
-    return QString::number(value, 'g', 6);
-}
+// The text as it grows. Numbers are as QTextStream prints them: six significant digits.
+// PrimitiveTags/numbersAsStreamed pins that it is so.
+class PrimitiveText {
+  public:
+    explicit PrimitiveText(const char* text) { *this << text; }
+
+    PrimitiveText& operator<<(std::string_view text) {
+        std::copy(text.begin(), text.end(), room_.data() + used_);
+        used_ += text.size();
+        return *this;
+    }
+    PrimitiveText& operator<<(double value) {
+        char* const start = room_.data() + used_;
+        const char* const end = writeReal(start, value);
+        if (!end) return *this << std::string_view(realText(value));
+        used_ += static_cast<size_t>(end - start);
+        return *this;
+    }
+
+    QString toString() const { return QString::fromLatin1(room_.data(), static_cast<int>(used_)); }
+
+  private:
+    // The kind and labels, and six numbers of at most kRealRoom characters.
+    std::array<char, 64 + 6 * kRealRoom> room_;
+    size_t used_ = 0;
+};
 
 // A rectangle's numbers are of single precision, an ellipse's of double; meant so, PrimitiveTags/precision
 // pins it.
-QString single(double value) {
-    return number(static_cast<double>(static_cast<float>(value)));
+double single(double value) {
+    return static_cast<double>(static_cast<float>(value));
 }
 
 // The height stands before the width: stored drawings are so, readers go by the labels.
-QString rectangleText(const QString& kind, const QGraphicsRectItem& item) {
+QString rectangleText(const QGraphicsRectItem& item) {
     const QRectF rect = item.rect();
-    QString text = kind + QStringLiteral("{X:") + single(rect.x()) + QStringLiteral(",Y:") +
-                   single(rect.y()) + QStringLiteral(",HEIGHT:") + single(rect.height()) +
-                   QStringLiteral(",WIDTH:") + single(rect.width());
+    PrimitiveText text("RECT{X:");
+    text << single(rect.x()) << ",Y:" << single(rect.y()) << ",HEIGHT:" << single(rect.height())
+         << ",WIDTH:" << single(rect.width());
     if (const auto* const rounded = dynamic_cast<const QGraphicsItemRoundedRect*>(&item)) {
-        text +=
-            QStringLiteral(",RX:") + single(rounded->rx()) + QStringLiteral(",RY:") + single(rounded->ry());
+        text << ",RX:" << single(rounded->rx()) << ",RY:" << single(rounded->ry());
     }
-    return text + u'}';
+    text << "}";
+    return text.toString();
 }
 
-QString ellipseText(const QString& kind, bool circle, const QGraphicsEllipseItem& item) {
+QString ellipseText(bool circle, const QGraphicsEllipseItem& item) {
     const QRectF rect = item.rect();
-    QString text = kind + QStringLiteral("{CX:") + number(rect.x() + rect.width() * 0.5) +
-                   QStringLiteral(",CY:") + number(rect.y() + rect.height() * 0.5) + u',';
+    PrimitiveText text(circle ? "CIRCLE{CX:" : "ELLIPSE{CX:");
+    text << rect.x() + rect.width() * 0.5 << ",CY:" << rect.y() + rect.height() * 0.5;
     if (circle) {
-        text += QStringLiteral("R:") + number(rect.width() * 0.5);
+        text << ",R:" << rect.width() * 0.5 << "}";
     } else {
-        text += QStringLiteral("RX:") + number(rect.width() * 0.5) + QStringLiteral(",RY:") +
-                number(rect.height() * 0.5);
+        text << ",RX:" << rect.width() * 0.5 << ",RY:" << rect.height() * 0.5 << "}";
     }
-    return text + u'}';
+    return text.toString();
 }
 
 }  // namespace
 
 QString primitiveText(const QString& elementName, const QGraphicsItem& item) {
-    QString kind = elementName.toUpper();
-    if (elementName == QLatin1String("rect")) {
+    const ShapeNames& n = shapeNames();
+    if (elementName == n.rect) {
         const auto* const rect = dynamic_cast<const QGraphicsRectItem*>(&item);
-        return rect ? rectangleText(kind, *rect) : QString();
+        return rect ? rectangleText(*rect) : QString();
     }
-    const bool circle = elementName == QLatin1String("circle");
-    if (circle || elementName == QLatin1String("ellipse")) {
+    const bool circle = elementName == n.circle;
+    if (circle || elementName == n.ellipse) {
         const auto* const ellipse = dynamic_cast<const QGraphicsEllipseItem*>(&item);
-        return ellipse ? ellipseText(kind, circle, *ellipse) : QString();
+        return ellipse ? ellipseText(circle, *ellipse) : QString();
     }
-    return kind;
+    return elementName.toUpper();
 }
 
 bool writePrimitiveTags(SVGLoader& loader, const QDomNode& node, const QGraphicsItem& item) {
     if (!isShapeElement(node)) return false;
     const QString text = primitiveText(node.nodeName(), item);
     if (text.isEmpty()) return false;
-    loader.tagLastPolygon(kTagPrimitive, text.toStdString());
+    loader.tagLastPolygon(kTagPrimitive, text);
     loader.tagLastPolygon(kTagViewBoxCompare, "1");
     return true;
 }

@@ -1,7 +1,6 @@
 // See the header. Called by the walk.
 #include "import/SVGIOLogMessage.h"
 
-#include <cstdarg>
 #include <cstdio>
 
 namespace tzsvg {
@@ -21,18 +20,24 @@ size_t wholeCharacters(const char* text, size_t size) {
     return size;
 }
 
-}  // namespace
-
-void SVGIOLogMessage::addFormattedLine(const char* format, ...) {
+std::string formatNodeLine(const QString& name, int lineNumber) {
     char buffer[1024];
-    va_list arguments;
-    va_start(arguments, format);
-    const int formatted = std::vsnprintf(buffer, sizeof buffer, format, arguments);
-    va_end(arguments);
+    const int formatted = std::snprintf(buffer, sizeof buffer, "Parsing node of type %s, line number %d.\n",
+                                        name.toUtf8().constData(), lineNumber);
     if (formatted < 0) throw CTzError(kTzFailed);
     const auto size = static_cast<size_t>(formatted);
-    const size_t kept = size < sizeof buffer ? size : wholeCharacters(buffer, sizeof buffer - 1);
-    addLine({buffer, kept});
+    return {buffer, size < sizeof buffer ? size : wholeCharacters(buffer, sizeof buffer - 1)};
+}
+
+}  // namespace
+
+void SVGIOLogMessage::addNodeLine(const QString& name, int lineNumber) {
+    if (nodeLine_.empty() || name != nodeName_ || lineNumber != nodeLineNumber_) {
+        nodeLine_ = formatNodeLine(name, lineNumber);
+        nodeName_ = name;
+        nodeLineNumber_ = lineNumber;
+    }
+    addLine(nodeLine_);
 }
 
 }  // namespace tzsvg

@@ -1,6 +1,9 @@
 // The scene loader's log message: the lines by which a load tells how it goes through the document.
 #pragma once
 
+#include <QString>
+#include <string>
+
 #include "hostsdk/CTzLogMessage.h"
 
 namespace tzsvg {
@@ -13,9 +16,15 @@ class SVGIOLogMessage : public CTzLogMessage {
     const char* version() const override { return "0.01a"; }
     const char* description() const override { return nullptr; }
 
-    // Formats a line as printf does and adds it under "load/save". A line of more than 1023 bytes is cut
-    // there, between two UTF-8 characters. Throws CTzError.
-    void addFormattedLine(const char* format, ...) __attribute__((format(printf, 2, 3)));
+    // Adds the line that stands before a node, under "load/save". A line of more than 1023 bytes is cut
+    // there, between two UTF-8 characters. Throws CTzError. Most nodes have the line of the node before them,
+    // which is not formatted again.
+    void addNodeLine(const QString& name, int lineNumber);
+
+  private:
+    QString nodeName_;
+    int nodeLineNumber_ = 0;
+    std::string nodeLine_;  // empty before the first
 };
 
 }  // namespace tzsvg

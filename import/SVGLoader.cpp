@@ -11,6 +11,7 @@
 #include "import/SwitchFlattening.h"
 #include "import/shape/DocumentExtent.h"
 #include "import/text/RoundTripNames.h"
+#include "import/text/Utf8Text.h"
 
 namespace tzsvg {
 
@@ -20,6 +21,12 @@ void SVGLoader::tagLastPolygon(TzTagId id, std::string_view text) {
     if (!lastPolygon_ || text.empty()) return;
     keptText_.take(text.size());
     setPolygonTag(*lastPolygon_, id, text);
+}
+
+void SVGLoader::tagLastPolygon(TzTagId id, QStringView text) {
+    if (!lastPolygon_ || text.isEmpty()) return;
+    assignUtf8(tagText_, text);
+    tagLastPolygon(id, std::string_view(tagText_));
 }
 
 bool SVGLoader::recogniseFile(const std::string& fileName) {
@@ -35,7 +42,10 @@ void SVGLoader::startLoad() {
 }
 
 bool SVGLoader::loadFile() {
-    const auto clear = qScopeGuard([this] { document_.clear(); });
+    const auto clear = qScopeGuard([this] {
+        parsedPaths_.clear();
+        document_.clear();
+    });
     return loadDocument();
 }
 
@@ -46,7 +56,7 @@ void SVGLoader::resetFile() noexcept {
 
 bool SVGLoader::loadDocument() {
     bool measured = false;
-    flipHeight_ = static_cast<float>(documentMaxY(document_, lengths_, measured));
+    flipHeight_ = static_cast<float>(documentMaxY(document_, lengths_, measured, &parsedPaths_));
     // Also refuses infinity and not-a-number: the flip is about a whole number of 32 bits.
     constexpr auto kLargest = static_cast<float>(std::numeric_limits<int>::max());
     if (!measured || !(flipHeight_ < kLargest)) return false;
@@ -56,6 +66,7 @@ bool SVGLoader::loadDocument() {
     if (monitor()) monitor().initialise(survey.nodeCount);
 
     if (!survey.switches.empty()) {
+        parsedPaths_.clear();
         if (!flattenSwitches(survey)) return false;
         survey = DocumentSurvey(document_);
     }
@@ -78,6 +89,7 @@ void SVGLoader::resetCounters() noexcept {
     lengths_ = {};
     ancestors_ = {};
     keptText_ = KeptText(documentLength_);
+    parsedPaths_.clear();
     groups_.reset();
     pathCounter_ = 0;
     lastPolygon_.reset();

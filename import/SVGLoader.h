@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QDomDocument>
+#include <QStringView>
 #include <optional>
 #include <string>
 
@@ -12,6 +13,7 @@
 #include "import/KeptText.h"
 #include "import/SVGIOLogMessage.h"
 #include "import/shape/ElementTransform.h"
+#include "import/shape/ParsedPaths.h"
 #include "import/text/Length.h"
 
 namespace tzsvg {
@@ -30,6 +32,9 @@ class SVGLoader : public CTzSceneLoader {
 
     // The transforms of the ancestors of the node that the walk is at.
     AncestorTransforms& ancestors() { return ancestors_; }
+
+    // Paths that were parsed to measure the document.
+    ParsedPaths& parsedPaths() { return parsedPaths_; }
 
     // The y flip is about this height: y' = flipHeight - y. A whole number, truncated from the document's
     // largest y on purpose: the saver truncates the same way.
@@ -59,6 +64,7 @@ class SVGLoader : public CTzSceneLoader {
     // Sets a tag on the polygon created last, if there is one and the text is not empty. Throws
     // kTzOutOfMemory when the load keeps too much text.
     void tagLastPolygon(TzTagId id, std::string_view text);
+    void tagLastPolygon(TzTagId id, QStringView text);
 
     SVGIOLogMessage& log() { return log_; }
 
@@ -80,10 +86,12 @@ class SVGLoader : public CTzSceneLoader {
     float flipHeight_ = 0.0F;
     LengthContext lengths_;
     AncestorTransforms ancestors_;
+    ParsedPaths parsedPaths_;
     GroupTable groups_;
     unsigned pathCounter_ = 0;
     std::optional<uint32_t> lastPolygon_;
     uint32_t loadedItem_ = 0;
+    std::string tagText_;  // room for a tag on its way
 };
 
 }  // namespace tzsvg

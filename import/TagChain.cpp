@@ -11,20 +11,21 @@
 namespace tzsvg {
 namespace {
 
-bool writeIdentityTags(SVGLoader& loader, const QDomElement& element) {
-    static const QString kId = QStringLiteral("id");
-    static const QString kTransform = QStringLiteral("transform");
-    if (isShapeElement(element)) loader.tagLastPolygon(kTagElementId, element.attribute(kId).toStdString());
-    loader.tagLastPolygon(kTagTransform, element.attribute(kTransform).toStdString());
-    return true;
+void writeIdentityTags(SVGLoader& loader, const ShapeElement& element) {
+    if (isShapeElement(element.element()))
+        loader.tagLastPolygon(kTagElementId, element.attribute(Attribute::kId));
+    loader.tagLastPolygon(kTagTransform, element.attribute(Attribute::kTransform));
 }
 
 }  // namespace
 
-bool writeTagChain(SVGLoader& loader, const QDomElement& element, const QGraphicsItem& item) {
-    return ApplyFillStyleTags(loader, element) && ApplyStrokeStyleTags(loader, element) &&
-           writePrimitiveTags(loader, element, item) && writeGroupTags(loader, element) &&
-           writeIdentityTags(loader, element);
+bool writeTagChain(SVGLoader& loader, const ShapeElement& element, const QGraphicsItem& item) {
+    ApplyFillStyleTags(loader, element);
+    ApplyStrokeStyleTags(loader, element);
+    if (!writePrimitiveTags(loader, element.element(), item) || !writeGroupTags(loader, element.element()))
+        return false;
+    writeIdentityTags(loader, element);
+    return true;
 }
 
 }  // namespace tzsvg

@@ -1,15 +1,15 @@
 // The chain of tags that every polygon gets right after it was made. Called by the converters.
 #pragma once
 
-#include <QDomElement>
 #include <QGraphicsItem>
 
 namespace tzsvg {
 
+class ShapeElement;
 class SVGLoader;
 
 // Tags the loader's last polygon: fill, stroke, primitive, groups, then `ELID` and `TRAN`. The first step
 // that answers false ends the chain, and is the answer.
-bool writeTagChain(SVGLoader& loader, const QDomElement& element, const QGraphicsItem& item);
+bool writeTagChain(SVGLoader& loader, const ShapeElement& element, const QGraphicsItem& item);
 
 }  // namespace tzsvg

@@ -6,13 +6,23 @@
 #include "import/text/TransformList.h"
 
 namespace tzsvg {
+namespace {
+
+bool readTransform(const QString& text, QTransform& transform) {
+    return text.isEmpty() || parseTransformList(text, transform);
+}
+
+}  // namespace
 
 bool elementTransform(const QDomNode& node, QTransform& transform) {
-    static const QString kAttribute = QStringLiteral("transform");
     transform.reset();
-    if (!node.isElement()) return true;
-    const QString text = node.toElement().attribute(kAttribute);
-    return text.isEmpty() || parseTransformList(text, transform);
+    return !node.isElement() ||
+           readTransform(node.toElement().attribute(nameOf(Attribute::kTransform)), transform);
+}
+
+bool elementTransform(const ShapeElement& element, QTransform& transform) {
+    transform.reset();
+    return readTransform(element.attribute(Attribute::kTransform), transform);
 }
 
 bool accumulatedTransform(const QDomNode& node, QTransform& transform) {
@@ -39,8 +49,7 @@ void AncestorTransforms::push(const QDomNode& node) {
     levels_.push_back(level);
 }
 
-bool AncestorTransforms::accumulated(const QDomNode& node, QTransform& transform) const {
-    if (!elementTransform(node, transform)) return false;
+bool AncestorTransforms::addAncestors(QTransform& transform) const {
     for (size_t i = levels_.size(); i > 0; i = levels_[i - 1].next) {
         const Level& level = levels_[i - 1];
         if (!level.parsed) {

@@ -5,11 +5,14 @@
 #include <QTransform>
 #include <vector>
 
+#include "import/shape/ShapeElement.h"
+
 namespace tzsvg {
 
 // The element's own "transform"; the identity for other nodes and when it is absent or empty. False, with
 // the identity, when it does not parse.
 bool elementTransform(const QDomNode& node, QTransform& transform);
+bool elementTransform(const ShapeElement& element, QTransform& transform);
 
 // The transform from the element's user coordinates to the document's: its own first, then its parent's, and
 // so on up to the root. False, with the identity, when one of them does not parse.
@@ -24,9 +27,16 @@ class AncestorTransforms {
     void pop() { levels_.pop_back(); }
 
     // As accumulatedTransform() for a child of the node pushed last.
-    bool accumulated(const QDomNode& node, QTransform& transform) const;
+    bool accumulated(const QDomNode& node, QTransform& transform) const {
+        return elementTransform(node, transform) && addAncestors(transform);
+    }
+    bool accumulated(const ShapeElement& element, QTransform& transform) const {
+        return elementTransform(element, transform) && addAncestors(transform);
+    }
 
   private:
+    bool addAncestors(QTransform& transform) const;
+
     struct Level {
         QTransform own;
         bool parsed;

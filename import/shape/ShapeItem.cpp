@@ -12,30 +12,6 @@
 namespace tzsvg {
 namespace {
 
-// Attribute names, built once.
-struct Names {
-    const QString cx = QStringLiteral("cx");
-    const QString cy = QStringLiteral("cy");
-    const QString r = QStringLiteral("r");
-    const QString rx = QStringLiteral("rx");
-    const QString ry = QStringLiteral("ry");
-    const QString x = QStringLiteral("x");
-    const QString y = QStringLiteral("y");
-    const QString x1 = QStringLiteral("x1");
-    const QString y1 = QStringLiteral("y1");
-    const QString x2 = QStringLiteral("x2");
-    const QString y2 = QStringLiteral("y2");
-    const QString width = QStringLiteral("width");
-    const QString height = QStringLiteral("height");
-    const QString points = QStringLiteral("points");
-    const QString d = QStringLiteral("d");
-};
-
-const Names& names() {
-    static const Names built;
-    return built;
-}
-
 // The toolkit's default pen is 1 wide and would widen the bounds of an item; they are the geometry's own
 // here.
 template <class Item, class... Arguments>
@@ -45,6 +21,31 @@ std::unique_ptr<Item> makeItem(Arguments&&... arguments) {
     item->setPen(kHairline);
     return item;
 }
+
+// Reads lengths of one element.
+class Lengths {
+  public:
+    Lengths(const ShapeElement& element, const LengthContext& context)
+        : element_(element), context_(context) {}
+
+    double horizontal(Attribute name) const { return read(name, Axis::kHorizontal); }
+    double vertical(Attribute name) const { return read(name, Axis::kVertical); }
+
+  private:
+    double read(Attribute name, Axis axis) const {
+        return parseLength(element_.attribute(name), axis, context_);
+    }
+
+    const ShapeElement& element_;
+    const LengthContext& context_;
+};
+
+// Reads "points"; false when it is absent or malformed.
+bool pointsOf(const ShapeElement& element, QVector<QPointF>& points) {
+    return element.has(Attribute::kPoints) && readPointList(element.attribute(Attribute::kPoints), points);
+}
+
+}  // namespace
 
 // An item that holds the path also when it is a single point: the toolkit's constructor takes such a path for
 // an empty one and drops it, and setPath() takes one at the origin for the path it has.
@@ -59,32 +60,6 @@ std::unique_ptr<QGraphicsPathItem> makePathItem(const QPainterPath& path) {
     return item;
 }
 
-// Reads lengths of one element.
-class Lengths {
-  public:
-    Lengths(const QDomElement& element, const LengthContext& context)
-        : element_(element), context_(context) {}
-
-    double horizontal(const QString& name) const { return read(name, Axis::kHorizontal); }
-    double vertical(const QString& name) const { return read(name, Axis::kVertical); }
-    bool has(const QString& name) const { return element_.hasAttribute(name); }
-
-  private:
-    double read(const QString& name, Axis axis) const {
-        return parseLength(element_.attribute(name), axis, context_);
-    }
-
-    const QDomElement& element_;
-    const LengthContext& context_;
-};
-
-// Reads "points"; false when it is absent or malformed.
-bool pointsOf(const QDomElement& element, QVector<QPointF>& points) {
-    return element.hasAttribute(names().points) && readPointList(element.attribute(names().points), points);
-}
-
-}  // namespace
-
 bool isShapeElement(const QDomNode& node) {
     if (!node.isElement()) return false;
     const ShapeNames& n = shapeNames();
@@ -94,10 +69,12 @@ bool isShapeElement(const QDomNode& node) {
 }
 
 std::unique_ptr<QGraphicsItem> createShapeItem(const QDomNode& node, const LengthContext& lengths) {
-    if (!node.isElement()) return nullptr;
+    return node.isElement() ? createShapeItem(ShapeElement(node.toElement()), lengths) : nullptr;
+}
+
+std::unique_ptr<QGraphicsItem> createShapeItem(const ShapeElement& element, const LengthContext& lengths) {
     const ShapeNames& n = shapeNames();
-    const QDomElement element = node.toElement();
-    const QString name = element.tagName();
+    const QString name = element.element().tagName();
     const auto named = [&](const QString& kind) {
         return name.size() == kind.size() && QString::compare(name, kind, Qt::CaseInsensitive) == 0;
     };
@@ -110,46 +87,45 @@ std::unique_ptr<QGraphicsItem> createShapeItem(const QDomNode& node, const Lengt
     return nullptr;
 }
 
-std::unique_ptr<QGraphicsEllipseItem> buildEllipseItem(const QDomElement& element,
+std::unique_ptr<QGraphicsEllipseItem> buildEllipseItem(const ShapeElement& element,
                                                        const LengthContext& lengths) {
-    const Names& n = names();
     const Lengths read(element, lengths);
-    const double cx = read.horizontal(n.cx);
-    const double cy = read.vertical(n.cy);
+    const double cx = read.horizontal(Attribute::kCx);
+    const double cy = read.vertical(Attribute::kCy);
     // "r" sets both radii whatever the element's name, and "rx" and "ry" then replace one each: a circle with
     // "rx" is an ellipse. Meant so; ShapeItem/ellipse pins it.
-    double rx = read.horizontal(n.r);
+    double rx = read.horizontal(Attribute::kR);
     double ry = rx;
-    if (read.has(n.rx)) rx = read.horizontal(n.rx);
-    if (read.has(n.ry)) ry = read.vertical(n.ry);
+    if (element.has(Attribute::kRx)) rx = read.horizontal(Attribute::kRx);
+    if (element.has(Attribute::kRy)) ry = read.vertical(Attribute::kRy);
     return makeItem<QGraphicsEllipseItem>(cx - rx, cy - ry, 2 * rx, 2 * ry);
 }
 
-std::unique_ptr<QGraphicsLineItem> buildLineItem(const QDomElement& element, const LengthContext& lengths) {
-    const Names& n = names();
+std::unique_ptr<QGraphicsLineItem> buildLineItem(const ShapeElement& element, const LengthContext& lengths) {
     const Lengths read(element, lengths);
-    return makeItem<QGraphicsLineItem>(read.horizontal(n.x1), read.vertical(n.y1), read.horizontal(n.x2),
-                                       read.vertical(n.y2));
+    return makeItem<QGraphicsLineItem>(read.horizontal(Attribute::kX1), read.vertical(Attribute::kY1),
+                                       read.horizontal(Attribute::kX2), read.vertical(Attribute::kY2));
 }
 
-std::unique_ptr<QGraphicsRectItem> buildRectItem(const QDomElement& element, const LengthContext& lengths) {
-    const Names& n = names();
+std::unique_ptr<QGraphicsRectItem> buildRectItem(const ShapeElement& element, const LengthContext& lengths) {
     const Lengths read(element, lengths);
-    const QRectF rect(read.horizontal(n.x), read.vertical(n.y), read.horizontal(n.width),
-                      read.vertical(n.height));
-    if (!read.has(n.rx) && !read.has(n.ry)) return makeItem<QGraphicsRectItem>(rect);
+    const QRectF rect(read.horizontal(Attribute::kX), read.vertical(Attribute::kY),
+                      read.horizontal(Attribute::kWidth), read.vertical(Attribute::kHeight));
+    if (!element.has(Attribute::kRx) && !element.has(Attribute::kRy))
+        return makeItem<QGraphicsRectItem>(rect);
     // A radius that is absent stays 0, it is not copied from the other; neither is clamped. Meant so;
     // ShapeItem/roundedRect pins it.
-    return makeItem<QGraphicsItemRoundedRect>(rect, read.horizontal(n.rx), read.vertical(n.ry));
+    return makeItem<QGraphicsItemRoundedRect>(rect, read.horizontal(Attribute::kRx),
+                                              read.vertical(Attribute::kRy));
 }
 
-std::unique_ptr<QGraphicsPolygonItem> buildPolygonItem(const QDomElement& element) {
+std::unique_ptr<QGraphicsPolygonItem> buildPolygonItem(const ShapeElement& element) {
     QVector<QPointF> points;
     if (!pointsOf(element, points) || points.isEmpty()) return nullptr;
     return makeItem<QGraphicsPolygonItem>(QPolygonF(points));
 }
 
-std::unique_ptr<QGraphicsPathItem> buildPolylineItem(const QDomElement& element) {
+std::unique_ptr<QGraphicsPathItem> buildPolylineItem(const ShapeElement& element) {
     QVector<QPointF> points;
     if (!pointsOf(element, points)) return nullptr;
     if (!std::all_of(points.cbegin(), points.cend(), fitsPainterPath)) return nullptr;
@@ -159,10 +135,10 @@ std::unique_ptr<QGraphicsPathItem> buildPolylineItem(const QDomElement& element)
     return makePathItem(path);
 }
 
-std::unique_ptr<QGraphicsPathItem> buildPathItem(const QDomElement& element) {
-    if (!element.hasAttribute(names().d)) return nullptr;
+std::unique_ptr<QGraphicsPathItem> buildPathItem(const ShapeElement& element) {
+    if (!element.has(Attribute::kData)) return nullptr;
     QPainterPath path;
-    if (!parsePathData(element.attribute(names().d), path)) return nullptr;
+    if (!parsePathData(element.attribute(Attribute::kData), path)) return nullptr;
     return makePathItem(path);
 }
 

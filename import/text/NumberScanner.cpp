@@ -12,6 +12,16 @@ void skipWhiteSpace(QStringView text, qsizetype& position) {
 bool scanNumber(QStringView text, qsizetype& position, double& value) {
     value = 0.0;
     skipWhiteSpace(text, position);
+    const char16_t* const begin = text.utf16();
+    const char16_t* const textEnd = begin + text.size();
+    const char16_t* const plainEnd = readPlainNumber(begin + position, textEnd, value);
+    // A second point, and digits of other scripts, are for the long way.
+    if (plainEnd && (plainEnd == textEnd || (*plainEnd != u'.' && *plainEnd < 0x80))) {
+        position = plainEnd - begin;
+        return true;
+    }
+    value = 0.0;
+
     qsizetype end = position;
     if (end < text.size() && text.at(end) == u'-') ++end;
     bool sawPoint = false;

@@ -1,10 +1,12 @@
-// See the header. Plain numbers take std::from_chars, which rounds as the toolkit does (correctly); whatever
-// it does not take whole goes to the toolkit. NumberText/equalsToolkit pins that both agree.
+// See the header. Plain numbers are read here, longer ones and exponents by std::from_chars, which rounds as
+// the toolkit does (correctly); whatever it does not take whole goes to the toolkit. NumberText/equalsToolkit
+// pins that all agree.
 #include "import/text/NumberText.h"
 
 #include <QString>
 #include <array>
 #include <charconv>
+#include <cstdint>
 
 namespace tzsvg {
 namespace {
@@ -15,7 +17,41 @@ bool isAsciiDigitOrDot(char c) {
 
 }  // namespace
 
+// Up to fifteen digits are a whole number and a power of ten that doubles hold exactly, and their quotient is
+// rounded once: correctly.
+const char16_t* readPlainNumber(const char16_t* text, const char16_t* end, double& value) {
+    constexpr std::array<double, 16> kPowers = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    const char16_t* at = text;
+    const bool negative = at != end && *at == u'-';
+    if (negative) ++at;
+    const char16_t* const digits = at;
+    const char16_t* point = nullptr;
+    uint64_t whole = 0;
+    for (; at != end; ++at) {
+        const auto digit = static_cast<uint16_t>(*at - u'0');
+        if (digit <= 9) {
+            whole = whole * 10 + digit;
+        } else if (*at == u'.' && !point) {
+            point = at;
+        } else {
+            break;
+        }
+    }
+    const auto count = static_cast<size_t>(at - digits) - (point ? 1 : 0);
+    if (count == 0 || count >= kPowers.size()) return nullptr;
+    value = static_cast<double>(whole) / kPowers[point ? static_cast<size_t>(at - point) - 1 : 0];
+    if (negative) value = -value;
+    return at;
+}
+
 double toDouble(QStringView text, bool& ok) {
+    double number = 0.0;
+    const char16_t* const textEnd = text.utf16() + text.size();
+    if (readPlainNumber(text.utf16(), textEnd, number) == textEnd && !text.isEmpty()) {
+        ok = true;
+        return number;
+    }
     std::array<char, 48> plain;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled below
     const auto size = static_cast<size_t>(text.size());
     if (size > 0 && size <= plain.size()) {

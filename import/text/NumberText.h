@@ -16,4 +16,9 @@ inline double toDouble(QStringView text) {
     return toDouble(text, ok);
 }
 
+// Reads the number that a text begins with: digits with or without a "-" before and a point among them, what
+// nearly every number in a drawing is. Where it ends: at the first other character, or at a second point.
+// Null, with `value` unchanged, when there are no digits or more than fifteen.
+const char16_t* readPlainNumber(const char16_t* text, const char16_t* end, double& value);
+
 }  // namespace tzsvg

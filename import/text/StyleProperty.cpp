@@ -1,31 +1,34 @@
-// See the header. A name never holds a ";", so the places where it may stand are looked at one after the
-// other.
+// See the header. Neither a name nor a value holds a ";".
 #include "import/text/StyleProperty.h"
 
-#include <QStringView>
-
 namespace tzsvg {
+
+StyleProperties::StyleProperties(QStringView style) {
+    while (!style.isEmpty()) {
+        const auto semicolon = style.indexOf(u';');
+        const QStringView part = style.left(semicolon < 0 ? style.size() : semicolon);
+        style = style.mid(semicolon < 0 ? style.size() : semicolon + 1);
+        const auto colon = part.indexOf(u':');
+        if (colon < 0) continue;
+        auto begin = colon + 1;
+        while (begin < part.size() && part.at(begin).isSpace()) ++begin;
+        properties_.append({part.left(colon), part.mid(begin)});
+    }
+}
+
+QStringView StyleProperties::value(QStringView name) const {
+    for (const Property& property : properties_) {
+        if (property.name.size() == name.size() && property.name.compare(name, Qt::CaseInsensitive) == 0)
+            return property.value;
+    }
+    return {};
+}
 
 bool GetStyleProperty(const QString& style, const QString& property, QString& value) {
     value.clear();
     if (style.isEmpty() || property.isEmpty()) return false;
-    const QStringView text(style);
-    const QStringView name =
-        property.endsWith(u':') ? QStringView(property).chopped(1) : QStringView(property);
-    for (qsizetype start = 0; start >= 0 && start < text.size();) {
-        QStringView rest = text.mid(start);
-        if (rest.size() > name.size() && rest.at(name.size()) == u':' &&
-            rest.startsWith(name, Qt::CaseInsensitive)) {
-            rest = rest.mid(name.size() + 1);
-            qsizetype begin = 0;
-            while (begin < rest.size() && rest.at(begin).isSpace()) ++begin;
-            const auto end = rest.indexOf(u';', begin);
-            value = rest.mid(begin, end < 0 ? -1 : end - begin).toString();
-            return true;
-        }
-        const auto semicolon = text.indexOf(u';', start);
-        start = semicolon < 0 ? -1 : semicolon + 1;
-    }
+    const QStringView name(property);
+    value = StyleProperties(style).value(name.endsWith(u':') ? name.chopped(1) : name).toString();
     return true;
 }
 

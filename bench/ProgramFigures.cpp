@@ -1,0 +1,53 @@
+// Whole runs of tzhost on a million shapes, process start, scene file and exit included, against the module's
+// own seconds for the same work; and their memory against the toolkit's tree.
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <string>
+#include <utility>
+
+#include "bench/ChildRun.h"
+#include "bench/Figures.h"
+#include "bench/SceneRuns.h"
+#include "bench/Table.h"
+
+namespace tzbench {
+namespace {
+
+constexpr uint32_t kShapes = 1000000;
+constexpr double kMostMiBAbove = 1536;
+
+}  // namespace
+
+void addProgramFigures(const Documents& documents) {
+    const auto run = [&documents](const char* command) -> const ProgramRun& {
+        static std::map<std::string, ProgramRun> runs;
+        const auto at = runs.find(command);
+        if (at != runs.end()) return at->second;
+        const std::string in = documents.scene(SceneKind::kFlat, kShapes);
+        const std::string scene = documents.output("scene.json");
+        const std::string out = documents.output("program.svg");
+        const std::string name = command;
+        if (name == "export" && !std::filesystem::exists(scene)) runProgram({TZHOST, "import", in, scene});
+        const auto [from, to] = name == "import"   ? std::pair(in, scene)
+                                : name == "export" ? std::pair(scene, out)
+                                                   : std::pair(in, out);
+        return runs.emplace(name, runProgram({TZHOST, name, from, to})).first->second;
+    };
+    const auto own = [&documents]() -> const SceneRun& {
+        return sceneRun(documents, SceneKind::kFlat, kShapes);
+    };
+    const auto add = [&](const char* command, const std::function<double()>& ownSeconds) {
+        const std::string name = std::string("tzhost ") + command + ": flat 1000000";
+        addFigure(name, "s", Target::kAtMost, 2.0, [=] { return ratio(run(command).seconds, ownSeconds()); });
+        addFigure(name + ", MiB above the tree", "MiB", Target::kAtMost, kMostMiBAbove, [=] {
+            const double peak = run(command).peakMiB;
+            return Line{peak, own().parsePeak, std::max(0.0, peak - own().parsePeak)};
+        });
+    };
+    add("import", [=] { return own().import; });
+    add("export", [=] { return own().exportInPlace; });
+    add("roundtrip", [=] { return own().import + own().exportInPlace; });
+}
+
+}  // namespace tzbench

@@ -1,0 +1,73 @@
+// Import and export: against the bare toolkit, and how their own share grows with the document.
+#include <string>
+
+#include "bench/Figures.h"
+#include "bench/SceneRuns.h"
+#include "bench/Table.h"
+
+namespace tzbench {
+namespace {
+
+constexpr uint32_t kMost = 1000000;
+
+struct Sized {
+    SceneKind kind;
+    uint32_t shapes;
+};
+
+// A million shapes take half a minute a run: the three kinds whose growth is a figure.
+constexpr Sized kScenes[] = {
+    {SceneKind::kFlat, 1000},      {SceneKind::kFlat, 10000},    {SceneKind::kFlat, 100000},
+    {SceneKind::kFlat, kMost},     {SceneKind::kGrouped, 1000},  {SceneKind::kGrouped, 10000},
+    {SceneKind::kGrouped, 100000}, {SceneKind::kGrouped, kMost}, {SceneKind::kNested, 1000},
+    {SceneKind::kNested, 10000},   {SceneKind::kNested, 100000}, {SceneKind::kNested, kMost},
+    {SceneKind::kStyled, 1000},    {SceneKind::kStyled, 10000},  {SceneKind::kStyled, 100000},
+    {SceneKind::kPaths, 1000},     {SceneKind::kPaths, 10000},   {SceneKind::kPaths, 100000},
+};
+
+// Our own seconds, beyond the floor's, for one shape: of a million and of ten thousand, in microseconds.
+Line growth(const Documents& documents, SceneKind kind, double SceneRun::*ours, double SceneRun::*floor) {
+    const auto each = [&](uint32_t shapes) {
+        const SceneRun& run = sceneRun(documents, kind, shapes);
+        return 1e6 * (run.*ours - run.*floor) / shapes;
+    };
+    return ratio(each(kMost), each(10000));
+}
+
+}  // namespace
+
+void addSceneFigures(const Documents& documents) {
+    const auto run = [&documents](const Sized& of) -> const SceneRun& {
+        return sceneRun(documents, of.kind, of.shapes);
+    };
+    for (const Sized& of : kScenes) {
+        const std::string document = nameOf(of.kind) + std::string(" ") + std::to_string(of.shapes);
+        addFigure("import: " + document, "s", Target::kAtMost, 1.4,
+                  [=] { return ratio(run(of).import, run(of).parse); });
+        addFigure("export: " + document, "s", Target::kAtMost, 2.5,
+                  [=] { return ratio(run(of).exportInPlace, run(of).save); });
+        if (of.shapes >= 100000) {
+            addFigure("import, peak memory: " + document, "MiB", Target::kAtMost, 1.5,
+                      [=] { return ratio(run(of).importPeak, run(of).parsePeak); });
+        }
+    }
+
+    const auto addGrowth = [&documents](const std::string& name, SceneKind kind, double SceneRun::*ours,
+                                        double SceneRun::*floor) {
+        addFigure(name, "us/shape", Target::kAtMost, 1.5,
+                  [=, &documents] { return growth(documents, kind, ours, floor); });
+    };
+    for (const SceneKind kind : {SceneKind::kFlat, SceneKind::kGrouped, SceneKind::kNested}) {
+        const std::string document = nameOf(kind);
+        addGrowth("import beyond the parse, 1000000 to 10000: " + document, kind, &SceneRun::import,
+                  &SceneRun::parse);
+        addGrowth("export beyond the save, 1000000 to 10000: " + document, kind, &SceneRun::exportInPlace,
+                  &SceneRun::save);
+    }
+    addGrowth("export beyond the save, 1000000 to 10000: one z-order", SceneKind::kFlat,
+              &SceneRun::exportOneOrder, &SceneRun::save);
+    addGrowth("export beyond the save, 1000000 to 10000: reverse z-order", SceneKind::kFlat,
+              &SceneRun::exportReverse, &SceneRun::save);
+}
+
+}  // namespace tzbench

@@ -1,0 +1,101 @@
+// See the header. Nearly every number lies between 0.0001 and 999999 and is no tie: it is scaled to six
+// digits before the point and rounded. Everything else goes to the toolkit. RealText/equalsToolkit pins that
+// both agree.
+#include "import/text/RealText.h"
+
+#include <QString>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <optional>
+
+namespace tzsvg {
+namespace {
+
+constexpr int kDigits = 6;
+constexpr int kSmallestExponent = -4;  // below and
+constexpr int kLargestExponent = 5;    // above these the toolkit prints an exponent
+
+constexpr std::array<double, 10> kPowers = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
+constexpr std::array<double, 4> kInversePowers = {1e-1, 1e-2, 1e-3, 1e-4};
+
+// A number rounded to six significant digits: digits * 10^(exponent - 5).
+struct Rounded {
+    uint32_t digits;
+    int exponent;
+};
+
+// Rounds a number greater than 0. Nothing when it is out of range, or so close to the middle between two
+// results that the scaling's own rounding could decide.
+std::optional<Rounded> roundToDigits(double magnitude) {
+    if (!(magnitude >= kInversePowers.back() && magnitude < kPowers[kDigits])) return std::nullopt;
+    int exponent = 0;
+    if (magnitude >= 1.0) {
+        while (magnitude >= kPowers[static_cast<size_t>(exponent) + 1]) ++exponent;
+    } else {
+        do {
+            --exponent;
+        } while (magnitude < kInversePowers[static_cast<size_t>(-exponent - 1)]);
+    }
+    const double scaled = magnitude * kPowers[static_cast<size_t>(kLargestExponent - exponent)];
+    auto digits = static_cast<uint32_t>(scaled);
+    const double fraction = scaled - digits;
+    constexpr double kTooClose = 1e-6;  // the scaling is exact to about 1e-10
+    if (std::abs(fraction - 0.5) < kTooClose) return std::nullopt;
+    if (fraction > 0.5) ++digits;
+    constexpr uint32_t kOverflow = 1000000;
+    if (digits == kOverflow) {
+        digits /= 10;
+        ++exponent;
+    }
+    if (exponent > kLargestExponent) return std::nullopt;
+    return Rounded{digits, exponent};
+}
+
+// Up to eight characters, the first in the lowest byte: they are put together in a register and stored at
+// once, without a look at how many there are.
+using Characters = uint64_t;
+static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the first character is the lowest byte");
+
+void store(char* out, Characters characters) {
+    std::memcpy(out, &characters, sizeof characters);
+}
+
+}  // namespace
+
+char* writeReal(char* out, double value) {
+    if (value == 0.0) {
+        *out = '0';
+        return out + 1;
+    }
+    const auto rounded = roundToDigits(std::abs(value));
+    if (!rounded) return nullptr;
+    if (value < 0.0) *out++ = '-';
+
+    Characters digits = 0;  // as numbers, not yet as characters
+    uint32_t rest = rounded->digits;
+    for (int i = 0; i < kDigits; ++i, rest /= 10) digits = (digits << 8U) | (rest % 10);
+    const int used = 8 - __builtin_clzll(digits) / 8;  // up to the last that is not 0; the first is not
+    digits |= 0x3030303030303030U;                     // '0' in every place
+
+    if (rounded->exponent < 0) {
+        store(out, 0x3030303030302E30U);  // "0.000000"
+        out += 1 - rounded->exponent;
+        store(out, digits);
+        return out + used;
+    }
+    const int whole = rounded->exponent + 1;
+    store(out, digits);
+    out += whole;
+    if (used <= whole) return out;
+    *out++ = '.';
+    store(out, digits >> (8U * static_cast<unsigned>(whole)));
+    return out + (used - whole);
+}
+
+std::string realText(double value) {
+    return QString::number(value, 'g', kDigits).toStdString();
+}
+
+}  // namespace tzsvg

@@ -1,0 +1,21 @@
+// Real numbers as text: six significant digits, as QTextStream and QString::number(value, 'g', 6) print them,
+// at a fraction of their cost. Used by the primitive tags of the import and by the export for every
+// coordinate.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace tzsvg {
+
+// A number as the toolkit's streams print it by default: 10.5, 123457, 1e+06, 1e-05.
+std::string realText(double value);
+
+// Room for what writeReal() writes, and may touch behind it.
+constexpr size_t kRealRoom = 24;
+
+// Writes the same text to `out`, which has kRealRoom characters; the end of it. Null, with nothing written,
+// for the few numbers that only realText() can do.
+char* writeReal(char* out, double value);
+
+}  // namespace tzsvg

@@ -22,9 +22,10 @@ constexpr qint64 kMaxAddedText = qint64{1} << 20;  // and this many characters, 
 constexpr int kMaxReferences = 4096;               // to entities of the document, in one text or tag
 
 // Whether no element of the text is nested deeper than kMaxElementDepth or has more attributes than
-// kMaxAttributes, and all have no more pairs than kMaxAttributePairs, entities and default attributes of an internal subset included, and these do not make the
-// text much longer. The answer is exact for well-formed text; for other text it may be either, but a text
-// that passes cannot build a tree that is deeper. Linear in the text.
+// kMaxAttributes, and all have no more pairs than kMaxAttributePairs, entities and default attributes of an
+// internal subset included, and these do not make the text much longer. The answer is exact for well-formed
+// text; for other text it may be either, but a text that passes cannot build a tree that is deeper. Linear in
+// the text.
 bool withinLimits(const QString& xml);
 
 }  // namespace tzsvg

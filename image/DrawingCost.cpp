@@ -40,6 +40,8 @@ class CountingEngine : public QPaintEngine {
     Type type() const override { return User; }
     void updateState(const QPaintEngineState& /*state*/) override {}
     void drawPixmap(const QRectF& /*to*/, const QPixmap& /*pixmap*/, const QRectF& /*from*/) override {}
+    void drawImage(const QRectF& /*to*/, const QImage& /*image*/, const QRectF& /*from*/,
+                   Qt::ImageConversionFlags /*flags*/) override {}
     void drawTextItem(const QPointF& /*at*/, const QTextItem& /*text*/) override {}
 
     void drawPath(const QPainterPath& path) override {
@@ -97,8 +99,12 @@ class CountingDevice : public QPaintDevice {
                 return kDotsPerInch;
             case PdmDepth:
                 return 32;
+            case PdmDevicePixelRatio:
+                return 1;
+            case PdmDevicePixelRatioScaled:
+                return static_cast<int>(devicePixelRatioFScale());
             default:
-                return QPaintDevice::metric(metric);
+                return 0;
         }
     }
 

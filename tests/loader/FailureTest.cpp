@@ -103,7 +103,7 @@ TEST_F(Failure, documents) {
 }
 
 // Text that is kept once for each polygon or each level must not multiply a small file.
-TEST_F(Failure, keptText) {
+TEST_F(Failure, smallFilesThatGrow) {
     const auto repeated = [](const std::string& text, size_t times) {
         std::string all;
         for (size_t i = 0; i < times; ++i) all += text;
@@ -138,6 +138,13 @@ TEST_F(Failure, keptText) {
         EXPECT_EQ(code_, row.code);
         EXPECT_EQ(scene_->items().size(), row.code == kTzOk ? 1U : 0U);
     }
+    const auto declared = [&](size_t notations) {
+        std::string all;
+        for (size_t i = 0; i < notations; ++i) all += "<!NOTATION n" + std::to_string(i) + " SYSTEM 's'>";
+        return "<!DOCTYPE svg [" + all + "]><svg/>";
+    };
+    EXPECT_TRUE(imports(declared(4096)));
+    EXPECT_FALSE(imports(declared(4097)));
     EXPECT_TRUE(imports(kRich));
 }
 

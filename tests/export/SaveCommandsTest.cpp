@@ -2,13 +2,11 @@
 // what stands at the output's name afterwards.
 #include <fnmatch.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <sstream>
 
-#include "tests/host/TestFolder.h"
+#include "tests/host/ProgramRun.h"
 
 namespace {
 
@@ -51,13 +49,7 @@ class SaveCommands : public ::testing::Test {
         std::filesystem::create_directory(folder_ / "folder");
     }
 
-    // Runs `tzhost ARGUMENTS`; answers the exit status.
-    int run(const std::string& arguments) {
-        const std::string line =
-            "cd '" + (folder_ / "").native() + "' && exec >.out 2>.err && '" TZHOST_PROGRAM "' " + arguments;
-        const int status = std::system(line.c_str());  // NOLINT(cert-env33-c,concurrency-mt-unsafe)
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
+    int run(const std::string& arguments) { return tzhost::runProgram(folder_, arguments); }
 
     TestFolder folder_;
 };

@@ -2,12 +2,10 @@
 // in a folder with a few files; the module is the probe.
 #include <fnmatch.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <algorithm>
-#include <cstdlib>
 
-#include "tests/host/TestFolder.h"
+#include "tests/host/ProgramRun.h"
 
 namespace {
 
@@ -28,14 +26,8 @@ class CommandLineTest : public ::testing::Test {
         std::filesystem::create_directory(folder_ / "folder");
     }
 
-    // Runs `tzhost ARGUMENTS`; answers the exit status. What follows the program in the line is for the
-    // shell.
     int run(const std::string& arguments, const std::string& module = PROBE_FOLDER "/probe.so") {
-        const std::string line = "cd '" + (folder_ / "").native() +
-                                 "' && exec >.out 2>.err && '" TZHOST_PROGRAM "' --module '" + module + "' " +
-                                 arguments;
-        const int status = std::system(line.c_str());  // NOLINT(cert-env33-c,concurrency-mt-unsafe)
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        return tzhost::runProgram(folder_, "--module '" + module + "' " + arguments);
     }
 
     TestFolder folder_;

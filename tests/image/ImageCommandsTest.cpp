@@ -1,14 +1,12 @@
 // The commands for images, run as programs with the module: what they print and what they leave behind.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <QImage>
-#include <cstdlib>
 #include <cstring>
 #include <nlohmann/json.hpp>
 #include <regex>
 
-#include "tests/host/TestFolder.h"
+#include "tests/host/ProgramRun.h"
 
 namespace {
 
@@ -24,12 +22,7 @@ class ImageCommands : public ::testing::Test {
         folder_.write("text.svg", "no drawing");
     }
 
-    int run(const std::string& arguments) {
-        const std::string line = "cd '" + (folder_ / "").native() +
-                                 "' && exec >out.log 2>err.log && '" TZHOST_PROGRAM "' " + arguments;
-        const int status = std::system(line.c_str());  // NOLINT(cert-env33-c,concurrency-mt-unsafe)
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
+    int run(const std::string& arguments) { return tzhost::runProgram(folder_, arguments); }
 
     QImage picture(const std::string& name) const {
         return QImage(QString::fromStdString((folder_ / name).native()));
@@ -61,10 +54,10 @@ TEST_F(ImageCommands, refuse) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.arguments);
         EXPECT_EQ(run(row.arguments), row.status);
-        const std::string error = folder_.read("err.log");
+        const std::string error = folder_.read(".err");
         EXPECT_TRUE(std::regex_match(error, std::regex("tzhost: " + std::string(row.line) + "\n"))) << error;
         EXPECT_EQ(folder_.names(),
-                  (std::vector<std::string>{"err.log", "half.svg", "long.svg", "out.log", "text.svg"}));
+                  (std::vector<std::string>{".err", ".out", "half.svg", "long.svg", "text.svg"}));
     }
 }
 
@@ -78,8 +71,8 @@ TEST_F(ImageCommands, keepTheLogOfARefusal) {
 }
 
 TEST_F(ImageCommands, imageInfo) {
-    ASSERT_EQ(run("image-info half.svg --json"), 0) << folder_.read("err.log");
-    const auto info = nlohmann::json::parse(folder_.read("out.log"));
+    ASSERT_EQ(run("image-info half.svg --json"), 0) << folder_.read(".err");
+    const auto info = nlohmann::json::parse(folder_.read(".out"));
     EXPECT_EQ(info["recognised"],
               nlohmann::json::parse(R"({"targetType": "image", "flags": 1, "formatName": "SVG",
         "format": 4, "width": 300, "height": 200, "colours": 0})"));
@@ -94,13 +87,13 @@ TEST_F(ImageCommands, imageInfo) {
 }
 
 TEST_F(ImageCommands, tileAndSample) {
-    ASSERT_EQ(run("tile half.svg 8 0 0 tile.png --threads 4"), 0) << folder_.read("err.log");
+    ASSERT_EQ(run("tile half.svg 8 0 0 tile.png --threads 4"), 0) << folder_.read(".err");
     const QImage png = picture("tile.png");
     EXPECT_EQ(png.size(), QSize(256, 171));
     EXPECT_EQ(png.pixel(20, 30), qRgba(0x20, 0x40, 0x60, 0xFF));
     EXPECT_EQ(qAlpha(png.pixel(200, 30)), 0);
 
-    ASSERT_EQ(run("tile half.svg 8 0 0 tile.rgba32f"), 0) << folder_.read("err.log");
+    ASSERT_EQ(run("tile half.svg 8 0 0 tile.rgba32f"), 0) << folder_.read(".err");
     const std::string raw = folder_.read("tile.rgba32f");
     ASSERT_EQ(raw.size(), 256U * 171 * 16);
     float pixel[4];
@@ -108,17 +101,16 @@ TEST_F(ImageCommands, tileAndSample) {
     EXPECT_EQ(pixel[0], 32 / 255.0F);
     EXPECT_EQ(pixel[3], 1.0F);
 
-    ASSERT_EQ(run("sample half.svg 8 20 30"), 0) << folder_.read("err.log");
-    EXPECT_EQ(folder_.read("out.log"), "0.125490203 0.250980407 0.376470596 1\n");
-    EXPECT_EQ(folder_.read("err.log"), "");
+    ASSERT_EQ(run("sample half.svg 8 20 30"), 0) << folder_.read(".err");
+    EXPECT_EQ(folder_.read(".out"), "0.125490203 0.250980407 0.376470596 1\n");
+    EXPECT_EQ(folder_.read(".err"), "");
 }
 
 TEST_F(ImageCommands, pyramid) {
-    ASSERT_EQ(run("pyramid half.svg out --max-level 10 --threads 3"), 0) << folder_.read("err.log");
-    EXPECT_TRUE(
-        std::regex_match(folder_.read("out.log"),
-                         std::regex(R"(half\.svg: 25 tiles written, 0 kept, .* -> out/index\.html\n)")))
-        << folder_.read("out.log");
+    ASSERT_EQ(run("pyramid half.svg out --max-level 10 --threads 3"), 0) << folder_.read(".err");
+    EXPECT_TRUE(std::regex_match(
+        folder_.read(".out"), std::regex(R"(half\.svg: 25 tiles written, 0 kept, .* -> out/index\.html\n)")))
+        << folder_.read(".out");
     EXPECT_NE(folder_.read("out/pyramid.dzi").find(R"(<Size Width="1024" Height="683"/>)"),
               std::string::npos);
     EXPECT_NE(folder_.read("out/index.html").find("[512, 342], [1024, 683]]"), std::string::npos);
@@ -137,13 +129,13 @@ TEST_F(ImageCommands, pyramid) {
         folder_ / "out/pyramid_files/9/0_0.png",
         std::filesystem::last_write_time(folder_ / "half.svg") - std::chrono::hours(1));
     ASSERT_EQ(run("pyramid half.svg out --max-level 10"), 0);
-    EXPECT_TRUE(std::regex_search(folder_.read("out.log"), std::regex("2 tiles written, 23 kept")));
+    EXPECT_TRUE(std::regex_search(folder_.read(".out"), std::regex("2 tiles written, 23 kept")));
     EXPECT_EQ(picture("out/pyramid_files/10/1_1.png"), inner);
 }
 
 // The image does not serve all of the small levels of such a document.
 TEST_F(ImageCommands, pyramidOfALongDrawing) {
-    ASSERT_EQ(run("pyramid long.svg out --max-level 9"), 0) << folder_.read("err.log");
+    ASSERT_EQ(run("pyramid long.svg out --max-level 9"), 0) << folder_.read(".err");
     for (int level = 0; level <= 8; ++level) {
         const QImage tile = picture("out/pyramid_files/" + std::to_string(level) + "/0_0.png");
         ASSERT_EQ(tile.size(), QSize(1, 1 << level)) << level;

@@ -12,7 +12,9 @@ struct SceneRun {
     double parsePeak;
     double import;  // by the host, recognition to end
     double importPeak;
-    double save;           // the toolkit's tree of the exported document to a file
+    double visit;  // the parse, one look at all attributes and their numbers, the tree's release; 0 for a
+                   // million
+    double save;   // the toolkit's tree of the exported document to a file
     double exportInPlace;  // as imported
     // The same scene with its drawing indices rewritten; the flat document's only, else 0.
     double exportOneOrder;

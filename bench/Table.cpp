@@ -20,7 +20,8 @@ void addFigure(const std::string& name, const char* unit, Target target, double 
                 state.counters["ours"] = line.ours;
                 state.counters["floor"] = line.floor;
                 state.counters["measured"] = line.measured;
-                state.counters[target == Target::kAtMost ? "atMost" : "atLeast"] = bound;
+                if (target == Target::kAtMost) state.counters["atMost"] = bound;
+                if (target == Target::kAtLeast) state.counters["atLeast"] = bound;
                 state.SetLabel(unit);
             } catch (const std::exception& error) {
                 state.SkipWithError(error.what());

@@ -2,23 +2,19 @@
 // and by OutputFile.
 #pragma once
 
-#include <csignal>
-
 namespace tzhost {
 
-// While one of these is alive, the first Ctrl-C is noted, and the second one ends the program as usual.
+// While one of these is alive, on any thread, the first Ctrl-C is noted, and the second one ends the program
+// as usual.
 class InterruptScope {
   public:
     InterruptScope();
     ~InterruptScope();
     InterruptScope(const InterruptScope&) = delete;
     InterruptScope& operator=(const InterruptScope&) = delete;
-
-  private:
-    struct sigaction previous_ {};
 };
 
-// Whether Ctrl-C was pressed since the scope began.
+// Whether Ctrl-C was pressed since the first of the scopes alive began.
 bool interrupted();
 
 }  // namespace tzhost

@@ -6,6 +6,7 @@
 #include <QPainterPath>
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <optional>
 
 #include "host/PreviewStyle.h"
@@ -77,6 +78,20 @@ void addOutline(QPainterPath& path, const View& view, const MeshData& mesh, cons
     if (count > 2 && at(0) == at(count - 1)) path.closeSubpath();
 }
 
+// Draws dashes as a whole line where there are too many: each takes the painter some hundred bytes.
+void boundDashes(QPen& pen, const QPainterPath& path) {
+    if (pen.style() != Qt::CustomDashLine) return;
+    const QVector<qreal> pattern = pen.dashPattern();
+    const double sum = std::accumulate(pattern.begin(), pattern.end(), 0.0) * pen.widthF();
+    double length = 0.0;  // a curve is no longer than the lines between its control points
+    for (int i = 1; i < path.elementCount(); ++i) {
+        const QPainterPath::Element to = path.elementAt(i);
+        if (!to.isMoveTo()) length += QLineF(path.elementAt(i - 1), to).length();
+    }
+    constexpr double kMostDashes = 1 << 18;
+    if (!(length * static_cast<double>(pattern.size()) <= kMostDashes * sum)) pen.setStyle(Qt::SolidLine);
+}
+
 std::string_view channelText(const ItemData& item, std::string_view name) {
     for (const Channel& channel : item.channels) {
         if (channel.name == name) return channel.text;
@@ -91,6 +106,7 @@ void drawMesh(QPainter& painter, const View& view, const ItemData& item) {
     ShapeStyle style;
     const auto draw = [&] {
         path.setFillRule(style.fillRule);
+        boundDashes(style.pen, path);
         painter.setPen(style.pen);
         painter.setBrush(style.brush);
         painter.setOpacity(style.opacity);

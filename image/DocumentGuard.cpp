@@ -5,9 +5,11 @@
 
 #include <QFileInfo>
 #include <QXmlStreamReader>
+#include <vector>
 
 #include "image/GzipText.h"
 #include "image/LinkedFiles.h"
+#include "image/StyleCost.h"
 #include "image/UseExpansion.h"
 #include "import/text/DocumentLimits.h"
 #include "import/text/DocumentText.h"
@@ -52,28 +54,32 @@ class Inspection {
                 return acceptElement(reader);
             case QXmlStreamReader::EndElement:
                 inStyle_ = inStyle_ && reader.name() != QLatin1String("style");
+                open_.pop_back();
                 return true;
             case QXmlStreamReader::Characters:
-                if (inStyle_) rules_ += reader.text().toString().count(QLatin1Char('{'));
+                if (inStyle_) styles_.addSheet(reader.text());
                 return true;
             case QXmlStreamReader::ProcessingInstruction:
                 return reader.processingInstructionTarget() != QLatin1String("xml-stylesheet") ||
-                       links_.acceptStyleSheet(reader.processingInstructionData().toString());
+                       links_.acceptStyleSheet(reader.processingInstructionData().toString(), styles_);
             default:
                 return true;
         }
     }
 
-    bool stylesWithinLimits() const { return (rules_ + links_.rules()) * elements_ <= kMaxStyleMatches; }
+    bool stylesWithinLimits() const { return styles_.withinLimits(); }
     bool sawUse() const { return sawUse_; }
 
   private:
     bool acceptElement(const QXmlStreamReader& reader) {
-        ++elements_;
+        styles_.addElement(static_cast<int64_t>(open_.size()), open_.empty() ? 0 : open_.back()++);
+        open_.push_back(0);
         const auto name = reader.name();
         inStyle_ = inStyle_ || name == QLatin1String("style");
         sawUse_ = sawUse_ || name == QLatin1String("use");
-        bool accepted = true;
+        // A gradient takes all stops up to the next gradient, wherever they stand.
+        if (name == QLatin1String("linearGradient") || name == QLatin1String("radialGradient")) stops_ = 0;
+        bool accepted = name != QLatin1String("stop") || ++stops_ <= kMaxGradientStops;
         if (name == QLatin1String("image")) {
             forEachAttribute(reader, QLatin1String("href"),
                              [&](const QString& href) { accepted = accepted && links_.acceptImage(href); });
@@ -82,8 +88,9 @@ class Inspection {
     }
 
     LinkedFiles& links_;
-    qint64 elements_ = 0;
-    qint64 rules_ = 0;
+    StyleCost styles_;
+    std::vector<int64_t> open_;  // the elements that have not ended: how many children of each have begun
+    int stops_ = 0;              // of the present gradient
     bool inStyle_ = false;
     bool sawUse_ = false;
 };

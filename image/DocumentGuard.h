@@ -19,7 +19,8 @@ struct SafeDocument {
 //  - nested or attributed beyond the limits of DocumentLimits.h;
 //  - an `image` that leads to another SVG, be it by file, by a file's content or by data URI: the renderer
 //    follows it without end when it leads back; raster images are allowed, up to kMaxRasterBytes in all;
-//  - `use` elements beyond the limits of UseExpansion.h, style rules times elements beyond kMaxStyleMatches;
+//  - `use` elements beyond the limits of UseExpansion.h, style sheets beyond those of StyleCost.h;
+//  - a gradient of more than kMaxGradientStops stops, which cost quadratic time;
 //  - a linked file that is no plain file (reading a pipe waits for ever), a style sheet beyond
 //  kMaxStyleBytes;
 //  - a compressed file (.svgz, .svg.gz) that unpacks to more than kMaxUnpackedBytes.
@@ -28,7 +29,7 @@ struct SafeDocument {
 std::optional<SafeDocument> inspectDocument(const QString& fileName);
 
 constexpr qint64 kMaxRasterBytes = qint64{1} << 30;  // unpacked, at 4 bytes a pixel
-constexpr qint64 kMaxStyleMatches = qint64{1} << 30;
+constexpr int kMaxGradientStops = 4096;
 constexpr qint64 kMaxStyleBytes = qint64{1} << 24;
 constexpr qint64 kMaxUnpackedBytes = qint64{1} << 28;
 

@@ -12,6 +12,7 @@
 #include <algorithm>
 
 #include "image/DocumentGuard.h"
+#include "image/StyleCost.h"
 
 namespace tzsvg {
 namespace {
@@ -79,7 +80,7 @@ bool LinkedFiles::acceptRaster(QImageReader& reader) {
     return rasterBytes_ <= kMaxRasterBytes;
 }
 
-bool LinkedFiles::acceptStyleSheet(const QString& instruction) {
+bool LinkedFiles::acceptStyleSheet(const QString& instruction, StyleCost& styles) {
     static const QRegularExpression link(QStringLiteral("href=[\"'](.+)[\"']"));
     const QString path = link.match(instruction).captured(1);
     if (path.isEmpty() || path.size() > kMaxPath) return true;
@@ -88,7 +89,7 @@ bool LinkedFiles::acceptStyleSheet(const QString& instruction) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return true;
     if (file.size() > kMaxStyleBytes) return false;
-    rules_ += file.readAll().count('{');
+    styles.addSheet(QString::fromUtf8(file.readAll()));
     return true;
 }
 

@@ -10,6 +10,8 @@ class QImageReader;
 
 namespace tzsvg {
 
+class StyleCost;
+
 class LinkedFiles {
   public:
     // A compressed document has no place of its own for the renderer: its links start at the current folder.
@@ -18,14 +20,11 @@ class LinkedFiles {
     // Whether the renderer may follow the "href" of an `image` element: to a raster image, or to nothing.
     bool acceptImage(const QString& href);
 
-    // The same for the text of an `xml-stylesheet` instruction. Its rules count for rules().
-    bool acceptStyleSheet(const QString& instruction);
+    // The same for the text of an `xml-stylesheet` instruction. What they hold goes to `styles`.
+    bool acceptStyleSheet(const QString& instruction, StyleCost& styles);
 
     // The files that were accepted, there or not.
     const QStringList& files() const { return files_; }
-
-    // The style rules of the style sheets.
-    qint64 rules() const { return rules_; }
 
   private:
     bool acceptFile(const QString& path);
@@ -35,7 +34,6 @@ class LinkedFiles {
     QString folder_;  // empty: the current one
     QStringList files_;
     qint64 rasterBytes_ = 0;
-    qint64 rules_ = 0;
 };
 
 }  // namespace tzsvg

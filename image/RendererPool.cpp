@@ -6,6 +6,7 @@
 #include <mutex>
 
 #include "image/DocumentGuard.h"
+#include "image/DrawingCost.h"
 
 namespace tzsvg {
 
@@ -13,11 +14,16 @@ std::unique_ptr<QSvgRenderer> loadRenderer(const QString& fileName, QStringList*
     const std::optional<SafeDocument> document = inspectDocument(fileName);
     if (!document) return nullptr;
     if (linkedFiles) *linkedFiles = document->linkedFiles;
-    auto renderer = std::make_unique<QSvgRenderer>();
-    const bool loaded =
-        document->bytes.isEmpty() ? renderer->load(fileName) : renderer->load(document->bytes);
-    if (!loaded) renderer.reset();
-    return renderer;
+    const auto load = [&]() -> std::unique_ptr<QSvgRenderer> {
+        auto renderer = std::make_unique<QSvgRenderer>();
+        const bool loaded =
+            document->bytes.isEmpty() ? renderer->load(fileName) : renderer->load(document->bytes);
+        return loaded ? std::move(renderer) : nullptr;
+    };
+    std::unique_ptr<QSvgRenderer> renderer = load();
+    if (!renderer || !drawsWithinLimits(*renderer)) return nullptr;
+    // Drawing it has started an animation.
+    return renderer->animated() ? load() : std::move(renderer);
 }
 
 // A renderer and the state of the files that it was loaded from.

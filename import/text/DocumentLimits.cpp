@@ -152,6 +152,12 @@ bool expandedWithinLimits(const QString& xml) {
                 room -= reader.qualifiedName().size() + sizeOf(attributes);
                 break;
             }
+            case QXmlStreamReader::DTD:
+                if (reader.entityDeclarations().size() + reader.notationDeclarations().size() >
+                    kMaxDeclarations)
+                    return false;
+                room -= reader.text().size();
+                break;
             case QXmlStreamReader::EndElement:
                 --depth;
                 room -= reader.qualifiedName().size();

@@ -20,6 +20,7 @@ constexpr qint64 kMaxAttributePairs = qint64{8} * kMaxAttributes * kMaxAttribute
 constexpr int kMaxExpansion = 16;                  // times the text
 constexpr qint64 kMaxAddedText = qint64{1} << 20;  // and this many characters, for small documents
 constexpr int kMaxReferences = 4096;               // to entities of the document, in one text or tag
+constexpr int kMaxDeclarations = 4096;             // of entities and notations: the toolkit lists them slowly
 
 // Whether no element of the text is nested deeper than kMaxElementDepth or has more attributes than
 // kMaxAttributes, and all have no more pairs than kMaxAttributePairs, entities and default attributes of an

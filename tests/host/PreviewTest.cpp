@@ -72,6 +72,19 @@ TEST(Preview, FillsThePolygonsOfAPathTogether) {
     EXPECT_EQ("#000000", at(image, 10, 50));
 }
 
+// Each dash takes memory: where there are too many, a whole line is drawn.
+TEST(Preview, BoundsDashes) {
+    std::string vertices = "0, 1";
+    for (int i = 0; i < 10000; ++i) vertices += ", 0, 1";
+    const std::string tags = R"("FILL": "none", "LCOL": "red", "LWID": "6", "DARR": ")";
+    const auto line = [&](const std::string& along, const std::string& dashes) {
+        return draw(R"({"type": "LINE", "vertices": [)" + along + "], \"tags\": {" + tags + dashes +
+                    R"("}})");
+    };
+    EXPECT_EQ(at(line("0, 1", "0.1, 9.9"), 55, 0), "#ffffff");
+    EXPECT_EQ(at(line(vertices, "0.1, 9.9"), 55, 0), "#ff0000");
+}
+
 TEST(Preview, TurnsYDownwards) {
     const QImage image = draw(R"({"type": "BEZR", "vertices": [0, 0, 1, 1, 1, 2, 2]})");
     EXPECT_EQ("#000000", at(image, 80, 20));

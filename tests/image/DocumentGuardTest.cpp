@@ -10,6 +10,9 @@
 #include <QImage>
 #include <QTemporaryDir>
 
+#include "image/GuiApplication.h"
+#include "image/RendererPool.h"
+
 using namespace tzsvg;
 
 namespace {
@@ -59,6 +62,20 @@ QByteArray attributes(int n) {
     QByteArray element = "<rect";
     for (int i = 0; i < n; ++i) element += " a" + QByteArray::number(i) + "='1'";
     return svg(element + "/>");
+}
+
+QByteArray stops(int n) {
+    return svg("<linearGradient id='a'>" + QByteArray("<stop/>").repeated(n) + "</linearGradient>");
+}
+
+// A polyline of `n` lines across the drawing and a path of one, with such dashes.
+QByteArray dashed(int n, const char* dashes) {
+    QByteArray points;
+    for (int i = 0; i <= n; ++i) points += i % 2 ? "100,50 " : "0,50 ";
+    const QByteArray stroke =
+        QByteArray(" stroke='red' fill='none' style='stroke-dasharray:") + dashes + "'/>";
+    return "<svg xmlns='http://www.w3.org/2000/svg' width='100' height='100'><polyline points='" + points +
+           "'" + stroke + "<path d='M0 0L100 0'" + stroke + "</svg>";
 }
 
 QByteArray styled(int rules, int elements) {
@@ -164,6 +181,16 @@ TEST_F(GuardTest, documents) {
         // Style sheets.
         {"styles", styled(100, 1000), true},
         {"styles times elements", styled(40000, 40000), false},
+        {"selectors in one rule",
+         svg("<style>a" + QByteArray(",a").repeated(40000) + "{b:c}</style>" +
+             QByteArray("<g/>").repeated(40000)),
+         false},
+        {"selectors that climb",
+         svg("<style>" + QByteArray("a g{}").repeated(4000) + "</style>" + QByteArray("<g>").repeated(200) +
+             QByteArray("<g/>").repeated(1000) + QByteArray("</g>").repeated(200)),
+         false},
+        {"stops", stops(4096), true},
+        {"more stops", stops(4097), false},
         {"a style sheet that is a pipe",
          "<?xml-stylesheet type=\"text/css\" href=\"" + path("pipe.png").toUtf8() + "\"?>" + svg(""), false},
         // What a document type declares outside is not fetched; what it declares inside is bounded.
@@ -187,6 +214,29 @@ TEST_F(GuardTest, documents) {
     EXPECT_FALSE(inspectDocument(path("nowhere.svg")));
     EXPECT_FALSE(inspectDocument(path("pipe.png")));
     EXPECT_FALSE(inspectDocument(QStringLiteral("/dev/zero")));
+}
+
+// What only the painter can tell.
+TEST_F(GuardTest, dashes) {
+    ASSERT_TRUE(ensureGuiApplication());
+    const struct {
+        const char* name;
+        QByteArray document;
+        bool safe;
+    } rows[] = {
+        {"some", dashed(10, "1 2"), true},
+        {"half a million", dashed(300, "0.01 0.05"), true},
+        {"two millions on one line", dashed(1000, "0.01 0.04"), false},
+        {"finer than the painter makes them", dashed(1000, "1e-9 1e-9"), true},
+        {"none", dashed(1000, "none"), true},
+        {"of no length", dashed(1000, "0 0"), true},
+        {"infinite", dashed(1000, "inf 1e308 nan"), true},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        write("document.svg", row.document);
+        EXPECT_EQ(loadRenderer(path("document.svg")) != nullptr, row.safe);
+    }
 }
 
 TEST_F(GuardTest, linkedFilesAreTold) {

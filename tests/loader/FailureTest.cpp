@@ -102,6 +102,52 @@ TEST_F(Failure, documents) {
     EXPECT_EQ(code_, kTzFailed);
 }
 
+// Text that is kept once for each polygon or each level must not multiply a small file.
+TEST_F(Failure, smallFilesThatGrow) {
+    const auto repeated = [](const std::string& text, size_t times) {
+        std::string all;
+        for (size_t i = 0; i < times; ++i) all += text;
+        return all;
+    };
+    const std::string longText(100000, 'x');
+    std::string attributed = "<g";
+    for (int i = 0; i < 4096; ++i) attributed += " a" + std::to_string(i) + "=''";
+    attributed += "/>";
+    const struct {
+        const char* what;
+        std::string document;
+        TzResult code;
+    } rows[] = {
+        {"group names", "<g id='" + longText + "'>" + repeated("<rect/>", 2000) + "</g>", kTzOutOfMemory},
+        {"styles of sub-paths", "<path style='" + longText + "' d='" + repeated("M0 0L1 1", 4000) + "'/>",
+         kTzOutOfMemory},
+        {"definitions",
+         repeated("<defs>", 250) + "<g id='" + repeated(longText, 4) + "'/>" + repeated("</defs>", 250),
+         kTzOutOfMemory},
+        {"clip paths",
+         repeated("<clipPath>", 250) + "<g id='" + repeated(longText, 4) + "'/>" +
+             repeated("</clipPath>", 250),
+         kTzOutOfMemory},
+        {"a few", "<g id='" + longText + "'>" + repeated("<rect/>", 100) + "</g>", kTzOk},
+        {"many attributes on eight elements", repeated(attributed, 8), kTzOk},
+        {"and on one more", repeated(attributed, 9), kTzNotRecognised},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        import("<svg>" + row.document + "</svg>");
+        EXPECT_EQ(code_, row.code);
+        EXPECT_EQ(scene_->items().size(), row.code == kTzOk ? 1U : 0U);
+    }
+    const auto declared = [&](size_t notations) {
+        std::string all;
+        for (size_t i = 0; i < notations; ++i) all += "<!NOTATION n" + std::to_string(i) + " SYSTEM 's'>";
+        return "<!DOCTYPE svg [" + all + "]><svg/>";
+    };
+    EXPECT_TRUE(imports(declared(4096)));
+    EXPECT_FALSE(imports(declared(4097)));
+    EXPECT_TRUE(imports(kRich));
+}
+
 // A refused file leaves the items of others in the scene as they were.
 TEST_F(Failure, keepsOtherItems) {
     import(kRich);

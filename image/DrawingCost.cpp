@@ -1,0 +1,126 @@
+// See the header.
+#include "image/DrawingCost.h"
+
+#include <QPaintDevice>
+#include <QPaintEngine>
+#include <QPainter>
+#include <QPainterPath>
+#include <QSvgRenderer>
+#include <algorithm>
+#include <cmath>
+
+namespace tzsvg {
+namespace {
+
+// The painter gives up on dashes that are that much shorter than a line.
+constexpr double kMostDashesOfLine = 10000.0;
+
+// How many dashes a path gets when a dash and its gap take `period`, on average: never fewer than the painter
+// makes. A curve is no longer than the lines between its control points.
+double dashesOf(const QPainterPath& path, double period) {
+    double dashes = 0.0;
+    for (int i = 1; i < path.elementCount(); ++i) {
+        const QPainterPath::Element to = path.elementAt(i);
+        if (to.isMoveTo()) continue;
+        const QPainterPath::Element from = path.elementAt(i - 1);
+        const double ofLine = std::hypot(to.x - from.x, to.y - from.y) / period;
+        dashes += to.isLineTo() && ofLine > kMostDashesOfLine ? 1.0 : ofLine;
+    }
+    return dashes;
+}
+
+class CountingEngine : public QPaintEngine {
+  public:
+    CountingEngine() : QPaintEngine(AllFeatures) {}
+
+    bool withinLimits() const { return longest_ <= kMaxDashesOfPath && all_ <= kMaxDashes; }
+
+    bool begin(QPaintDevice* /*device*/) override { return true; }
+    bool end() override { return true; }
+    Type type() const override { return User; }
+    void updateState(const QPaintEngineState& /*state*/) override {}
+    void drawPixmap(const QRectF& /*to*/, const QPixmap& /*pixmap*/, const QRectF& /*from*/) override {}
+    void drawImage(const QRectF& /*to*/, const QImage& /*image*/, const QRectF& /*from*/,
+                   Qt::ImageConversionFlags /*flags*/) override {}
+    void drawTextItem(const QPointF& /*at*/, const QTextItem& /*text*/) override {}
+
+    void drawPath(const QPainterPath& path) override {
+        const QPen& pen = state->pen();
+        if (pen.style() == Qt::NoPen || pen.style() == Qt::SolidLine) return;
+        QVector<qreal> pattern = pen.dashPattern();
+        // The painter reads 32 lengths at most.
+        constexpr int kMostLengths = 32;
+        if (pattern.size() > kMostLengths) pattern.resize(kMostLengths);
+        if (pattern.size() < 2) return;
+        double sum = 0.0;
+        for (const double length : pattern) sum += std::max(length, 0.0);
+        if (pen.widthF() > 0.0) sum *= pen.widthF();
+        const double period = 2.0 * sum / static_cast<double>(pattern.size());
+        const double dashes =
+            dashesOf(pen.isCosmetic() ? state->transform().map(path) : path, std::max(period, kTiny));
+        longest_ = std::max(longest_, dashes);
+        all_ += dashes;
+    }
+
+    void drawPolygon(const QPointF* points, int count, PolygonDrawMode /*mode*/) override {
+        QPainterPath path;
+        if (count > 0) path.moveTo(points[0]);
+        for (int i = 1; i < count; ++i) path.lineTo(points[i]);
+        drawPath(path);
+    }
+
+  private:
+    static constexpr double kTiny = 1e-300;
+
+    double longest_ = 0.0;
+    double all_ = 0.0;
+};
+
+// As large as the drawing.
+class CountingDevice : public QPaintDevice {
+  public:
+    explicit CountingDevice(QSize size) : size_(size) {}
+
+    const CountingEngine& engine() const { return engine_; }
+    QPaintEngine* paintEngine() const override { return &engine_; }
+
+  protected:
+    int metric(PaintDeviceMetric metric) const override {
+        constexpr int kDotsPerInch = 96;
+        switch (metric) {
+            case PdmWidth:
+                return size_.width();
+            case PdmHeight:
+                return size_.height();
+            case PdmDpiX:
+            case PdmDpiY:
+            case PdmPhysicalDpiX:
+            case PdmPhysicalDpiY:
+                return kDotsPerInch;
+            case PdmDepth:
+                return 32;
+            case PdmDevicePixelRatio:
+                return 1;
+            case PdmDevicePixelRatioScaled:
+                return static_cast<int>(devicePixelRatioFScale());
+            default:
+                return 0;
+        }
+    }
+
+  private:
+    QSize size_;
+    mutable CountingEngine engine_;
+};
+
+}  // namespace
+
+bool drawsWithinLimits(QSvgRenderer& renderer) {
+    CountingDevice device(renderer.defaultSize());
+    QPainter painter(&device);
+    renderer.render(&painter);
+    painter.end();
+    return device.engine().withinLimits();
+}
+
+}  // namespace tzsvg

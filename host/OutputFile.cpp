@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstring>
 #include <utility>
@@ -20,12 +21,13 @@ constexpr mode_t kNewFileMode = 0666;  // less the umask
 constexpr int kAttempts = 100;
 constexpr size_t kLongestExtension = 16;
 
-// A name beside the target that is short whatever the target's is, and keeps the extension, which writers may
-// look at.
-std::string temporaryBeside(const std::filesystem::path& target, int attempt) {
+// A name beside the target that no other file of this process has, short whatever the target's is; it keeps
+// the extension, which writers may look at.
+std::string temporaryBeside(const std::filesystem::path& target) {
+    static std::atomic<uint32_t> made{0};
     std::string extension = target.extension().native();
     if (extension.size() > kLongestExtension) extension.clear();
-    std::string name = ".tzhost-" + std::to_string(getpid()) + "-" + std::to_string(attempt) + extension;
+    std::string name = ".tzhost-" + std::to_string(getpid()) + "-" + std::to_string(made++) + extension;
     return (target.parent_path() / name).native();
 }
 
@@ -52,7 +54,7 @@ OutputFile::OutputFile(const std::filesystem::path& target, std::string step)
         return;
     }
     for (int attempt = 0; descriptor_ < 0; ++attempt) {
-        temporary_ = temporaryBeside(resolved, attempt);
+        temporary_ = temporaryBeside(resolved);
         descriptor_ = open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFileMode);
         if (descriptor_ < 0 && (errno != EEXIST || attempt == kAttempts)) fail(errno);
     }

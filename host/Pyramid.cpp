@@ -2,11 +2,15 @@
 // Ctrl-C.
 #include "host/Pyramid.h"
 
+#include <QCryptographicHash>
+#include <QFile>
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <exception>
+#include <fstream>
 #include <functional>
+#include <iterator>
 #include <mutex>
 #include <optional>
 #include <system_error>
@@ -62,16 +66,31 @@ QImage drawTile(const LoadedImage& loaded, const std::vector<TzSize>& levels, co
         .convertToFormat(QImage::Format_ARGB32);
 }
 
-bool isThere(const fs::path& file, fs::file_time_type notBefore) {
-    std::error_code error;
-    const auto written = fs::last_write_time(file, error);
-    return !error && written >= notBefore;
-}
-
 void writeFile(const fs::path& file, std::string_view bytes) {
     OutputFile out(file, "write");
     out.write(bytes);
     out.commit();
+}
+
+std::string digestOf(const fs::path& drawing) {
+    QFile file(QString::fromStdString(drawing.native()));
+    QCryptographicHash digest(QCryptographicHash::Sha256);
+    if (!file.open(QIODevice::ReadOnly) || !digest.addData(&file)) throw CTzError(kTzFailed);
+    return digest.result().toHex().toStdString() + "\n";
+}
+
+// Since when tiles of the drawing of that digest are written to the folder. Tiles from before are another's.
+fs::file_time_type drawnSince(const fs::path& folder, const std::string& digest) {
+    const fs::path file = pyramidDigestFile(folder);
+    std::ifstream present(file, std::ios::binary);
+    if (std::string(std::istreambuf_iterator<char>(present), {}) != digest) writeFile(file, digest);
+    return fs::last_write_time(file);
+}
+
+bool isThere(const fs::path& file, fs::file_time_type notBefore) {
+    std::error_code error;
+    const auto written = fs::last_write_time(file, error);
+    return !error && written >= notBefore;
 }
 
 // Tiles that are being drawn: a list, how far it is, and the first failure.
@@ -167,12 +186,14 @@ PyramidSummary writePyramid(const Host& host, const fs::path& drawing, const fs:
 
     PyramidSummary summary;
     std::vector<PyramidTile> missing;
+    const std::string digest = inStep(name, "read", [&] { return digestOf(drawing); });
     inStep(folder.native(), "write", [&] {
-        const fs::file_time_type drawn = fs::last_write_time(drawing);
+        fs::create_directories(pyramidDigestFile(folder).parent_path());
+        const fs::file_time_type since = drawnSince(folder, digest);
         for (uint32_t level = 0; level <= finest; ++level) {
             fs::create_directories(pyramidTileFile(folder, {level, 0, 0}).parent_path());
             for (const PyramidTile& tile : pyramidTiles(level, levels[level])) {
-                if (isThere(pyramidTileFile(folder, tile), drawn)) {
+                if (isThere(pyramidTileFile(folder, tile), since)) {
                     ++summary.kept;
                 } else {
                     missing.push_back(tile);

@@ -3,6 +3,7 @@
 //
 //     FOLDER/pyramid.dzi                      sizes, for viewers of the format
 //     FOLDER/pyramid_files/LEVEL/COL_ROW.png  tiles of 256 by 256 pixels, cut at the right and bottom edge
+//     FOLDER/pyramid_files/drawing.sha256     which drawing the tiles are of
 //     FOLDER/index.html                       the page; needs nothing but the tiles
 //
 // Levels count from the coarsest, 0 being 1 by 1 pixel, as the format counts them and as the level-sample
@@ -27,9 +28,10 @@ struct PyramidSummary {
     double seconds = 0.0;
 };
 
-// Writes all levels up to maxLevel. A tile that is there and no older than the drawing is kept: files are
-// renamed to their final names when they are complete, so an interrupted run goes on where it stopped. The
-// page and the .dzi come last. Throws OperationError.
+// Writes all levels up to maxLevel. Tiles of the same drawing (one with the same bytes) that are there are
+// kept: files are renamed to their final names when they are complete, so an interrupted run goes on where it
+// stopped. Tiles of another drawing, or of what the drawing was before, are drawn again. What a drawing links
+// to is not looked at. The page and the .dzi come last. Throws OperationError.
 PyramidSummary writePyramid(const Host& host, const std::filesystem::path& drawing,
                             const std::filesystem::path& folder, const PyramidOptions& options);
 

@@ -21,6 +21,10 @@ std::filesystem::path pyramidTileFile(const std::filesystem::path& folder, const
            (std::to_string(tile.column) + "_" + std::to_string(tile.row) + ".png");
 }
 
+std::filesystem::path pyramidDigestFile(const std::filesystem::path& folder) {
+    return folder / "pyramid_files" / "drawing.sha256";
+}
+
 std::vector<PyramidTile> pyramidTiles(uint32_t level, TzSize size) {
     std::vector<PyramidTile> tiles;
     for (uint32_t row = 0; row < pieces(size.height); ++row) {

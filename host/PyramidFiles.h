@@ -20,6 +20,9 @@ struct PyramidTile {
 
 std::filesystem::path pyramidTileFile(const std::filesystem::path& folder, const PyramidTile& tile);
 
+// Says which drawing the tiles are of.
+std::filesystem::path pyramidDigestFile(const std::filesystem::path& folder);
+
 // The tiles of a level of that size, row by row, and the size of one of them.
 std::vector<PyramidTile> pyramidTiles(uint32_t level, TzSize size);
 TzSize pyramidTileSize(const PyramidTile& tile, TzSize level);

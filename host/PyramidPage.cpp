@@ -31,12 +31,21 @@ constexpr char kScript[] = R"(
 const view = document.getElementById("view"), note = document.getElementById("note");
 const finest = levels.length - 1, full = levels[finest];
 let scale = 1, x = 0, y = 0;   // screen pixels per pixel of the finest level; its top left corner on the screen
+let fitted = true;             // all in sight and nothing moved since: stays so when the window changes
 const shown = new Map();       // tile name -> img
 
 function fit() {
   scale = Math.min(view.clientWidth / full[0], view.clientHeight / full[1]) * 0.95;
   x = (view.clientWidth - full[0] * scale) / 2;
   y = (view.clientHeight - full[1] * scale) / 2;
+  fitted = true;
+  draw();
+}
+
+function move(byX, byY) {
+  x += byX;
+  y += byY;
+  fitted = false;
   draw();
 }
 
@@ -46,6 +55,7 @@ function zoom(factor, atX, atY) {
   x = atX - (atX - x) * next / scale;
   y = atY - (atY - y) * next / scale;
   scale = next;
+  fitted = false;
   draw();
 }
 
@@ -89,7 +99,10 @@ function draw() {
     view.append(img);
   }
   for (const [, img] of shown) place(img, ...img.at);
-  note.textContent = full[0] + " × " + full[1] + " pixels, " + (100 * scale).toPrecision(3) + " %, level " + level;
+  // Pixels larger than the screen's are shown as they are: smoothing stops at a tile's edge, and the edges would show.
+  view.style.imageRendering = scale * ratio > 2 ? "pixelated" : "auto";
+  const percent = scale < 1 ? (100 * scale).toPrecision(3) : Math.round(100 * scale);
+  note.textContent = full[0] + " × " + full[1] + " pixels, " + percent + " %, level " + level;
   current = wanted;
   settle();
 }
@@ -123,9 +136,7 @@ view.addEventListener("pointermove", (e) => {
     const was = Math.hypot(before[0] - ox, before[1] - oy), is = Math.hypot(e.clientX - ox, e.clientY - oy);
     if (was > 0) zoom(is / was, ox, oy);
   } else {
-    x += e.clientX - before[0];
-    y += e.clientY - before[1];
-    draw();
+    move(e.clientX - before[0], e.clientY - before[1]);
   }
   fingers.set(e.pointerId, [e.clientX, e.clientY]);
 });
@@ -137,12 +148,12 @@ view.addEventListener("wheel", (e) => {
 view.addEventListener("dblclick", (e) => zoom(2, e.clientX, e.clientY));
 window.addEventListener("keydown", (e) => {
   const step = { ArrowLeft: [80, 0], ArrowRight: [-80, 0], ArrowUp: [0, 80], ArrowDown: [0, -80] }[e.key];
-  if (step) { x += step[0]; y += step[1]; draw(); }
+  if (step) move(...step);
   else if (e.key === "+" || e.key === "=") zoom(1.5, view.clientWidth / 2, view.clientHeight / 2);
   else if (e.key === "-") zoom(1 / 1.5, view.clientWidth / 2, view.clientHeight / 2);
   else if (e.key === "0") fit();
 });
-window.addEventListener("resize", draw);
+window.addEventListener("resize", () => fitted ? fit() : draw());
 fit();
 </script>
 )";

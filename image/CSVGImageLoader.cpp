@@ -37,7 +37,9 @@ TzResult CSVGImageLoader::recogniseFile(TzLoadAccess& access) {
         log_.setText("Invalid svg document.");
         return kTzFailed;
     }
-    // The file's own size, although the image will be as large as its finest level.
+    // The file's own size, although the image will be as large as its finest level. Meant so: the host lays
+    // the picture out by the one and samples the other. ImageTest/recognise and levelsOfBothInterfaces pin
+    // them.
     target_ = {kTzFormatRgbaFloat, static_cast<uint32_t>(size.width()), static_cast<uint32_t>(size.height()),
                0};
     const CTzUser_TypeService types(host_.service<ITzTypeService>());
@@ -52,7 +54,7 @@ CTzPtr<ITzImage> CSVGImageLoader::loadFile(const TzLoadAccess& access) {
     void* spawned = nullptr;
     const TzResult result =
         host_.service<ITzServerRegistry>()->spawn(tzText(kImageServerName), ITzImage::kId, &spawned);
-    if (tzFailed(result)) throw CTzError(kTzFailed);
+    if (tzFailed(result)) throw CTzError(kTzFailed);  // one code, whatever the host had against it
     CTzPtr<ITzImage> image = CTzPtr<ITzImage>::adopt(static_cast<ITzImage*>(spawned));
     CSVGImage* const made = CSVGImage::ofThisModule(image.get());
     if (!made) throw CTzError(kTzFailed);

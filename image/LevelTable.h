@@ -10,7 +10,8 @@ namespace tzsvg {
 
 // The number of levels. Level keys count from the coarsest: key 0 is 1 by 1 pixel, and the long side of key k
 // is 2^k pixels. The level-sample interface numbers its levels as the keys do, the tile interface the other
-// way round.
+// way round. Meant so: hosts count each as its interface says, and would read the wrong level of a pyramid
+// numbered one way. ImageTest/levelsOfBothInterfaces pins both.
 constexpr uint32_t kLevelCount = 17;
 
 constexpr uint32_t keyOfTileLevel(uint32_t level) {
@@ -42,7 +43,10 @@ class LevelTable {
     // The finest level's size.
     TzSize imageSize() const { return {levels_.back().width, levels_.back().height}; }
 
-    // How much of a tile belongs to its level. Throws kTzOutOfBounds as requireTile() does.
+    // How much of a tile belongs to its level; of a tile beyond the level, what the last one before it has,
+    // or nothing. Meant so: it is the remainder of the level's side whenever the tile's end passes it, and
+    // hosts ask for it with the bounds of requireTile(), which throws kTzOutOfBounds here, too.
+    // LevelTable/bounds pins it.
     TzSize tileSize(const TileKey& tile) const;
 
     // Throws kTzOutOfBounds when the column is not below the tile width in pixels or the row not below the

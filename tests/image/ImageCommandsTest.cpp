@@ -123,14 +123,30 @@ TEST_F(ImageCommands, pyramid) {
     EXPECT_EQ(small.pixel(31, 40), qRgba(0x20, 0x40, 0x60, 0xFF));
     EXPECT_EQ(qAlpha(small.pixel(50, 40)), 0);
 
-    // What is there is kept, what is missing or older than the drawing is drawn.
+    // What is there is kept, though the drawing's time is new; what is missing is drawn, and what was there
+    // before.
+    const auto began = std::filesystem::last_write_time(folder_ / "out/pyramid_files/drawing.sha256");
+    std::filesystem::last_write_time(folder_ / "half.svg", began + std::chrono::hours(1));
     std::filesystem::remove(folder_ / "out/pyramid_files/10/1_1.png");
-    std::filesystem::last_write_time(
-        folder_ / "out/pyramid_files/9/0_0.png",
-        std::filesystem::last_write_time(folder_ / "half.svg") - std::chrono::hours(1));
+    std::filesystem::last_write_time(folder_ / "out/pyramid_files/9/0_0.png", began - std::chrono::hours(1));
     ASSERT_EQ(run("pyramid half.svg out --max-level 10"), 0);
     EXPECT_TRUE(std::regex_search(folder_.read(".out"), std::regex("2 tiles written, 23 kept")));
     EXPECT_EQ(picture("out/pyramid_files/10/1_1.png"), inner);
+}
+
+// Tiles of another drawing are no tiles of this one, however old this one is.
+TEST_F(ImageCommands, pyramidOfAnotherDrawing) {
+    const auto other = folder_.write("other.svg",
+                                     "<svg xmlns='http://www.w3.org/2000/svg' width='300' height='200'><rect "
+                                     "width='300' height='200' fill='#00ff00'/></svg>");
+    std::filesystem::last_write_time(other, std::filesystem::last_write_time(other) - std::chrono::hours(1));
+    ASSERT_EQ(run("pyramid half.svg out --max-level 8"), 0) << folder_.read("err.log");
+    ASSERT_EQ(run("pyramid other.svg out --max-level 7"), 0) << folder_.read("err.log");
+    EXPECT_TRUE(std::regex_search(folder_.read("out.log"), std::regex("8 tiles written, 0 kept")));
+    // The first drawing's tile of the finest level is still there, and not taken for the second one's.
+    ASSERT_EQ(run("pyramid other.svg out --max-level 8"), 0) << folder_.read("err.log");
+    EXPECT_TRUE(std::regex_search(folder_.read("out.log"), std::regex("1 tiles written, 8 kept")));
+    EXPECT_EQ(picture("out/pyramid_files/8/0_0.png").pixel(200, 100), qRgba(0, 0xFF, 0, 0xFF));
 }
 
 // The image does not serve all of the small levels of such a document.

@@ -46,8 +46,8 @@ void addProgramFigures(const Documents& documents) {
         });
     };
     add("import", [=] { return own().import; });
-    add("export", [=] { return own().exportInPlace; });
-    add("roundtrip", [=] { return own().import + own().exportInPlace; });
+    add("export", [=] { return own().exportFirst; });
+    add("roundtrip", [=] { return own().import + own().exportFirst; });
 }
 
 }  // namespace tzbench

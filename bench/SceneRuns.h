@@ -12,10 +12,10 @@ struct SceneRun {
     double parsePeak;
     double import;  // by the host, recognition to end
     double importPeak;
-    double visit;  // the parse, one look at all attributes and their numbers, the tree's release; 0 for a
-                   // million
-    double save;   // the toolkit's tree of the exported document to a file
-    double exportInPlace;  // as imported
+    double visit;          // the parse, one look at all attributes and their numbers, the tree's release
+    double save;           // the toolkit's tree of the exported document to a file
+    double exportFirst;    // as imported, the first time in a process, as tzhost does it
+    double exportInPlace;  // as imported, again
     // The same scene with its drawing indices rewritten; the flat document's only, else 0.
     double exportOneOrder;
     double exportReverse;

@@ -2,14 +2,15 @@
 #include "host/TilePixels.h"
 
 #include <QBuffer>
+#include <algorithm>
 
 namespace tzhost {
 namespace {
 
 // To the nearest. Also for values that no module should give: out of range, not a number.
 uint32_t channel(float value) {
-    if (!(value > 0.0F)) return 0;
-    return value < 1.0F ? static_cast<uint32_t>(value * 510.0F + 1.0F) / 2U : 255;
+    const float within = std::min(std::max(0.0F, value), 1.0F);  // not a number comes out as 0
+    return static_cast<uint32_t>(static_cast<int32_t>(within * 510.0F + 1.0F)) / 2U;
 }
 
 // A picture of that size from the lines that `read(y, line)` gives.

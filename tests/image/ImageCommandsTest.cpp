@@ -140,12 +140,12 @@ TEST_F(ImageCommands, pyramidOfAnotherDrawing) {
                                      "<svg xmlns='http://www.w3.org/2000/svg' width='300' height='200'><rect "
                                      "width='300' height='200' fill='#00ff00'/></svg>");
     std::filesystem::last_write_time(other, std::filesystem::last_write_time(other) - std::chrono::hours(1));
-    ASSERT_EQ(run("pyramid half.svg out --max-level 8"), 0) << folder_.read("err.log");
-    ASSERT_EQ(run("pyramid other.svg out --max-level 7"), 0) << folder_.read("err.log");
-    EXPECT_TRUE(std::regex_search(folder_.read("out.log"), std::regex("8 tiles written, 0 kept")));
+    ASSERT_EQ(run("pyramid half.svg out --max-level 8"), 0) << folder_.read(".err");
+    ASSERT_EQ(run("pyramid other.svg out --max-level 7"), 0) << folder_.read(".err");
+    EXPECT_TRUE(std::regex_search(folder_.read(".out"), std::regex("8 tiles written, 0 kept")));
     // The first drawing's tile of the finest level is still there, and not taken for the second one's.
-    ASSERT_EQ(run("pyramid other.svg out --max-level 8"), 0) << folder_.read("err.log");
-    EXPECT_TRUE(std::regex_search(folder_.read("out.log"), std::regex("1 tiles written, 8 kept")));
+    ASSERT_EQ(run("pyramid other.svg out --max-level 8"), 0) << folder_.read(".err");
+    EXPECT_TRUE(std::regex_search(folder_.read(".out"), std::regex("1 tiles written, 8 kept")));
     EXPECT_EQ(picture("out/pyramid_files/8/0_0.png").pixel(200, 100), qRgba(0, 0xFF, 0, 0xFF));
 }
 

@@ -1,5 +1,6 @@
 // One walk over a document for everything that later steps look for by name, so that none of them walks it
-// again. Made by SVGLoader before the captures, and by the flattening of switches for what it cloned.
+// again. Made when a document is recognised, again when its switches were flattened, and by the flattening
+// for what it cloned.
 #pragma once
 
 #include <QDomElement>
@@ -10,6 +11,7 @@ namespace tzsvg {
 
 // The elements below a node (the document, mostly) by name, each list in document order.
 struct DocumentSurvey {
+    DocumentSurvey() = default;
     explicit DocumentSurvey(const QDomNode& top);
 
     size_t nodeCount = 0;            // all nodes below it

@@ -19,20 +19,28 @@ QString decodeJoined(const QByteArray& bytes) {
     return text;
 }
 
-bool readDocument(const QString& fileName, QDomDocument& document, qint64& length) {
+void SvgDocument::clear() {
+    survey = {};
+    tree.clear();
+    textLength = 0;
+}
+
+bool readDocument(const QString& fileName, SvgDocument& document) {
     document.clear();
-    QString text;
     {
         QByteArray bytes;
         if (!readFileBytes(fileName, bytes)) return false;
-        text = decodeJoined(bytes);
+        const QString text = decodeJoined(bytes);
+        document.textLength = text.size();
+        if (!parseXml(text, document.tree)) {
+            document.clear();
+            return false;
+        }
     }
-    length = text.size();
-    if (!parseXml(text, document) || document.elementsByTagName(QStringLiteral("svg")).size() != 1) {
-        document.clear();
-        return false;
-    }
-    return true;
+    document.survey = DocumentSurvey(document.tree);
+    if (document.survey.roots.size() == 1) return true;
+    document.clear();
+    return false;
 }
 
 }  // namespace tzsvg

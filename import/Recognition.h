@@ -5,6 +5,8 @@
 #include <QDomDocument>
 #include <QString>
 
+#include "import/DocumentSurvey.h"
+
 namespace tzsvg {
 
 // The text of a file: decoded by its byte order mark, else by the encoding its XML declaration names if the
@@ -12,8 +14,17 @@ namespace tzsvg {
 // joined.
 QString decodeJoined(const QByteArray& bytes);
 
-// Reads and parses a file. True, with the document and the length of its text, when it is XML within the
-// limits and holds exactly one element named "svg"; otherwise the document is empty.
-bool readDocument(const QString& fileName, QDomDocument& document, qint64& length);
+// A recognised file.
+struct SvgDocument {
+    QDomDocument tree;
+    qint64 textLength = 0;
+    DocumentSurvey survey;  // of the tree; holds parts of it, and goes first
+
+    void clear();
+};
+
+// Reads and parses a file. True when it is XML within the limits and holds exactly one element named "svg";
+// otherwise the document is empty.
+bool readDocument(const QString& fileName, SvgDocument& document);
 
 }  // namespace tzsvg

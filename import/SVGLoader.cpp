@@ -4,10 +4,8 @@
 #include <QScopeGuard>
 #include <limits>
 
-#include "import/DocumentSurvey.h"
 #include "import/NodeWalk.h"
 #include "import/PackageCapture.h"
-#include "import/Recognition.h"
 #include "import/SwitchFlattening.h"
 #include "import/shape/DocumentExtent.h"
 #include "import/text/RoundTripNames.h"
@@ -31,7 +29,7 @@ void SVGLoader::tagLastPolygon(TzTagId id, QStringView text) {
 
 bool SVGLoader::recogniseFile(const std::string& fileName) {
     resetCounters();
-    return readDocument(QString::fromStdString(fileName), document_, documentLength_);
+    return readDocument(QString::fromStdString(fileName), document_);
 }
 
 void SVGLoader::startLoad() {
@@ -43,7 +41,9 @@ void SVGLoader::startLoad() {
 
 bool SVGLoader::loadFile() {
     const auto clear = qScopeGuard([this] {
+        // Whatever holds a part of the tree goes before it.
         parsedPaths_.clear();
+        groups_.reset();
         document_.clear();
     });
     return loadDocument();
@@ -56,23 +56,23 @@ void SVGLoader::resetFile() noexcept {
 
 bool SVGLoader::loadDocument() {
     bool measured = false;
-    flipHeight_ = static_cast<float>(documentMaxY(document_, lengths_, measured, &parsedPaths_));
+    flipHeight_ = static_cast<float>(documentMaxY(document_.tree, lengths_, measured, &parsedPaths_));
     // Also refuses infinity and not-a-number: the flip is about a whole number of 32 bits.
     constexpr auto kLargest = static_cast<float>(std::numeric_limits<int>::max());
     if (!measured || !(flipHeight_ < kLargest)) return false;
 
-    DocumentSurvey survey(document_);
+    DocumentSurvey& survey = document_.survey;
     if (survey.nodeCount == 0) return true;
     if (monitor()) monitor().initialise(survey.nodeCount);
 
     if (!survey.switches.empty()) {
         parsedPaths_.clear();
         if (!flattenSwitches(survey)) return false;
-        survey = DocumentSurvey(document_);
+        survey = DocumentSurvey(document_.tree);
     }
     if (!captureIntoPackage(*this, survey)) return false;
 
-    const QDomNode last = document_.lastChild();
+    const QDomNode last = document_.tree.lastChild();
     if (!last.isNull() && !walkNodes(*this, last)) return false;
 
     // Both tags get the same text; meant so.
@@ -88,7 +88,7 @@ void SVGLoader::resetCounters() noexcept {
     flipHeight_ = 0.0F;
     lengths_ = {};
     ancestors_ = {};
-    keptText_ = KeptText(documentLength_);
+    keptText_ = KeptText(document_.textLength);
     parsedPaths_.clear();
     groups_.reset();
     pathCounter_ = 0;

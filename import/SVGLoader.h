@@ -3,7 +3,6 @@
 // folder, which get the loader.
 #pragma once
 
-#include <QDomDocument>
 #include <QStringView>
 #include <optional>
 #include <string>
@@ -11,6 +10,7 @@
 #include "hostsdk/CTzSceneLoader.h"
 #include "import/GroupTable.h"
 #include "import/KeptText.h"
+#include "import/Recognition.h"
 #include "import/SVGIOLogMessage.h"
 #include "import/shape/ElementTransform.h"
 #include "import/shape/ParsedPaths.h"
@@ -25,7 +25,7 @@ class SVGLoader : public CTzSceneLoader {
     // ---- Per-file state, for the steps of a load ----
 
     // The document: filled by recognition, cleared at the end of every load.
-    QDomDocument& document() { return document_; }
+    QDomDocument& document() { return document_.tree; }
 
     // Length scale and percent references of this load.
     LengthContext& lengths() { return lengths_; }
@@ -79,8 +79,7 @@ class SVGLoader : public CTzSceneLoader {
     void resetCounters() noexcept;
 
     SVGIOLogMessage log_;
-    QDomDocument document_;
-    qint64 documentLength_ = 0;  // of its text
+    SvgDocument document_;
     KeptText keptText_;
     std::string viewBox_;
     float flipHeight_ = 0.0F;

@@ -26,7 +26,7 @@ class ParsedPaths {
     }
 
     // Identities are good as long as the nodes live: whoever takes nodes out of the document clears this.
-    void clear() { paths_ = {}; }
+    void clear() { *this = ParsedPaths(); }
 
   private:
     std::unordered_map<NodeIdentity, QPainterPath> paths_;

@@ -47,7 +47,7 @@ Line pyramid(const Documents& documents, PictureKind kind) {
         uint64_t tiles = 0;
         // The host's drawing makes the application object that the toolkit wants.
         constexpr int kPasses = 3;
-        constexpr double kEnough = 8.0;
+        constexpr double kEnough = 6.0;
         double spent = 0.0;
         for (int pass = 0; pass < kPasses && spent < kEnough; ++pass) {
             fs::remove_all(oursFolder);

@@ -63,7 +63,7 @@ Line firstTiles(const fs::path& picture, uint32_t levelSide) {
         std::vector<double> ours(places.size(), 1e9);
         std::vector<double> floor(places.size(), 1e9);
         constexpr int kPasses = 5;
-        constexpr double kEnough = 3.0;
+        constexpr double kEnough = 2.0;
         double spent = 0.0;
         for (int pass = 0; pass < kPasses && spent < kEnough; ++pass) {
             const tzhost::LoadedImage image = loadSettled(session.host, picture);
@@ -146,7 +146,7 @@ Line twoThreads(const fs::path& picture) {
         tzhost::Session session(TZSVG_MODULE);
         const std::vector<TzTilePlace> places = block(kSide, kBlock);
         constexpr int kPasses = 10;
-        constexpr double kEnough = 6.0;
+        constexpr double kEnough = 4.0;
         double ours[kThreads] = {};
         double floor[kThreads] = {};
         size_t tiles = 0;

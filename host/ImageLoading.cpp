@@ -29,6 +29,7 @@ CTzPtr<ITzImageLoader> recognise(const Host& host, TzLoadAccess& access) {
 
 LoadedImage loadImage(const Host& host, const std::filesystem::path& file) {
     requireReadable(file);
+    requireUtf8Name(file, "open");
     const std::string& fileName = file.native();
     TzLoadAccess access{};
     access.fileName = tzText(fileName);

@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "host/OperationError.h"
+#include "host/Utf8.h"
 
 namespace tzhost {
 
@@ -23,6 +24,11 @@ void requireReadable(const std::filesystem::path& file) {
     if (error == 0) return;
     const bool missing = error == ENOENT || error == ENOTDIR;
     throw OperationError(file.native(), "open", missing ? kTzNotFound : kTzFailed, std::strerror(error));
+}
+
+void requireUtf8Name(const std::filesystem::path& file, std::string_view step) {
+    if (!isUtf8(file.native()))
+        throw OperationError(file.native(), step, kTzInvalidArgument, "the name is not UTF-8");
 }
 
 }  // namespace tzhost

@@ -7,7 +7,6 @@
 #include "host/Interrupt.h"
 #include "host/Monitor.h"
 #include "host/OperationError.h"
-#include "host/Utf8.h"
 #include "hostsdk/CTzText.h"
 #include "hostsdk/ITzSceneLoader.h"
 
@@ -48,9 +47,7 @@ ImportSummary importFile(Host& host, Scene& scene, const std::filesystem::path& 
                          const ImportOptions& options) {
     requireReadable(file);
     const std::string& fileName = file.native();
-    // Text that crosses the boundary is UTF-8; a mangled name would be that of another file.
-    if (!isUtf8(fileName))
-        throw OperationError(fileName, "open", kTzInvalidArgument, "the name is not UTF-8");
+    requireUtf8Name(file, "open");
     const InterruptScope interruptScope;
     const auto began = std::chrono::steady_clock::now();
     const size_t itemsBefore = scene.items().size();

@@ -1,6 +1,7 @@
 // See the header.
 #include "host/SceneSaving.h"
 
+#include "host/InputFile.h"
 #include "host/Interrupt.h"
 #include "host/OperationError.h"
 #include "host/OutputFile.h"
@@ -25,6 +26,7 @@ CTzPtr<ITzSceneSaver> spawnSaver(const Host& host) {
 
 void exportFile(Host& host, Scene& scene, const std::filesystem::path& file, const ExportOptions& options) {
     const std::string& fileName = file.native();
+    requireUtf8Name(file, "save");
     const InterruptScope interruptScope;
     const auto saver = inStep(fileName, "find saver", [&] { return spawnSaver(host); });
     inStep(fileName, "verify", [&] { tzCheck(saver->verify(&scene)); });

@@ -16,9 +16,10 @@ void CTzLogMessage::append(std::string_view heading, std::string_view text) {
     if (!writer_) {
         const char* const about = description();
         log_ = host_.service<ITzLogService>();
+        auto writer = host_.service<ITzLogWriter>();
         tzCheck(log_->openEntry(tzText(formatName()), tzText(version()), tzText(about ? about : ""),
                                 tzText(subsystem_), &entry_));
-        writer_ = host_.service<ITzLogWriter>();
+        writer_ = std::move(writer);  // from here on there is an entry
     }
     tzCheck(writer_->append(entry_, tzText(heading), tzText(text)));
 }

@@ -51,8 +51,9 @@ class CTzPolymorph final : public T {
     }
 
     TzResult query(const char* interfaceId, void** out) noexcept override {
-        if (!interfaceId || !out) return kTzInvalidArgument;
+        if (!out) return kTzInvalidArgument;
         *out = nullptr;
+        if (!interfaceId) return kTzInvalidArgument;
         if (std::strcmp(interfaceId, ITzObject::kId) == 0) {
             *out = static_cast<ITzObject*>(static_cast<First*>(this));
         } else {
@@ -95,6 +96,8 @@ class CTzServerFactory : public ITzServerFactory, public ITzServerTags {
     TzResult spawn(const char* interfaceId, void** out) noexcept override {
         if (!out) return kTzInvalidArgument;
         *out = nullptr;
+        if (!interfaceId) return kTzInvalidArgument;
+        if (!offers(interfaceId)) return kTzNoInterface;
         return tzGate([&] { return CTzPolymorph<T, Interfaces...>::create(host_)->query(interfaceId, out); });
     }
 
@@ -126,6 +129,12 @@ class CTzServerFactory : public ITzServerFactory, public ITzServerTags {
     }
 
   private:
+    // Known before an instance is made: a host may ask every server there is.
+    static bool offers(const char* interfaceId) {
+        const auto is = [&](const char* id) { return std::strcmp(interfaceId, id) == 0; };
+        return is(ITzObject::kId) || (is(Interfaces::kId) || ...);
+    }
+
     uint32_t rows() const {
         uint32_t count = 0;
         while (tags_ && tags_[count].name) ++count;

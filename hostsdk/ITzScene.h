@@ -12,14 +12,18 @@ class ITzItem : public ITzObject {
     virtual TzResult name(TzTextSink sink) noexcept = 0;
     virtual TzResult type(TzTextSink sink) noexcept = 0;
 
-    // Sets a string tag, replacing the one of that ID. Tags keep the order of their creation. [host thread]
+    // Sets a string tag, replacing the one of that ID. Tags keep the order of their creation.
+    // kTzInvalidArgument for an ID that is not four ASCII characters. [host thread]
     virtual TzResult setTag(TzTagId id, TzText text) noexcept = 0;
 
     // Reads a string tag; kTzNotFound when the item has none of that ID. [host thread]
     virtual TzResult tag(TzTagId id, TzTextSink sink) noexcept = 0;
 
     // Adds the package of that server name to the item, and with it the package's channels, all empty.
-    // kTzNotFound when no such server is registered, kTzExists when the item has the package. [host thread]
+    // kTzNotFound when no such server is registered, kTzExists when the item has the package, kTzNoInterface
+    // when the server is no package, kTzNotSupported for a channel that is not of strings; what the package
+    // answers otherwise. Nothing is added then. A channel that the item already has by another package is
+    // shared. [host thread]
     virtual TzResult addPackage(TzText serverName) noexcept = 0;
 
     // Sets a string channel, replacing its text. kTzNotFound when none of the item's packages has a channel
@@ -44,15 +48,17 @@ class ITzMesh : public ITzObject {
     virtual TzResult addPoints(const TzPoint* points, uint32_t count, uint32_t* first) noexcept = 0;
 
     // Adds a polygon of a type over points, one vertex for each index; no points are allowed. kTzOutOfBounds
-    // when a point does not exist (nothing is added then). [host thread]
+    // when a point does not exist, kTzInvalidArgument for a type that is not four ASCII characters (nothing
+    // is added then). [host thread]
     virtual TzResult addPolygon(TzTagId type, const uint32_t* points, uint32_t count,
                                 uint32_t* polygon) noexcept = 0;
 
     // Sets a string tag of a polygon, replacing the one of that ID. kTzOutOfBounds when the polygon does not
-    // exist. [host thread]
+    // exist, kTzInvalidArgument for an ID that is not four ASCII characters. [host thread]
     virtual TzResult setPolygonTag(uint32_t polygon, TzTagId id, TzText text) noexcept = 0;
 
-    // Reads a string tag of a polygon; kTzNotFound when it has none of that ID. [host thread]
+    // Reads a string tag of a polygon; kTzNotFound when it has none of that ID, kTzOutOfBounds when there is
+    // no such polygon. [host thread]
     virtual TzResult polygonTag(uint32_t polygon, TzTagId id, TzTextSink sink) noexcept = 0;
 
     // The number of points, and `count` positions from point `first` on, into an array of `count`.
@@ -78,7 +84,7 @@ class ITzScene : public ITzObject {
     static constexpr char kId[] = "tz.scene/1";
 
     // Creates an item of a type ("mesh", ...) at the end of the scene; *index is its place. The host names
-    // it. [host thread]
+    // it. kTzInvalidArgument for an empty type. [host thread]
     virtual TzResult createItem(TzText type, uint32_t* index, ITzItem** item) noexcept = 0;
 
     // The number of items, and item i. kTzOutOfBounds beyond the last. [host thread]

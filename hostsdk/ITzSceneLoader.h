@@ -31,7 +31,8 @@ class ITzSceneLoader : public ITzObject {
 
     // Starts the load of the recognised file into a scene: per-file state is reset and the items that receive
     // it are created. The scene is kept until reset() or the end of load(). kTzNotReady without a recognised
-    // file. [host thread]
+    // file. A failure leaves what was made so far in the scene, and the file recognised: the host discards
+    // the items. [host thread]
     virtual TzResult start(ITzScene* target) noexcept = 0;
 
     // Loads. `monitor` may be null. A failure leaves what was made so far in the scene: the host discards

@@ -16,7 +16,7 @@ constexpr TzResult kTzOk = 0;
 constexpr TzResult kTzFailed = 0x80000000U;       // the operation failed; nothing more is known
 constexpr TzResult kTzOutOfMemory = 0x80000001U;  // memory ran out
 constexpr TzResult kTzInvalidArgument =
-    0x80000002U;  // a null pointer, text that is not UTF-8, a number not finite
+    0x80000002U;  // a null pointer, text not UTF-8, a number not finite, no tag ID
 constexpr TzResult kTzNoInterface = 0x80000003U;  // the object or host does not have the interface asked for
 constexpr TzResult kTzNotFound = 0x80000004U;     // no such tag, channel, server, type or file
 constexpr TzResult kTzNotRecognised = 0x80000005U;    // a loader does not read this file

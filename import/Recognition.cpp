@@ -1,6 +1,7 @@
 // See the header. Called by SVGLoader::recogniseFile().
 #include "import/Recognition.h"
 
+#include <QScopeGuard>
 #include <algorithm>
 
 #include "import/text/DocumentText.h"
@@ -27,20 +28,18 @@ void SvgDocument::clear() {
 
 bool readDocument(const QString& fileName, SvgDocument& document) {
     document.clear();
+    auto clear = qScopeGuard([&] { document.clear(); });  // also when memory runs out
     {
         QByteArray bytes;
         if (!readFileBytes(fileName, bytes)) return false;
         const QString text = decodeJoined(bytes);
         document.textLength = text.size();
-        if (!parseXml(text, document.tree)) {
-            document.clear();
-            return false;
-        }
+        if (!parseXml(text, document.tree)) return false;
     }
     document.survey = DocumentSurvey(document.tree);
-    if (document.survey.roots.size() == 1) return true;
-    document.clear();
-    return false;
+    if (document.survey.roots.size() != 1) return false;
+    clear.dismiss();
+    return true;
 }
 
 }  // namespace tzsvg

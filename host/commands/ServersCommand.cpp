@@ -6,6 +6,7 @@
 #include "host/OperationError.h"
 #include "host/Utf8.h"
 #include "host/commands/Commands.h"
+#include "host/commands/LogFile.h"
 
 namespace tzhost {
 namespace {
@@ -45,10 +46,16 @@ void printJson(const Host& host) {
 
 void addServersCommand(CLI::App& app, CommandRun& run) {
     auto json = std::make_shared<bool>(false);
+    auto logFile = std::make_shared<std::string>();
     CLI::App* const command = app.add_subcommand("servers", "List the servers that the module registers");
     command->add_flag("--json", *json, "As JSON");
-    command->callback([json, &run] {
-        run = [json](Session& session) { *json ? printJson(session.host) : printPlain(session.host); };
+    LogFile::addOption(*command, *logFile);
+    command->callback([json, logFile, &run] {
+        run = [json, logFile](Session& session) {
+            LogFile log(session.host, *logFile, {});
+            *json ? printJson(session.host) : printPlain(session.host);
+            log.commit();
+        };
     });
 }
 

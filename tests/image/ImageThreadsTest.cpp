@@ -111,5 +111,9 @@ TEST_F(ImageThreads, tilesAreRightWhileOthersAreDropped) {
         }
     });
     EXPECT_EQ(wrong, 0);
-    EXPECT_LT(host.imagesAlive(), static_cast<int>(places.size()));  // tiles were dropped
+    // How many the last trim among the threads found free is chance. Now none is held: the next one drops all
+    // but the room's.
+    seconds += 10;
+    EXPECT_TRUE(tile(*tiles, 9, {0, 0}));
+    EXPECT_LE(host.imagesAlive(), kRoom);
 }

@@ -2,11 +2,11 @@
 // which they run and the channels they fill are import/PackageCapture.h's.
 #pragma once
 
-#include <QDomDocument>
 #include <QString>
 
 #include "import/DocumentSurvey.h"
 #include "import/GroupTable.h"
+#include "import/tree/XmlDocument.h"
 
 namespace tzsvg {
 
@@ -25,10 +25,10 @@ bool captureGroups(const DocumentSurvey& survey, GroupTable& table, QString& rec
 
 // The document type declaration, with an internal subset when it has entities or notations or the document
 // comes from Illustrator. Empty when the document has none.
-QString captureDoctype(const QDomDocument& document);
+QString captureDoctype(const XmlDocument& document);
 
 // The root element without its children and its geometry ("x", "y", "width", "height", "viewBox").
-QString captureRoot(const QDomElement& root);
+QString captureRoot(const XmlNode& root);
 
 // The private data elements of Illustrator, unchanged. Empty when there are none.
 QString captureIllustratorData(const DocumentSurvey& survey);

@@ -8,7 +8,7 @@
 
 namespace tzsvg {
 
-bool sceneTransform(SVGLoader& loader, const ShapeElement& element, QTransform& transform) {
+bool sceneTransform(SVGLoader& loader, const XmlNode& element, QTransform& transform) {
     if (!loader.ancestors().accumulated(element, transform)) return false;
     if (transform.type() == QTransform::TxNone) {  // most shapes have none: what the products below come to
         transform = QTransform(1, 0, 0, -1, 0, loader.flipHeight());

@@ -8,7 +8,6 @@
 
 #include "import/SVGLoader.h"
 #include "import/shape/ShapeItem.h"
-#include "import/shape/ShapeNames.h"
 #include "import/text/RealText.h"
 #include "import/text/RoundTripNames.h"
 
@@ -75,23 +74,23 @@ QString ellipseText(bool circle, const QGraphicsEllipseItem& item) {
 
 }  // namespace
 
-QString primitiveText(const QString& elementName, const QGraphicsItem& item) {
-    const ShapeNames& n = shapeNames();
-    if (elementName == n.rect) {
+QString primitiveText(const XmlNode& element, const QGraphicsItem& item) {
+    const Element name = element.element();
+    if (name == Element::kRect) {
         const auto* const rect = dynamic_cast<const QGraphicsRectItem*>(&item);
         return rect ? rectangleText(*rect) : QString();
     }
-    const bool circle = elementName == n.circle;
-    if (circle || elementName == n.ellipse) {
+    const bool circle = name == Element::kCircle;
+    if (circle || name == Element::kEllipse) {
         const auto* const ellipse = dynamic_cast<const QGraphicsEllipseItem*>(&item);
         return ellipse ? ellipseText(circle, *ellipse) : QString();
     }
-    return elementName.toUpper();
+    return element.name().toUpper();
 }
 
-bool writePrimitiveTags(SVGLoader& loader, const QDomNode& node, const QGraphicsItem& item) {
-    if (!isShapeElement(node)) return false;
-    const QString text = primitiveText(node.nodeName(), item);
+bool writePrimitiveTags(SVGLoader& loader, const XmlNode& node, const QGraphicsItem& item) {
+    if (!node.isShape()) return false;
+    const QString text = primitiveText(node, item);
     if (text.isEmpty()) return false;
     loader.tagLastPolygon(kTagPrimitive, text);
     loader.tagLastPolygon(kTagViewBoxCompare, "1");

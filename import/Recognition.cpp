@@ -5,7 +5,6 @@
 #include <algorithm>
 
 #include "import/text/DocumentText.h"
-#include "import/text/XmlTree.h"
 
 namespace tzsvg {
 
@@ -34,9 +33,9 @@ bool readDocument(const QString& fileName, SvgDocument& document) {
         if (!readFileBytes(fileName, bytes)) return false;
         const QString text = decodeJoined(bytes);
         document.textLength = text.size();
-        if (!parseXml(text, document.tree)) return false;
+        if (!document.tree.read(text)) return false;
     }
-    document.survey = DocumentSurvey(document.tree);
+    document.survey = DocumentSurvey(document.tree.top());
     if (document.survey.roots.size() != 1) return false;
     clear.dismiss();
     return true;

@@ -206,9 +206,9 @@ class PathReader {
 
 }  // namespace
 
-bool parsePathData(const QString& text, QPainterPath& path) {
+bool parsePathData(QStringView text, QPainterPath& path) {
     path = {};
-    QString blanks = text;
+    QString blanks = text.toString();
     blanks.replace(u',', u' ');  // commas are pure separators
     if (PathReader(blanks, path).read()) return true;
     path = {};

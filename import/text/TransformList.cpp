@@ -104,9 +104,9 @@ bool parseArgumentList(QStringView text, qsizetype& position, int required, int 
     return fail();
 }
 
-bool parseTransformList(const QString& text, QTransform& transform) {
+bool parseTransformList(QStringView text, QTransform& transform) {
     transform.reset();
-    QString blanks = text;
+    QString blanks = text.toString();
     blanks.replace(u',', u' ');  // commas act exactly like white space, anywhere
     std::vector<QTransform> functions;
     if (!parseFunctions(blanks, functions)) return false;

@@ -15,8 +15,9 @@ namespace tzsvg {
 // throws kTzOutOfMemory when it is longer than `room`.
 QString captureDefinitions(const DocumentSurvey& survey, qint64 room);
 
-// Every clip path, whole, also those inside "defs" (both copies are kept on purpose). Without line breaks and
-// tabs. Empty when there are none; `room` as above.
+// Every clip path, whole, also those inside "defs": both copies are kept on purpose, the saver writes each
+// channel back by itself. Definitions/whatGoesIn pins it. Without line breaks and tabs. Empty when there are
+// none; `room` as above.
 QString captureClipPaths(const DocumentSurvey& survey, qint64 room);
 
 // Numbers every group of the document in `table`, and writes one record for each group that is not directly

@@ -102,6 +102,7 @@ bool convertPath(SVGLoader& loader, const XmlNode& element, unsigned drawingInde
     const QPainterPath path = item->path();
     SubPaths subPaths(loader, element, *item, transform, drawingIndex);
     std::vector<QPointF> pending;
+    pending.reserve(3 * static_cast<size_t>(path.elementCount()));  // as many as all its lines would give
     for (int i = 0; i < path.elementCount(); ++i) {
         const QPainterPath::Element piece = path.elementAt(i);
         if (piece.isMoveTo()) {

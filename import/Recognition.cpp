@@ -12,7 +12,7 @@ QString decodeJoined(const QByteArray& bytes) {
     QString text = decodeDocument(bytes);
     // Lines are joined with nothing between them: the text content of the document carries no line break of
     // the file, and a name or path data broken over two lines becomes one. Meant so, and every carriage
-    // return goes with the line ends. Loader/joinsLines pins it.
+    // return goes with the line ends. Recognition/joinsLinesOfText pins it.
     const auto isLineBreak = [](QChar c) { return c == u'\n' || c == u'\r'; };
     const auto end = std::remove_if(text.begin(), text.end(), isLineBreak);
     text.truncate(end - text.begin());

@@ -37,7 +37,8 @@ class SVGLoader : public CTzSceneLoader {
     ParsedPaths& parsedPaths() { return parsedPaths_; }
 
     // The y flip is about this height: y' = flipHeight - y. A whole number, truncated from the document's
-    // largest y on purpose: the saver truncates the same way.
+    // largest y on purpose: the saver truncates the same way, a fraction on one side only would move a
+    // drawing in every round trip. ShapeConversion/flip pins it.
     int flipHeight() const { return static_cast<int>(flipHeight_); }
 
     // The root element's "viewBox" text, kept for the item's tags.

@@ -17,7 +17,8 @@ bool elementBounds(const XmlNode& node, const LengthContext& lengths, ElementBou
     if (!item || !elementTransform(node, transform)) return false;
     if (paths && item->type() == QGraphicsPathItem::Type)
         paths->keep(node, static_cast<const QGraphicsPathItem&>(*item).path());
-    const QRectF rect = transform.mapRect(item->boundingRect());
+    // A rectangle of negative size is mapped as it is by a mere move.
+    const QRectF rect = transform.mapRect(item->boundingRect()).normalized();
     bounds = {rect.left(), rect.left() + rect.width(), rect.top(), rect.top() + rect.height()};
     return true;
 }

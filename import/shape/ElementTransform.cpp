@@ -19,7 +19,7 @@ bool accumulatedTransform(const XmlNode& node, QTransform& transform) {
             transform.reset();
             return false;
         }
-        if (own.type() != QTransform::TxNone) transform *= own;
+        if (own.type() != QTransform::TxNone) transform = transform * own;
     }
     return true;
 }
@@ -42,7 +42,7 @@ bool AncestorTransforms::addAncestors(QTransform& transform) const {
             transform.reset();
             return false;
         }
-        if (level.own.type() != QTransform::TxNone) transform *= level.own;
+        if (level.own.type() != QTransform::TxNone) transform = transform * level.own;
     }
     return true;
 }

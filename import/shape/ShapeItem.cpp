@@ -85,7 +85,8 @@ std::unique_ptr<QGraphicsEllipseItem> buildEllipseItem(const XmlNode& element, c
     const double cx = read.horizontal(Attribute::kCx);
     const double cy = read.vertical(Attribute::kCy);
     // "r" sets both radii whatever the element's name, and "rx" and "ry" then replace one each: a circle with
-    // "rx" is an ellipse. Meant so; ShapeItem/ellipse pins it.
+    // "rx" is an ellipse. Meant so: the tags of stored scenes tell the radii in this way; ShapeItem/ellipse
+    // pins it.
     double rx = read.horizontal(Attribute::kR);
     double ry = rx;
     if (element.has(Attribute::kRx)) rx = read.horizontal(Attribute::kRx);
@@ -105,8 +106,8 @@ std::unique_ptr<QGraphicsRectItem> buildRectItem(const XmlNode& element, const L
                       read.horizontal(Attribute::kWidth), read.vertical(Attribute::kHeight));
     if (!element.has(Attribute::kRx) && !element.has(Attribute::kRy))
         return makeItem<QGraphicsRectItem>(rect);
-    // A radius that is absent stays 0, it is not copied from the other; neither is clamped. Meant so;
-    // ShapeItem/roundedRect pins it.
+    // A radius that is absent stays 0, it is not copied from the other; neither is clamped. Meant so, stored
+    // scenes tell both as they were written; ShapeItem/roundedRect pins it.
     return makeItem<QGraphicsItemRoundedRect>(rect, read.horizontal(Attribute::kRx),
                                               read.vertical(Attribute::kRy));
 }

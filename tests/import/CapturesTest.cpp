@@ -216,11 +216,10 @@ TEST(PrimitiveTags, texts) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.xml);
         const Parsed parsed(row.xml);
-        EXPECT_EQ(text(primitiveText(parsed.root(), *createShapeItem(parsed.root(), lengths))),
-                  row.primitive);
+        EXPECT_EQ(primitiveText(parsed.root(), *createShapeItem(parsed.root(), lengths)), row.primitive);
     }
     QGraphicsEllipseItem ellipse;
-    EXPECT_TRUE(primitiveText(Parsed("<rect/>").root(), ellipse).isEmpty()) << "not the element's item";
+    EXPECT_TRUE(primitiveText(Parsed("<rect/>").root(), ellipse).empty()) << "not the element's item";
 }
 
 TEST(PrimitiveTags, numbersAsStreamed) {

@@ -132,6 +132,20 @@ TEST(ElementTransform, ancestors) {
     }
 }
 
+// The lower corner comes first whatever the sizes' signs are.
+TEST(DocumentExtent, boundsOfNegativeSizes) {
+    for (const char* const xml : {"<rect x='10' y='20' width='-5' height='-6'/>",
+                                  "<rect x='10' y='20' width='-5' height='-6' transform='translate(0 0)'/>",
+                                  "<rect x='5' y='10' width='-2.5' height='-3' transform='scale(2)'/>"}) {
+        ElementBounds bounds{};
+        ASSERT_TRUE(elementBounds(ParsedDocument(xml).root(), LengthContext(), bounds)) << xml;
+        EXPECT_EQ(bounds.minX, 5) << xml;
+        EXPECT_EQ(bounds.maxX, 10) << xml;
+        EXPECT_EQ(bounds.minY, 14) << xml;
+        EXPECT_EQ(bounds.maxY, 20) << xml;
+    }
+}
+
 TEST(DocumentExtent, largestY) {
     struct Row {
         const char* xml;

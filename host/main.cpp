@@ -6,8 +6,7 @@
 #include <QtGlobal>
 #include <clocale>
 #include <cstdio>
-#include <exception>
-#include <new>
+#include <filesystem>
 #include <string>
 
 #include "host/OperationError.h"
@@ -62,14 +61,12 @@ void describeProgram(CLI::App& app, std::string& moduleFile) {
     app.require_subcommand(1);
 }
 
-void runCommand(const CommandRun& run, const std::string& moduleFile) {
-    Session session(moduleFile.empty() ? ModuleLibrary::besideProgram() : std::filesystem::path(moduleFile));
+void runCommand(const CommandRun& run, const std::filesystem::path& module) {
+    Session session(module);
     session.host.messages().setSink(
         [](const std::string& text) { std::fprintf(stderr, "warning: %s\n", text.c_str()); });
-    run(session);
-    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-        throw OperationError("standard output", "write", kTzFailed);
-    }
+    run.work(session);
+    requirePrinted();
     // The work is done and stands; what the module did not let go of is told all the same.
     for (const auto& [operation, times] : session.host.gate().misuses()) {
         std::fprintf(stderr, "warning: the module called %s off the host thread, %u times\n",
@@ -81,6 +78,7 @@ void runCommand(const CommandRun& run, const std::string& moduleFile) {
 }
 
 int runProgram(int argc, char** argv) {
+    prepareProcess();
     CLI::App app;
     std::string moduleFile;
     CommandRun run;
@@ -102,7 +100,10 @@ int runProgram(int argc, char** argv) {
         printError((toOneLine(error.what()) + " (tzhost --help tells more)").c_str());
         return kWrongUsage;
     }
-    runCommand(run, moduleFile);
+    const std::filesystem::path module =
+        moduleFile.empty() ? ModuleLibrary::besideProgram() : std::filesystem::path(moduleFile);
+    inStep(run.file.empty() ? module.native() : run.file, app.get_subcommands().front()->get_name(),
+           [&] { runCommand(run, module); });
     return kDone;
 }
 
@@ -112,16 +113,12 @@ int runProgram(int argc, char** argv) {
 int main(int argc, char** argv) {
     using namespace tzhost;
     try {
-        prepareProcess();
-        return runProgram(argc, argv);
+        return inStep("tzhost", "start", [&] { return runProgram(argc, argv); });
     } catch (const OperationError& error) {
         printError(error.what());
-    } catch (const std::bad_alloc&) {
-        printError("memory: run: 0x80000001 (out of memory)");
-    } catch (const std::exception& error) {
-        printError(error.what());
     } catch (...) {
-        printError("failed");
+        // There is not even the memory to say where it ran out.
+        printError("tzhost: run: 0x80000001 (out of memory)");
     }
     return kFailed;
 }

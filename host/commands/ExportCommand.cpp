@@ -36,8 +36,9 @@ void addExportCommand(CLI::App& app, CommandRun& run) {
                       "Ask the saver for its preparatory pass first");
     LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost export logo.json back.svg");
-    command->callback(
-        [arguments, &run] { run = [arguments](Session& session) { runExport(session, *arguments); }; });
+    command->callback([arguments, &run] {
+        run = {arguments->scene, [arguments](Session& session) { runExport(session, *arguments); }};
+    });
 }
 
 }  // namespace tzhost

@@ -46,8 +46,9 @@ void addImportCommand(CLI::App& app, CommandRun& run) {
         ->type_name("N")
         ->check(CLI::Range(int64_t{1}, std::numeric_limits<int64_t>::max()));
     command->footer("Example:\n  tzhost import logo.svg logo.json --log logo.log");
-    command->callback(
-        [arguments, &run] { run = [arguments](Session& session) { runImport(session, *arguments); }; });
+    command->callback([arguments, &run] {
+        run = {arguments->in, [arguments](Session& session) { runImport(session, *arguments); }};
+    });
 }
 
 }  // namespace tzhost

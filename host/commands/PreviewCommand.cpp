@@ -61,8 +61,9 @@ void addPreviewCommand(CLI::App& app, CommandRun& run) {
         ->check(CLI::Range(1, kLargestSide));
     LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost preview logo.svg logo.png --size 2048");
-    command->callback(
-        [arguments, &run] { run = [arguments](Session& session) { runPreview(session, *arguments); }; });
+    command->callback([arguments, &run] {
+        run = {arguments->in, [arguments](Session& session) { runPreview(session, *arguments); }};
+    });
 }
 
 }  // namespace tzhost

@@ -33,8 +33,9 @@ void addRoundTripCommand(CLI::App& app, CommandRun& run) {
     command->add_option("OUT.svg", arguments->out, "The drawing to write")->required();
     LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost roundtrip logo.svg back.svg");
-    command->callback(
-        [arguments, &run] { run = [arguments](Session& session) { runRoundTrip(session, *arguments); }; });
+    command->callback([arguments, &run] {
+        run = {arguments->in, [arguments](Session& session) { runRoundTrip(session, *arguments); }};
+    });
 }
 
 }  // namespace tzhost

@@ -44,8 +44,9 @@ void addSampleCommand(CLI::App& app, CommandRun& run) {
     command->add_option("Y", arguments->y, "Pixels from the top")->required();
     LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost sample logo.svg 10 512 300");
-    command->callback(
-        [arguments, &run] { run = [arguments](Session& session) { runSample(session, *arguments); }; });
+    command->callback([arguments, &run] {
+        run = {arguments->in, [arguments](Session& session) { runSample(session, *arguments); }};
+    });
 }
 
 }  // namespace tzhost

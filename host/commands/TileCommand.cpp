@@ -86,8 +86,9 @@ void addTileCommand(CLI::App& app, CommandRun& run) {
         ->check(CLI::Range(1, 256));
     LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost tile logo.svg 4 3 5 tile.png");
-    command->callback(
-        [arguments, &run] { run = [arguments](Session& session) { runTile(session, *arguments); }; });
+    command->callback([arguments, &run] {
+        run = {arguments->in, [arguments](Session& session) { runTile(session, *arguments); }};
+    });
 }
 
 }  // namespace tzhost

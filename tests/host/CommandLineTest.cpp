@@ -4,8 +4,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
+#include <new>
+#include <stdexcept>
 
+#include "host/OperationError.h"
 #include "tests/host/ProgramRun.h"
+
+using namespace tzhost;
 
 namespace {
 
@@ -121,8 +127,35 @@ TEST_F(CommandLineTest, WarnsOfWhatTheModuleKeeps) {
 
 TEST_F(CommandLineTest, TellsWhenTheOutputIsFull) {
     EXPECT_EQ(1, run("servers >/dev/full"));
+    EXPECT_EQ("tzhost: standard output: write: 0x80000000 (failed)\n", folder_.read(".err"));
     EXPECT_EQ(1, run("servers", "missing.so"));
     EXPECT_EQ("tzhost: missing.so: load module: 0x80000004 (no such module file)\n", folder_.read(".err"));
+}
+
+// Whatever is thrown in a step becomes a line with its file, its step and its code.
+TEST(InStep, TellsEveryFailureByItsCode) {
+    const struct {
+        std::function<void()> work;
+        TzResult result;
+        const char* line;
+    } rows[] = {
+        {[] { throw CTzError(kTzCancelled); }, kTzCancelled, "a.svg: load: 0x80000006 (cancelled)"},
+        {[] { throw std::bad_alloc(); }, kTzOutOfMemory, "a.svg: load: 0x80000001 (out of memory)"},
+        {[] { throw std::runtime_error("the\nreason"); }, kTzFailed,
+         "a.svg: load: 0x80000000 (the\\x0Areason)"},
+        {[] { throw 1; }, kTzFailed, "a.svg: load: 0x80000000 (failed)"},
+        {[] { throw OperationError("b.svg", "open", kTzNotFound, "gone"); }, kTzNotFound,
+         "b.svg: open: 0x80000004 (gone)"},
+    };
+    for (const auto& row : rows) {
+        try {
+            inStep("a.svg", "load", row.work);
+            ADD_FAILURE() << row.line << ": not thrown";
+        } catch (const OperationError& error) {
+            EXPECT_STREQ(row.line, error.what());
+            EXPECT_EQ(row.result, error.result()) << row.line;
+        }
+    }
 }
 
 }  // namespace

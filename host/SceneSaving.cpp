@@ -4,7 +4,6 @@
 #include "host/InputFile.h"
 #include "host/Interrupt.h"
 #include "host/OperationError.h"
-#include "host/OutputFile.h"
 #include "hostsdk/CTzText.h"
 #include "hostsdk/ITzSceneSaver.h"
 
@@ -24,19 +23,22 @@ CTzPtr<ITzSceneSaver> spawnSaver(const Host& host) {
 
 }  // namespace
 
-void exportFile(Host& host, Scene& scene, const std::filesystem::path& file, const ExportOptions& options) {
-    const std::string& fileName = file.native();
-    requireUtf8Name(file, "save");
+void exportScene(Host& host, Scene& scene, OutputFile& out, const ExportOptions& options) {
+    const std::string& fileName = out.name();
+    requireUtf8Name(fileName, "save");
     const InterruptScope interruptScope;
     const auto saver = inStep(fileName, "find saver", [&] { return spawnSaver(host); });
     inStep(fileName, "verify", [&] { tzCheck(saver->verify(&scene)); });
-    // The saver writes the file beside the final name itself.
-    OutputFile out(file, "save");
     const uint32_t flags = options.preparatoryPass ? kTzSavePreparatoryPass : 0;
     inStep(fileName, "save", [&] {
         tzCheck(saver->save(tzText(out.temporaryName()), &scene, flags));
         if (interrupted()) throw CTzError(kTzCancelled);
     });
+}
+
+void exportFile(Host& host, Scene& scene, const std::filesystem::path& file, const ExportOptions& options) {
+    OutputFile out(file, "save");
+    exportScene(host, scene, out, options);
     out.commit();
 }
 

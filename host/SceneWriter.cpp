@@ -10,7 +10,6 @@
 
 #include "host/Interrupt.h"
 #include "host/OperationError.h"
-#include "host/OutputFile.h"
 #include "host/TagName.h"
 
 namespace tzhost {
@@ -135,18 +134,23 @@ void writeItem(JsonText& json, const OutputFile& out, const ItemData& item) {
 
 }  // namespace
 
-void writeSceneFile(const Scene& scene, const std::filesystem::path& file) {
-    inStep(file.native(), "write", [&] {
+void writeScene(const Scene& scene, OutputFile& out) {
+    inStep(out.name(), "write", [&] {
         const InterruptScope interruptScope;
-        OutputFile out(file, "write");
         JsonText json(out);
         json.raw("{\n  \"format\": \"tzscene\", \"version\": 1,\n  \"items\": [");
         Separator separator("\n    ", ",\n    ");
         for (const auto& item : scene.items()) writeItem(json.raw(separator()), out, item->data());
         json.raw(scene.items().empty() ? "]\n}\n" : "\n  ]\n}\n");
         if (interrupted()) throw CTzError(kTzCancelled);
-        out.commit();
+        out.complete();
     });
+}
+
+void writeSceneFile(const Scene& scene, const std::filesystem::path& file) {
+    OutputFile out(file, "write");
+    writeScene(scene, out);
+    out.commit();
 }
 
 }  // namespace tzhost

@@ -21,8 +21,10 @@ void runExport(Session& session, const ExportArguments& arguments) {
     const ScenePtr scene = session.host.makeScene();
     readSceneFile(*scene, arguments.scene);
     LogFile log(session.host, arguments.log, arguments.scene);
-    exportFile(session.host, *scene, arguments.out, arguments.options);
+    OutputFile out(arguments.out, "save");
+    exportScene(session.host, *scene, out, arguments.options);
     log.commit();
+    out.commit();
 }
 
 }  // namespace

@@ -20,8 +20,10 @@ void runRoundTrip(Session& session, const RoundTripArguments& arguments) {
     const ScenePtr scene = session.host.makeScene();
     LogFile log(session.host, arguments.log, arguments.in);
     importFile(session.host, *scene, arguments.in);
-    exportFile(session.host, *scene, arguments.out);
+    OutputFile out(arguments.out, "save");
+    exportScene(session.host, *scene, out);
     log.commit();
+    out.commit();
 }
 
 }  // namespace

@@ -61,6 +61,7 @@ TEST_F(CommandLineTest, RefusesInOneLine) {
         {"import good.probe none/out.json", 1, "none/out.json: write: 0x80000004 *"},
         {"import good.probe folder", 1, "folder: write: 0x80000000 (Is a directory)"},
         {"import good.probe /dev/full", 1, "/dev/full: write: 0x80000000 (No space left on device)"},
+        {"import good.probe kept.json >/dev/full", 1, "standard output: write: 0x80000000 (failed)"},
         {"import good.probe out.json --log /dev/full", 1, "/dev/full: write log: 0x80000000 *"},
         {"import good.probe out.json --log none/log", 1, "none/log: write log: 0x80000004 *"},
         {"preview scene.json out.png", 1,

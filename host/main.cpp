@@ -63,8 +63,11 @@ void describeProgram(CLI::App& app, std::string& moduleFile) {
 
 void runCommand(const CommandRun& run, const std::filesystem::path& module) {
     Session session(module);
-    session.host.messages().setSink(
-        [](const std::string& text) { std::fprintf(stderr, "warning: %s\n", text.c_str()); });
+    // On a terminal there may be a bar in the line.
+    const char* const lineStart = isatty(STDERR_FILENO) == 1 ? "\r\033[K" : "";
+    session.host.messages().setSink([lineStart](const std::string& text) {
+        std::fprintf(stderr, "%swarning: %s\n", lineStart, text.c_str());
+    });
     run.work(session);
     requirePrinted();
     // The work is done and stands; what the module did not let go of is told all the same.

@@ -1,9 +1,13 @@
 // The program: what it prints, what it leaves behind, how it exits. Every row is a command line for a shell
 // in a folder with a few files; the module is the probe.
+#include <fcntl.h>
 #include <fnmatch.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <new>
 #include <stdexcept>
@@ -131,6 +135,68 @@ TEST_F(CommandLineTest, TellsWhenTheOutputIsFull) {
     EXPECT_EQ("tzhost: standard output: write: 0x80000000 (failed)\n", folder_.read(".err"));
     EXPECT_EQ(1, run("servers", "missing.so"));
     EXPECT_EQ("tzhost: missing.so: load module: 0x80000004 (no such module file)\n", folder_.read(".err"));
+}
+
+// A terminal for the program to write to, and what it has written there.
+class Terminal {
+  public:
+    Terminal() : descriptor_(posix_openpt(O_RDWR | O_NOCTTY)) {
+        std::array<char, 64> name{};
+        if (grantpt(descriptor_) == 0 && unlockpt(descriptor_) == 0 &&
+            ptsname_r(descriptor_, name.data(), name.size()) == 0) {
+            name_ = name.data();
+        }
+        // Open all the while, so that nothing is lost when the program lets go.
+        held_ = open(name_.c_str(), O_RDWR | O_NOCTTY);
+    }
+    ~Terminal() {
+        close(held_);
+        close(descriptor_);
+    }
+    Terminal(const Terminal&) = delete;
+    Terminal& operator=(const Terminal&) = delete;
+
+    const std::string& name() const { return name_; }
+
+    std::string take() const {
+        std::array<char, 4096> bytes{};
+        fcntl(descriptor_, F_SETFL, O_NONBLOCK);
+        const ssize_t count = read(descriptor_, bytes.data(), bytes.size());
+        return {bytes.data(), static_cast<size_t>(std::max<ssize_t>(count, 0))};
+    }
+
+  private:
+    int descriptor_;
+    int held_;
+    std::string name_;
+};
+
+TEST_F(CommandLineTest, ShowsLongWork) {
+    folder_.write("slow.probe", "probe\nwait 700\ntriangle\n");
+    folder_.write("slower.probe", "probe\nwait 2200\ntriangle\n");
+    folder_.write("empty.json", R"({"format": "tzscene", "version": 1, "items": []})");
+    ASSERT_EQ(0, mkfifo((folder_ / "pipe.json").c_str(), 0600));
+    const Terminal terminal;
+    const std::string toTerminal = " 2>" + terminal.name();
+
+    // Before the module makes a step there is nothing to count.
+    EXPECT_EQ(0, run("import slow.probe out.json" + toTerminal));
+    EXPECT_EQ(
+        "\rimporting slow.probe ..."
+        "\rimporting slow.probe [####################....................]  50%\r\x1B[K",
+        terminal.take());
+    EXPECT_TRUE(matches(folder_.read(".out"), "slow.probe: 1 shapes, *"));
+
+    // The timer's signal breaks nothing that waits.
+    EXPECT_EQ(0, run("preview pipe.json out.png" + toTerminal +
+                     " | (sleep 1; timeout 20 sh -c 'cat empty.json >pipe.json')"));
+    EXPECT_EQ("\rreading pipe.json ...\rreading pipe.json ...\r\x1B[K", terminal.take());
+
+    EXPECT_EQ(0, run("import slower.probe out.json"));
+    EXPECT_EQ("importing slower.probe ...\n", folder_.read(".err"));
+
+    EXPECT_EQ(0, run("import good.probe out.json" + toTerminal));
+    EXPECT_EQ("", terminal.take());
 }
 
 // Whatever is thrown in a step becomes a line with its file, its step and its code.

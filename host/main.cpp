@@ -1,10 +1,12 @@
 // tzhost: the command line of the reference host. Parses it, loads the module, runs the command, unloads, and
 // turns failures into one line and an exit status.
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <QHashFunctions>
 #include <QtGlobal>
 #include <clocale>
+#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -19,6 +21,17 @@ namespace {
 constexpr int kDone = 0;
 constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
+
+// A write that cannot be done fails, and what was begun is cleared away: nothing of it may end the program,
+// or go to a file that happens to have the number of a closed stream.
+void prepareStreams() {
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        // It takes the lowest free number, this one; for reading, so that a write to it fails.
+        if (fcntl(stream, F_GETFD) < 0) open("/dev/null", O_RDONLY);
+    }
+}
 
 // The module uses the same Qt in the same process: what is set here holds for it too.
 void prepareProcess() {
@@ -81,6 +94,7 @@ void runCommand(const CommandRun& run, const std::filesystem::path& module) {
 }
 
 int runProgram(int argc, char** argv) {
+    prepareStreams();
     prepareProcess();
     CLI::App app;
     std::string moduleFile;

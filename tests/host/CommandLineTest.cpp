@@ -28,6 +28,7 @@ class CommandLineTest : public ::testing::Test {
   protected:
     CommandLineTest() {
         folder_.write("good.probe", "probe\ntriangle\nlog\n");
+        folder_.write("late.probe", "probe\nwait 400\n");
         folder_.write("bad.probe", "probe\ntriangle\nfail\n");
         folder_.write("plain.txt", "plain\n");
         folder_.write("n\xE4me.probe", "probe\n");
@@ -66,6 +67,8 @@ TEST_F(CommandLineTest, RefusesInOneLine) {
         {"import good.probe folder", 1, "folder: write: 0x80000000 (Is a directory)"},
         {"import good.probe /dev/full", 1, "/dev/full: write: 0x80000000 (No space left on device)"},
         {"import good.probe kept.json >/dev/full", 1, "standard output: write: 0x80000000 (failed)"},
+        {"import good.probe kept.json >&-", 1, "standard output: write: *"},
+        {"import late.probe kept.json | true", 0, "standard output: write: *"},  // the status is true's
         {"import good.probe out.json --log /dev/full", 1, "/dev/full: write log: 0x80000000 *"},
         {"import good.probe out.json --log none/log", 1, "none/log: write log: 0x80000004 *"},
         {"preview scene.json out.png", 1,
@@ -197,6 +200,13 @@ TEST_F(CommandLineTest, ShowsLongWork) {
 
     EXPECT_EQ(0, run("import good.probe out.json" + toTerminal));
     EXPECT_EQ("", terminal.take());
+}
+
+// What is opened first gets the number of a closed stream.
+TEST_F(CommandLineTest, KeepsItsLinesOutOfFiles) {
+    folder_.write("slower.probe", "probe\nwait 2200\ntriangle\n");
+    EXPECT_EQ(0, run("import slower.probe out.json --log log.txt 2>&-"));
+    EXPECT_EQ("triangle\n", folder_.read("log.txt"));
 }
 
 // Whatever is thrown in a step becomes a line with its file, its step and its code.

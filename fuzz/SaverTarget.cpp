@@ -13,8 +13,9 @@
 namespace {
 
 void addPolygons(const CTzUser_Mesh& mesh) {
-    const std::array<uint32_t, 4> vertices = {mesh.addPoint({0, 0, 0}), mesh.addPoint({4, 0, 0}),
-                                              mesh.addPoint({4, 3, 0}), mesh.addPoint({0, 3, 0})};
+    constexpr std::array<TzPoint, 4> kCorners = {{{0, 0, 0}, {4, 0, 0}, {4, 3, 0}, {0, 3, 0}}};
+    const uint32_t first = mesh.addPoints(kCorners.data(), 4);
+    const std::array<uint32_t, 4> vertices = {first, first + 1, first + 2, first + 3};
     for (const TzTagId type : {kTzPolygonLine, kTzPolygonBezier}) mesh.addPolygon(type, vertices.data(), 4);
 }
 

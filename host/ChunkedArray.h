@@ -19,18 +19,19 @@ class ChunkedArray {
     Element& operator[](size_t i) { return chunks_[i / kChunkSize][i % kChunkSize]; }
 
     void push_back(const Element& element) {
-        if (chunks_.empty()) {
-            chunks_.emplace_back();
-        } else if (chunks_.back().size() == kChunkSize) {
-            std::vector<Element> next;
-            next.reserve(kChunkSize);
-            chunks_.push_back(std::move(next));
-        }
+        if (chunks_.empty() || chunks_.back().size() == kChunkSize) addChunk();
         chunks_.back().push_back(element);
     }
 
     void append(const Element* elements, size_t count) {
-        for (size_t i = 0; i < count; ++i) push_back(elements[i]);
+        while (count > 0) {
+            if (chunks_.empty() || chunks_.back().size() == kChunkSize) addChunk();
+            std::vector<Element>& last = chunks_.back();
+            const size_t length = std::min(count, kChunkSize - last.size());
+            last.insert(last.end(), elements, elements + length);
+            elements += length;
+            count -= length;
+        }
     }
 
     // Copies `count` elements from `first` on, which must all be there.
@@ -47,6 +48,13 @@ class ChunkedArray {
 
   private:
     static constexpr size_t kChunkSize = size_t{1} << 14U;
+
+    void addChunk() {
+        std::vector<Element> next;
+        if (!chunks_.empty()) next.reserve(kChunkSize);
+        chunks_.push_back(std::move(next));
+    }
+
     std::vector<std::vector<Element>> chunks_;  // all but the last are full
 };
 

@@ -1,8 +1,10 @@
 // The service ITzImageService: images in the host's memory, as modules fill them.
+#include <sys/mman.h>
+
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <new>
 
 #include "host/Services.h"
 #include "hostsdk/CTzPolymorph.h"
@@ -15,6 +17,29 @@ constexpr size_t kBytesPerPixel = 4 * sizeof(float);
 
 // Larger than any tile; a side of this length squared still counts in 64 bits.
 constexpr uint32_t kLargestSide = 1U << 20U;
+
+// Zeroed memory for pixels. A tile's is there as a whole at once: its pages one by one, as each is touched,
+// took a tenth of the time that a simple drawing's tiles take to draw and to write.
+class PixelMemory {
+  public:
+    explicit PixelMemory(size_t size)
+        : size_(size),
+          start_(mmap(nullptr, size, PROT_READ | PROT_WRITE,
+                      MAP_PRIVATE | MAP_ANONYMOUS | (size <= kTileBytes ? MAP_POPULATE : 0), -1, 0)) {
+        if (start_ == MAP_FAILED) throw std::bad_alloc();
+    }
+    ~PixelMemory() { munmap(start_, size_); }
+    PixelMemory(const PixelMemory&) = delete;
+    PixelMemory& operator=(const PixelMemory&) = delete;
+
+    char* get() const { return static_cast<char*>(start_); }
+
+  private:
+    static constexpr size_t kTileBytes = 256 * 256 * kBytesPerPixel;
+
+    const size_t size_;
+    void* const start_;
+};
 
 class HostImage : public HostObject, public ITzImage, public ITzImageWriter {
   public:
@@ -62,16 +87,10 @@ class HostImage : public HostObject, public ITzImage, public ITzImageWriter {
     HostImage(std::shared_ptr<HostCore> core, TzSize size)
         : HostObject(std::move(core), "image"),
           size_(size),
-          pixels_(static_cast<char*>(std::calloc(size_t{size.width} * size.height, kBytesPerPixel))) {
-        if (!pixels_) throw std::bad_alloc();
-    }
+          pixels_(size_t{size.width} * size.height * kBytesPerPixel) {}
     ~HostImage() = default;
 
   private:
-    struct Free {
-        void operator()(char* memory) const { std::free(memory); }
-    };
-
     void requireInside(uint32_t x, uint32_t y, TzSize rectangle) const {
         if (x > size_.width || y > size_.height || rectangle.width > size_.width - x ||
             rectangle.height > size_.height - y) {
@@ -91,8 +110,7 @@ class HostImage : public HostObject, public ITzImage, public ITzImageWriter {
     }
 
     const TzSize size_;
-    // Zeroed by the system where it can: most images are written over as a whole at once.
-    const std::unique_ptr<char[], Free> pixels_;
+    const PixelMemory pixels_;
 };
 
 class ImageService : public HostObject, public ITzImageService {

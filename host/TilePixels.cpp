@@ -8,26 +8,25 @@ namespace tzhost {
 namespace {
 
 // To the nearest. Also for values that no module should give: out of range, not a number.
-uint32_t channel(float value) {
-    const float within = std::min(std::max(0.0F, value), 1.0F);  // not a number comes out as 0
-    return static_cast<uint32_t>(static_cast<int32_t>(within * 510.0F + 1.0F)) / 2U;
+void toBytes(const float* values, size_t count, uint8_t* bytes) {
+    for (size_t i = 0; i < count; ++i) {
+        const float within = std::min(std::max(0.0F, values[i]), 1.0F);  // not a number comes out as 0
+        bytes[i] = static_cast<uint8_t>(static_cast<int32_t>(within * 510.0F + 1.0F) / 2);
+    }
 }
 
 // A picture of that size from the lines that `read(y, line)` gives.
 template <class Read>
 QImage pictureOf(TzSize size, Read&& read) {
-    QImage picture(static_cast<int>(size.width), static_cast<int>(size.height), QImage::Format_ARGB32);
+    QImage picture(static_cast<int>(size.width), static_cast<int>(size.height), QImage::Format_RGBA8888);
     if (picture.isNull()) throw CTzError(kTzOutOfMemory);
     std::vector<float> line(size_t{size.width} * 4);
     for (uint32_t y = 0; y < size.height; ++y) {
         read(y, line.data());
-        auto* const out = reinterpret_cast<QRgb*>(picture.scanLine(static_cast<int>(y)));
-        for (size_t x = 0; x < size.width; ++x) {
-            const float* const value = &line[x * 4];
-            out[x] = channel(value[3]) << 24U | channel(value[0]) << 16U | channel(value[1]) << 8U |
-                     channel(value[2]);
-        }
+        toBytes(line.data(), line.size(), picture.scanLine(static_cast<int>(y)));
     }
+    picture.convertTo(QImage::Format_ARGB32);
+    if (picture.isNull()) throw CTzError(kTzOutOfMemory);
     return picture;
 }
 

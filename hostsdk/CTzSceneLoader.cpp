@@ -73,11 +73,12 @@ void CTzSceneLoader::beginPolygon(TzTagId type) {
 }
 
 uint32_t CTzSceneLoader::addPoint(double x, double y, double z) {
-    return mesh_.addPoint({x, y, z});
+    const TzPoint point{x, y, z};
+    return mesh_.addPoints(&point, 1);
 }
 
-void CTzSceneLoader::addVertex(uint32_t point) {
-    pendingVertices_.push_back(point);
+uint32_t CTzSceneLoader::addPoints(const std::vector<TzPoint>& points) {
+    return mesh_.addPoints(points.data(), static_cast<uint32_t>(points.size()));
 }
 
 uint32_t CTzSceneLoader::endPolygon(uint32_t flags) {

@@ -38,11 +38,13 @@ class CTzSceneLoader : public ITzSceneLoader {
     bool meshAvailable() const { return static_cast<bool>(mesh_); }
 
     // Builds one polygon of the current mesh: begin (clears the pending vertex list), add points and
-    // vertices, end. addPoint answers the point's index, endPolygon the polygon's. Points are in scene units;
-    // equal points are not merged. endPolygon takes flags for the host: 0, none are defined.
+    // vertices, end. addPoint answers the point's index, addPoints that of the first of several, which follow
+    // one another; endPolygon answers the polygon's. Points are in scene units; equal points are not merged.
+    // endPolygon takes flags for the host: 0, none are defined.
     void beginPolygon(TzTagId type);
     uint32_t addPoint(double x, double y, double z);
-    void addVertex(uint32_t point);
+    uint32_t addPoints(const std::vector<TzPoint>& points);
+    void addVertex(uint32_t point) { pendingVertices_.push_back(point); }
     uint32_t endPolygon(uint32_t flags);
 
     void setPolygonTag(uint32_t polygon, TzTagId id, std::string_view text);

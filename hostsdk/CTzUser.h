@@ -60,10 +60,10 @@ class CTzUser_Mesh : public CTzUser<ITzMesh> {
   public:
     using CTzUser::CTzUser;
 
-    uint32_t addPoint(const TzPoint& point) const {
-        uint32_t index = 0;
-        tzCheck((*this)->addPoints(&point, 1, &index));
-        return index;
+    uint32_t addPoints(const TzPoint* points, uint32_t count) const {
+        uint32_t first = 0;
+        tzCheck((*this)->addPoints(points, count, &first));
+        return first;
     }
     uint32_t addPolygon(TzTagId type, const uint32_t* points, uint32_t count) const {
         uint32_t polygon = 0;

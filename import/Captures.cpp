@@ -7,6 +7,7 @@
 #include <array>
 
 #include "hostsdk/CTzError.h"
+#include "import/tree/DomForm.h"
 
 namespace tzsvg {
 namespace {
@@ -14,17 +15,13 @@ namespace {
 // The form in which everything is kept: saved by the toolkit at indent 0.
 constexpr int kIndent = 0;
 
-bool isNamed(const QDomNode& node, QStringView name) {
-    return node.nodeName() == name;
-}
-
 // Elements one after the other as text, as long as there is room.
 class ElementsText {
   public:
     explicit ElementsText(qint64 room) : room_(room) {}
 
-    void add(const QDomNode& node) {
-        node.save(stream_, kIndent);
+    void add(const XmlNode& node) {
+        forms_.save(stream_, node);
         stream_.flush();
         if (text_.size() > room_) throw CTzError(kTzOutOfMemory);
     }
@@ -34,29 +31,30 @@ class ElementsText {
     const qint64 room_;
     QString text_;
     QTextStream stream_{&text_};
+    DomForms forms_;
 };
 
-void addOutsideDefinitions(ElementsText& text, const std::vector<QDomElement>& elements) {
-    for (const QDomElement& element : elements) {
-        if (!isNamed(element.parentNode(), u"defs")) text.add(element);
+void addOutsideDefinitions(ElementsText& text, const DocumentSurvey::List& elements) {
+    for (const XmlNode* const element : elements) {
+        if (element->parent()->element() != Element::kDefinitions) text.add(*element);
     }
 }
 
-void writeAttributes(QTextStream& stream, const QDomElement& group) {
-    const QDomNamedNodeMap attributes = group.attributes();
+// In the order of the toolkit's list.
+void writeAttributes(QTextStream& stream, const QDomNamedNodeMap& attributes) {
     if (attributes.isEmpty()) return;
     stream << "attributes{";
     for (int i = 0; i < attributes.size(); ++i) {
         const QDomNode attribute = attributes.item(i);
         // The transform is in the geometry below the group, and is never kept here.
-        if (!isNamed(attribute, u"transform")) attribute.save(stream, kIndent);
+        if (attribute.nodeName() != nameOf(Attribute::kTransform)) attribute.save(stream, kIndent);
     }
     stream << '}';
 }
 
-bool isIllustratorDocument(const QDomDocument& document) {
-    for (QDomNode node = document.firstChild(); !node.isNull(); node = node.nextSibling()) {
-        if (node.isComment() && node.nodeValue().contains(QLatin1String("Generator: Adobe Illustrator")))
+bool isIllustratorDocument(const XmlNode& document) {
+    for (const XmlNode* node = document.firstChild(); node; node = node->nextSibling()) {
+        if (node->kind() == NodeKind::kComment && node->text().contains(u"Generator: Adobe Illustrator"))
             return true;
     }
     return false;
@@ -101,9 +99,9 @@ QString withoutLineBreaks(QString text) {
 
 QString captureDefinitions(const DocumentSurvey& survey, qint64 room) {
     ElementsText text(room);
-    for (const QDomElement& definitions : survey.definitions) {
-        for (QDomNode child = definitions.firstChild(); !child.isNull(); child = child.nextSibling()) {
-            text.add(child);
+    for (const XmlNode* const definitions : survey.definitions) {
+        for (const XmlNode* child = definitions->firstChild(); child; child = child->nextSibling()) {
+            text.add(*child);
         }
     }
     addOutsideDefinitions(text, survey.patterns);
@@ -114,7 +112,7 @@ QString captureDefinitions(const DocumentSurvey& survey, qint64 room) {
 
 QString captureClipPaths(const DocumentSurvey& survey, qint64 room) {
     ElementsText text(room);
-    for (const QDomElement& clipPath : survey.clipPaths) text.add(clipPath);
+    for (const XmlNode* const clipPath : survey.clipPaths) text.add(*clipPath);
     return text.text();
 }
 
@@ -122,36 +120,40 @@ bool captureGroups(const DocumentSurvey& survey, GroupTable& table, QString& rec
     records.clear();
     if (survey.groups.empty()) return true;
     if (survey.roots.size() != 1) return false;
-    for (const QDomElement& group : survey.groups) table.record(group);
+    for (const XmlNode* const group : survey.groups) table.record(*group);
 
     QTextStream stream(&records);
-    for (const QDomElement& group : survey.groups) {
-        const auto number = table.numberOf(group);
+    DomForms forms;
+    for (const XmlNode* const group : survey.groups) {
+        const auto number = table.numberOf(*group);
         if (!number) return false;
-        QDomNode parent = group.parentNode();
-        while (isNamed(parent, u"switch")) parent = parent.parentNode();
-        if (parent.isNull()) return false;
+        const XmlNode* parent = group->parent();
+        while (parent && parent->element() == Element::kSwitch) parent = parent->parent();
+        if (!parent) return false;
         // Groups here are definitions, kept as such; they are numbered all the same.
-        if (isNamed(parent, u"defs") || isNamed(parent, u"clipPath") || isNamed(parent, u"pattern")) continue;
+        if (isContainerOfDefinitions(parent->element())) continue;
 
         stream << "g=id{" << *number << "}parent{";
         if (parent == survey.roots.front()) {
             stream << "root";
         } else {
-            const auto parentNumber = table.numberOf(parent);
+            const auto parentNumber = table.numberOf(*parent);
             if (!parentNumber) return false;
             stream << *parentNumber;
         }
         stream << '}';
-        writeAttributes(stream, group);
+        writeAttributes(stream, forms.alone(*group).attributes());
         stream << ';';
     }
     return true;
 }
 
-QString captureDoctype(const QDomDocument& document) {
-    const QDomDocumentType type = document.doctype();
-    if (type.name().isEmpty()) return {};
+QString captureDoctype(const XmlDocument& document) {
+    if (document.prolog().isEmpty()) return {};
+    // The toolkit's list of declarations belongs to a document of its own, which needs an element.
+    QDomDocument declared;
+    if (!parseXml(document.prolog() + QStringLiteral("<svg/>"), declared)) throw CTzError(kTzFailed);
+    const QDomDocumentType type = declared.doctype();
     QString text;
     QTextStream stream(&text);
     stream << "<!DOCTYPE " << type.name();
@@ -162,7 +164,7 @@ QString captureDoctype(const QDomDocument& document) {
     } else if (!type.systemId().isNull()) {
         stream << " SYSTEM \"" << type.systemId() << '"';
     }
-    const bool fromIllustrator = isIllustratorDocument(document);
+    const bool fromIllustrator = isIllustratorDocument(document.top());
     if (fromIllustrator || !type.entities().isEmpty() || !type.notations().isEmpty()) {
         stream << " [\n";
         if (fromIllustrator) writeIllustratorEntities(stream);
@@ -175,10 +177,12 @@ QString captureDoctype(const QDomDocument& document) {
     return text;
 }
 
-QString captureRoot(const QDomElement& root) {
-    QDomElement copy = root.cloneNode(false).toElement();
-    for (const char* const name : {"x", "y", "width", "height", "viewBox"}) {
-        copy.removeAttribute(QLatin1String(name));
+QString captureRoot(const XmlNode& root) {
+    DomForms forms;
+    QDomElement copy = forms.alone(root);
+    for (const Attribute geometry :
+         {Attribute::kX, Attribute::kY, Attribute::kWidth, Attribute::kHeight, Attribute::kViewBox}) {
+        copy.removeAttribute(nameOf(geometry));
     }
     QString text;
     QTextStream stream(&text);
@@ -190,10 +194,9 @@ QString captureRoot(const QDomElement& root) {
 QString captureIllustratorData(const DocumentSurvey& survey) {
     QString text;
     QTextStream stream(&text);
-    for (const QDomElement& element : survey.privateData) {
-        if (element.attribute(QStringLiteral("id")) == QLatin1String("adobe_illustrator_pgf")) {
-            element.save(stream, kIndent);
-        }
+    DomForms forms;
+    for (const XmlNode* const element : survey.privateData) {
+        if (element->attribute(Attribute::kId) == u"adobe_illustrator_pgf") forms.save(stream, *element);
     }
     stream.flush();
     return text;

@@ -2,11 +2,11 @@
 // which they run and the channels they fill are import/PackageCapture.h's.
 #pragma once
 
-#include <QDomDocument>
 #include <QString>
 
 #include "import/DocumentSurvey.h"
 #include "import/GroupTable.h"
+#include "import/tree/XmlDocument.h"
 
 namespace tzsvg {
 
@@ -15,8 +15,9 @@ namespace tzsvg {
 // throws kTzOutOfMemory when it is longer than `room`.
 QString captureDefinitions(const DocumentSurvey& survey, qint64 room);
 
-// Every clip path, whole, also those inside "defs" (both copies are kept on purpose). Without line breaks and
-// tabs. Empty when there are none; `room` as above.
+// Every clip path, whole, also those inside "defs": both copies are kept on purpose, the saver writes each
+// channel back by itself. Definitions/whatGoesIn pins it. Without line breaks and tabs. Empty when there are
+// none; `room` as above.
 QString captureClipPaths(const DocumentSurvey& survey, qint64 room);
 
 // Numbers every group of the document in `table`, and writes one record for each group that is not directly
@@ -25,10 +26,10 @@ bool captureGroups(const DocumentSurvey& survey, GroupTable& table, QString& rec
 
 // The document type declaration, with an internal subset when it has entities or notations or the document
 // comes from Illustrator. Empty when the document has none.
-QString captureDoctype(const QDomDocument& document);
+QString captureDoctype(const XmlDocument& document);
 
 // The root element without its children and its geometry ("x", "y", "width", "height", "viewBox").
-QString captureRoot(const QDomElement& root);
+QString captureRoot(const XmlNode& root);
 
 // The private data elements of Illustrator, unchanged. Empty when there are none.
 QString captureIllustratorData(const DocumentSurvey& survey);

@@ -1,46 +1,43 @@
 // See the header.
 #include "import/DocumentSurvey.h"
 
-#include <QHash>
-#include <QString>
+#include "import/tree/XmlNode.h"
 
 namespace tzsvg {
 namespace {
 
-using List = std::vector<QDomElement> DocumentSurvey::*;
-
-// Which list an element of a name goes into.
-const QHash<QString, List>& listsByName() {
-    static const QHash<QString, List> lists = {
-        {QStringLiteral("svg"), &DocumentSurvey::roots},
-        {QStringLiteral("switch"), &DocumentSurvey::switches},
-        {QStringLiteral("g"), &DocumentSurvey::groups},
-        {QStringLiteral("defs"), &DocumentSurvey::definitions},
-        {QStringLiteral("pattern"), &DocumentSurvey::patterns},
-        {QStringLiteral("linearGradient"), &DocumentSurvey::linearGradients},
-        {QStringLiteral("radialGradient"), &DocumentSurvey::radialGradients},
-        {QStringLiteral("clipPath"), &DocumentSurvey::clipPaths},
-        {QStringLiteral("i:pgf"), &DocumentSurvey::privateData},
-    };
-    return lists;
+// Which list an element of a name goes into; none for most.
+DocumentSurvey::List* listOf(Element name, DocumentSurvey& survey) {
+    switch (name) {
+        case Element::kSvg:
+            return &survey.roots;
+        case Element::kSwitch:
+            return &survey.switches;
+        case Element::kGroup:
+            return &survey.groups;
+        case Element::kDefinitions:
+            return &survey.definitions;
+        case Element::kPattern:
+            return &survey.patterns;
+        case Element::kLinearGradient:
+            return &survey.linearGradients;
+        case Element::kRadialGradient:
+            return &survey.radialGradients;
+        case Element::kClipPath:
+            return &survey.clipPaths;
+        case Element::kPrivateData:
+            return &survey.privateData;
+        default:
+            return nullptr;
+    }
 }
 
 }  // namespace
 
-DocumentSurvey::DocumentSurvey(const QDomNode& top) {
-    const auto& lists = listsByName();
-    for (QDomNode node = top.firstChild(); !node.isNull();) {
+DocumentSurvey::DocumentSurvey(const XmlNode& document) {
+    for (const XmlNode* node = document.nextBelow(document); node; node = node->nextBelow(document)) {
         ++nodeCount;
-        if (node.isElement()) {
-            const auto list = lists.constFind(node.nodeName());
-            if (list != lists.constEnd()) (this->*list.value()).push_back(node.toElement());
-        }
-        QDomNode next = node.firstChild();
-        while (next.isNull() && node != top) {
-            next = node.nextSibling();
-            if (next.isNull()) node = node.parentNode();
-        }
-        node = next;
+        if (List* const list = listOf(node->element(), *this)) list->push_back(node);
     }
 }
 

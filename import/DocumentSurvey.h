@@ -1,29 +1,31 @@
 // One walk over a document for everything that later steps look for by name, so that none of them walks it
-// again. Made when a document is recognised, again when its switches were flattened, and by the flattening
-// for what it cloned.
+// again. Made when a document is recognised.
 #pragma once
 
-#include <QDomElement>
-#include <QDomNode>
+#include <cstddef>
 #include <vector>
 
 namespace tzsvg {
 
-// The elements below a node (the document, mostly) by name, each list in document order.
-struct DocumentSurvey {
-    DocumentSurvey() = default;
-    explicit DocumentSurvey(const QDomNode& top);
+class XmlNode;
 
-    size_t nodeCount = 0;            // all nodes below it
-    std::vector<QDomElement> roots;  // "svg"
-    std::vector<QDomElement> switches;
-    std::vector<QDomElement> groups;
-    std::vector<QDomElement> definitions;  // "defs"
-    std::vector<QDomElement> patterns;
-    std::vector<QDomElement> linearGradients;
-    std::vector<QDomElement> radialGradients;
-    std::vector<QDomElement> clipPaths;
-    std::vector<QDomElement> privateData;  // "i:pgf"
+// The elements of a document by name, each list in document order.
+struct DocumentSurvey {
+    using List = std::vector<const XmlNode*>;
+
+    DocumentSurvey() = default;
+    explicit DocumentSurvey(const XmlNode& document);
+
+    size_t nodeCount = 0;  // all nodes
+    List roots;            // "svg"
+    List switches;
+    List groups;
+    List definitions;  // "defs"
+    List patterns;
+    List linearGradients;
+    List radialGradients;
+    List clipPaths;
+    List privateData;  // "i:pgf"
 };
 
 }  // namespace tzsvg

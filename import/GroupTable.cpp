@@ -10,19 +10,19 @@ void GroupTable::reset() noexcept {
                            // freeing the tree
 }
 
-void GroupTable::record(const QDomElement& group) {
-    const unsigned parent = numberOf(group.parentNode()).value_or(0);
-    groups_.push_back({group, parent, parent == 0 ? 0 : this->group(parent).level + 1});
-    numbers_.emplace(identityOf(group), static_cast<unsigned>(groups_.size()));
+void GroupTable::record(const XmlNode& group) {
+    const unsigned parent = numberOf(*group.parent()).value_or(0);
+    groups_.push_back({&group, parent, parent == 0 ? 0 : this->group(parent).level + 1});
+    numbers_.emplace(&group, static_cast<unsigned>(groups_.size()));
 }
 
-std::optional<unsigned> GroupTable::numberOf(const QDomNode& node) const {
-    const auto found = numbers_.find(identityOf(node));
+std::optional<unsigned> GroupTable::numberOf(const XmlNode& node) const {
+    const auto found = numbers_.find(&node);
     if (found == numbers_.end()) return std::nullopt;
     return found->second;
 }
 
-const GroupTexts* GroupTable::textsOf(const QDomNode& parent) {
+const GroupTexts* GroupTable::textsOf(const XmlNode& parent) {
     const auto number = numberOf(parent);
     if (!number) return nullptr;
     if (!path_.empty() && path_.back().number == *number) return &lastTexts_;
@@ -53,11 +53,10 @@ void GroupTable::enter(unsigned number) {
     path_.resize(number == 0 ? 0 : group(number).level + 1);
     names_.resize(path_.empty() ? 0 : path_.back().nameEnd);
 
-    static const QString kId = QStringLiteral("id");
     for (auto next = entered.rbegin(); next != entered.rend(); ++next) {
         if (!path_.empty()) names_ += ';';
         const size_t begin = names_.size();
-        names_ += group(*next).element.attribute(kId).toStdString();
+        names_ += group(*next).element->attribute(Attribute::kId).toUtf8().toStdString();
         path_.push_back({*next, begin, names_.size()});
     }
 }

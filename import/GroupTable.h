@@ -2,14 +2,13 @@
 // Filled by the group capture, read by the group tags.
 #pragma once
 
-#include <QDomElement>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
-#include "import/shape/NodeIdentity.h"
+#include "import/tree/XmlNode.h"
 
 namespace tzsvg {
 
@@ -25,19 +24,19 @@ class GroupTable {
     void reset() noexcept;
 
     // Gives a group the next number, from 1 on. Groups come in document order.
-    void record(const QDomElement& group);
+    void record(const XmlNode& group);
 
-    std::optional<unsigned> numberOf(const QDomNode& node) const;
+    std::optional<unsigned> numberOf(const XmlNode& node) const;
 
     // The texts for the shapes of a parent; null when it is not a numbered group. Valid until the next call.
     // A walk down the document pays for each group that it enters once, not for all groups around it.
-    const GroupTexts* textsOf(const QDomNode& parent);
+    const GroupTexts* textsOf(const XmlNode& parent);
 
   private:
     struct Group {
-        QDomElement element;  // keeps the node alive, so that its identity stays its own
-        unsigned parent;      // the number of the numbered group directly above; 0 for none
-        size_t level;         // how many numbered groups lie above it without a gap
+        const XmlNode* element;
+        unsigned parent;  // the number of the numbered group directly above; 0 for none
+        size_t level;     // how many numbered groups lie above it without a gap
     };
     // A group on the way from the outermost group down to the one asked for last.
     struct Step {
@@ -50,7 +49,7 @@ class GroupTable {
     void enter(unsigned number);
 
     std::vector<Group> groups_;  // by number - 1
-    std::unordered_map<NodeIdentity, unsigned> numbers_;
+    std::unordered_map<const XmlNode*, unsigned> numbers_;
 
     std::vector<Step> path_;  // by level
     std::string names_;       // of the path, joined by ";"

@@ -2,16 +2,15 @@
 #include "import/GroupTags.h"
 
 #include "import/SVGLoader.h"
-#include "import/shape/ShapeItem.h"
 #include "import/text/RoundTripNames.h"
+#include "import/tree/XmlNode.h"
 
 namespace tzsvg {
 
-bool writeGroupTags(SVGLoader& loader, const QDomNode& node) {
-    if (!isShapeElement(node)) return false;
-    const QDomNode parent = node.parentNode();
-    if (parent.isNull()) return false;
-    const GroupTexts* const texts = loader.groups().textsOf(parent);
+bool writeGroupTags(SVGLoader& loader, const XmlNode& node) {
+    if (!node.isShape()) return false;
+    if (!node.parent()) return false;
+    const GroupTexts* const texts = loader.groups().textsOf(*node.parent());
     if (!texts) return true;
     loader.tagLastPolygon(kTagParentGroup, texts->number);
     loader.tagLastPolygon(kTagGroupName, texts->name);

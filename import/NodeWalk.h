@@ -2,17 +2,16 @@
 // and reports each step to the log and the monitor. Called by SVGLoader once everything is prepared.
 #pragma once
 
-#include <QDomNode>
-
 namespace tzsvg {
 
 class SVGLoader;
+class XmlNode;
 
 // Walks from a node to its children and on to its following siblings. False when a converter failed or
 // the user cancelled. Failures of the host throw CTzError.
 //
 // The walk keeps its own stack, so that a million siblings need no deep call stack; order, log lines, drawing
 // indices and the place where it stops are those of a recursion (node, children, next sibling).
-bool walkNodes(SVGLoader& loader, const QDomNode& start);
+bool walkNodes(SVGLoader& loader, const XmlNode& start);
 
 }  // namespace tzsvg

@@ -24,12 +24,12 @@ void storeOnLoadedItem(SVGLoader& loader, const char* channel, const QString& te
 }
 
 // What the root says about the document's size: the percent references of this load, and its view box.
-void readRoot(SVGLoader& loader, const QDomElement& root) {
+void readRoot(SVGLoader& loader, const XmlNode& root) {
     LengthContext& lengths = loader.lengths();
-    const double width = parseLength(root.attribute(QStringLiteral("width")), Axis::kHorizontal, lengths);
-    const double height = parseLength(root.attribute(QStringLiteral("height")), Axis::kVertical, lengths);
-    const QString viewBox = root.attribute(QStringLiteral("viewBox"));
-    loader.setViewBox(viewBox.toStdString());
+    const double width = parseLength(root.attribute(Attribute::kWidth), Axis::kHorizontal, lengths);
+    const double height = parseLength(root.attribute(Attribute::kHeight), Axis::kVertical, lengths);
+    const QStringView viewBox = root.attribute(Attribute::kViewBox);
+    loader.setViewBox(viewBox.toUtf8().toStdString());
     if (width > 0 && height > 0) {
         lengths.setPercentReferences(width, height);
     } else {
@@ -43,8 +43,8 @@ bool captureIntoPackage(SVGLoader& loader, const DocumentSurvey& survey) {
     store(loader, kChannelIllustrator, captureIllustratorData(survey));
     store(loader, kChannelDoctype, captureDoctype(loader.document()));
     if (survey.roots.empty()) return false;
-    readRoot(loader, survey.roots.front());
-    store(loader, kChannelRoot, captureRoot(survey.roots.front()));
+    readRoot(loader, *survey.roots.front());
+    store(loader, kChannelRoot, captureRoot(*survey.roots.front()));
     storeOnLoadedItem(loader, kChannelDefinitions, captureDefinitions(survey, loader.keptText().room()));
     storeOnLoadedItem(loader, kChannelClipPaths, captureClipPaths(survey, loader.keptText().room()));
     QString groups;

@@ -37,8 +37,8 @@ bool samePlace(const QPointF& a, const QPointF& b) {
 // Turns the pieces of one path into tagged polygons.
 class SubPaths {
   public:
-    SubPaths(SVGLoader& loader, const ShapeElement& element, const QGraphicsPathItem& item,
-             QTransform transform, unsigned drawingIndex)
+    SubPaths(SVGLoader& loader, const XmlNode& element, const QGraphicsPathItem& item, QTransform transform,
+             unsigned drawingIndex)
         : loader_(loader),
           element_(element),
           item_(item),
@@ -81,7 +81,7 @@ class SubPaths {
     }
 
     SVGLoader& loader_;
-    const ShapeElement& element_;
+    const XmlNode& element_;
     const QGraphicsPathItem& item_;
     const QTransform transform_;
     const std::string drawingIndex_;
@@ -90,10 +90,10 @@ class SubPaths {
 
 }  // namespace
 
-bool convertPath(SVGLoader& loader, const ShapeElement& element, unsigned drawingIndex) {
+bool convertPath(SVGLoader& loader, const XmlNode& element, unsigned drawingIndex) {
     if (!loader.meshAvailable()) return false;
     if (!element.has(Attribute::kData)) return false;
-    const auto parsed = loader.parsedPaths().take(element.element());
+    const auto parsed = loader.parsedPaths().take(element);
     const auto item = parsed ? makePathItem(*parsed) : buildPathItem(element);
     if (!item) return false;
     QTransform transform;
@@ -102,6 +102,7 @@ bool convertPath(SVGLoader& loader, const ShapeElement& element, unsigned drawin
     const QPainterPath path = item->path();
     SubPaths subPaths(loader, element, *item, transform, drawingIndex);
     std::vector<QPointF> pending;
+    pending.reserve(3 * static_cast<size_t>(path.elementCount()));  // as many as all its lines would give
     for (int i = 0; i < path.elementCount(); ++i) {
         const QPainterPath::Element piece = path.elementAt(i);
         if (piece.isMoveTo()) {

@@ -3,11 +3,11 @@
 
 namespace tzsvg {
 
-class ShapeElement;
 class SVGLoader;
+class XmlNode;
 
 // As the converters of import/ShapeConverter.h; `drawingIndex` is the element's index among its siblings,
 // stored as `ZORD` on every polygon of the path.
-bool convertPath(SVGLoader& loader, const ShapeElement& element, unsigned drawingIndex);
+bool convertPath(SVGLoader& loader, const XmlNode& element, unsigned drawingIndex);
 
 }  // namespace tzsvg

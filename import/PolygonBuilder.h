@@ -10,12 +10,12 @@
 
 namespace tzsvg {
 
-class ShapeElement;
 class SVGLoader;
+class XmlNode;
 
 // The transform from an element's user coordinates to the scene: the element's own transform with its
 // ancestors', then the y flip. False when one of them does not parse.
-bool sceneTransform(SVGLoader& loader, const ShapeElement& element, QTransform& transform);
+bool sceneTransform(SVGLoader& loader, const XmlNode& element, QTransform& transform);
 
 enum class Closing {
     kOpen,         // one vertex a point

@@ -4,9 +4,9 @@
 #include <array>
 
 #include "import/SVGLoader.h"
-#include "import/shape/ShapeElement.h"
 #include "import/text/RoundTripNames.h"
 #include "import/text/StyleProperty.h"
+#include "import/tree/XmlNode.h"
 
 namespace tzsvg {
 namespace {
@@ -38,7 +38,7 @@ constexpr std::array<Property, 9> kStrokeProperties = {{
 }};
 
 template <size_t size>
-void writeGroup(SVGLoader& loader, const ShapeElement& element, const QString& style,
+void writeGroup(SVGLoader& loader, const XmlNode& element, QStringView style,
                 const std::array<Property, size>& properties) {
     const StyleProperties styled(style);
     for (const Property& property : properties) {
@@ -53,13 +53,13 @@ void writeGroup(SVGLoader& loader, const ShapeElement& element, const QString& s
 
 }  // namespace
 
-void ApplyFillStyleTags(SVGLoader& loader, const ShapeElement& element) {
-    const QString style = element.attribute(Attribute::kStyle);
+void ApplyFillStyleTags(SVGLoader& loader, const XmlNode& element) {
+    const QStringView style = element.attribute(Attribute::kStyle);
     writeGroup(loader, element, style, kFillProperties);
     loader.tagLastPolygon(kTagStyle, style);
 }
 
-void ApplyStrokeStyleTags(SVGLoader& loader, const ShapeElement& element) {
+void ApplyStrokeStyleTags(SVGLoader& loader, const XmlNode& element) {
     writeGroup(loader, element, element.attribute(Attribute::kStyle), kStrokeProperties);
 }
 

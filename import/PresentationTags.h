@@ -4,13 +4,13 @@
 
 namespace tzsvg {
 
-class ShapeElement;
 class SVGLoader;
+class XmlNode;
 
 // Each gathers its group of properties, from "style" first and the presentation attribute where that gives
 // nothing, and stores every value that is not empty, as found: nothing is parsed, converted or inherited. The
 // fill group also stores the whole "style".
-void ApplyFillStyleTags(SVGLoader& loader, const ShapeElement& element);
-void ApplyStrokeStyleTags(SVGLoader& loader, const ShapeElement& element);
+void ApplyFillStyleTags(SVGLoader& loader, const XmlNode& element);
+void ApplyStrokeStyleTags(SVGLoader& loader, const XmlNode& element);
 
 }  // namespace tzsvg

@@ -8,7 +8,6 @@
 
 #include "import/SVGLoader.h"
 #include "import/shape/ShapeItem.h"
-#include "import/shape/ShapeNames.h"
 #include "import/text/RealText.h"
 #include "import/text/RoundTripNames.h"
 
@@ -34,7 +33,7 @@ class PrimitiveText {
         return *this;
     }
 
-    QString toString() const { return QString::fromLatin1(room_.data(), static_cast<int>(used_)); }
+    std::string toString() const { return {room_.data(), used_}; }
 
   private:
     // The kind and labels, and six numbers of at most kRealRoom characters.
@@ -48,8 +47,9 @@ double single(double value) {
     return static_cast<double>(static_cast<float>(value));
 }
 
-// The height stands before the width: stored drawings are so, readers go by the labels.
-QString rectangleText(const QGraphicsRectItem& item) {
+// The height stands before the width, meant so: stored drawings are like this, and compared by their text.
+// PrimitiveTags/texts pins it.
+std::string rectangleText(const QGraphicsRectItem& item) {
     const QRectF rect = item.rect();
     PrimitiveText text("RECT{X:");
     text << single(rect.x()) << ",Y:" << single(rect.y()) << ",HEIGHT:" << single(rect.height())
@@ -61,7 +61,7 @@ QString rectangleText(const QGraphicsRectItem& item) {
     return text.toString();
 }
 
-QString ellipseText(bool circle, const QGraphicsEllipseItem& item) {
+std::string ellipseText(bool circle, const QGraphicsEllipseItem& item) {
     const QRectF rect = item.rect();
     PrimitiveText text(circle ? "CIRCLE{CX:" : "ELLIPSE{CX:");
     text << rect.x() + rect.width() * 0.5 << ",CY:" << rect.y() + rect.height() * 0.5;
@@ -75,24 +75,34 @@ QString ellipseText(bool circle, const QGraphicsEllipseItem& item) {
 
 }  // namespace
 
-QString primitiveText(const QString& elementName, const QGraphicsItem& item) {
-    const ShapeNames& n = shapeNames();
-    if (elementName == n.rect) {
-        const auto* const rect = dynamic_cast<const QGraphicsRectItem*>(&item);
-        return rect ? rectangleText(*rect) : QString();
+std::string primitiveText(const XmlNode& element, const QGraphicsItem& item) {
+    const Element name = element.element();
+    switch (name) {
+        case Element::kRect: {
+            const auto* const rect = dynamic_cast<const QGraphicsRectItem*>(&item);
+            return rect ? rectangleText(*rect) : std::string();
+        }
+        case Element::kCircle:
+        case Element::kEllipse: {
+            const auto* const ellipse = dynamic_cast<const QGraphicsEllipseItem*>(&item);
+            return ellipse ? ellipseText(name == Element::kCircle, *ellipse) : std::string();
+        }
+        case Element::kLine:
+            return "LINE";
+        case Element::kPath:
+            return "PATH";
+        case Element::kPolygon:
+            return "POLYGON";
+        case Element::kPolyline:
+            return "POLYLINE";
+        default:
+            return {};
     }
-    const bool circle = elementName == n.circle;
-    if (circle || elementName == n.ellipse) {
-        const auto* const ellipse = dynamic_cast<const QGraphicsEllipseItem*>(&item);
-        return ellipse ? ellipseText(circle, *ellipse) : QString();
-    }
-    return elementName.toUpper();
 }
 
-bool writePrimitiveTags(SVGLoader& loader, const QDomNode& node, const QGraphicsItem& item) {
-    if (!isShapeElement(node)) return false;
-    const QString text = primitiveText(node.nodeName(), item);
-    if (text.isEmpty()) return false;
+bool writePrimitiveTags(SVGLoader& loader, const XmlNode& node, const QGraphicsItem& item) {
+    const std::string text = primitiveText(node, item);
+    if (text.empty()) return false;
     loader.tagLastPolygon(kTagPrimitive, text);
     loader.tagLastPolygon(kTagViewBoxCompare, "1");
     return true;

@@ -5,7 +5,6 @@
 #include <algorithm>
 
 #include "import/text/DocumentText.h"
-#include "import/text/XmlTree.h"
 
 namespace tzsvg {
 
@@ -13,7 +12,7 @@ QString decodeJoined(const QByteArray& bytes) {
     QString text = decodeDocument(bytes);
     // Lines are joined with nothing between them: the text content of the document carries no line break of
     // the file, and a name or path data broken over two lines becomes one. Meant so, and every carriage
-    // return goes with the line ends. Loader/joinsLines pins it.
+    // return goes with the line ends. Recognition/joinsLinesOfText pins it.
     const auto isLineBreak = [](QChar c) { return c == u'\n' || c == u'\r'; };
     const auto end = std::remove_if(text.begin(), text.end(), isLineBreak);
     text.truncate(end - text.begin());
@@ -34,9 +33,9 @@ bool readDocument(const QString& fileName, SvgDocument& document) {
         if (!readFileBytes(fileName, bytes)) return false;
         const QString text = decodeJoined(bytes);
         document.textLength = text.size();
-        if (!parseXml(text, document.tree)) return false;
+        if (!document.tree.read(text)) return false;
     }
-    document.survey = DocumentSurvey(document.tree);
+    document.survey = DocumentSurvey(document.tree.top());
     if (document.survey.roots.size() != 1) return false;
     clear.dismiss();
     return true;

@@ -2,10 +2,10 @@
 #pragma once
 
 #include <QByteArray>
-#include <QDomDocument>
 #include <QString>
 
 #include "import/DocumentSurvey.h"
+#include "import/tree/XmlDocument.h"
 
 namespace tzsvg {
 
@@ -16,9 +16,9 @@ QString decodeJoined(const QByteArray& bytes);
 
 // A recognised file.
 struct SvgDocument {
-    QDomDocument tree;
+    XmlDocument tree;
     qint64 textLength = 0;
-    DocumentSurvey survey;  // of the tree; holds parts of it, and goes first
+    DocumentSurvey survey;  // of the tree
 
     void clear();
 };

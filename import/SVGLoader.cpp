@@ -41,7 +41,6 @@ void SVGLoader::startLoad() {
 
 bool SVGLoader::loadFile() {
     const auto clear = qScopeGuard([this] {
-        // Whatever holds a part of the tree goes before it.
         parsedPaths_.clear();
         groups_.reset();
         document_.clear();
@@ -56,7 +55,7 @@ void SVGLoader::resetFile() noexcept {
 
 bool SVGLoader::loadDocument() {
     bool measured = false;
-    flipHeight_ = static_cast<float>(documentMaxY(document_.tree, lengths_, measured, &parsedPaths_));
+    flipHeight_ = static_cast<float>(documentMaxY(document_.tree.top(), lengths_, measured, &parsedPaths_));
     // Also refuses infinity and not-a-number: the flip is about a whole number of 32 bits.
     constexpr auto kLargest = static_cast<float>(std::numeric_limits<int>::max());
     if (!measured || !(flipHeight_ < kLargest)) return false;
@@ -65,18 +64,14 @@ bool SVGLoader::loadDocument() {
     if (survey.nodeCount == 0) return true;
     if (monitor()) monitor().initialise(survey.nodeCount);
 
-    if (!survey.switches.empty()) {
-        parsedPaths_.clear();
-        if (!flattenSwitches(survey)) return false;
-        survey = DocumentSurvey(document_.tree);
-    }
+    flattenSwitches(survey);
     if (!captureIntoPackage(*this, survey)) return false;
 
     // The walk starts at the document's last child, not at its root element: a comment behind the root is all
     // that is then walked, and the item stays empty. Meant so, stored scenes were made like this; Loader/walk
     // pins it.
-    const QDomNode last = document_.tree.lastChild();
-    if (!last.isNull() && !walkNodes(*this, last)) return false;
+    const XmlNode* const last = document_.tree.top().lastChild();
+    if (last && !walkNodes(*this, *last)) return false;
 
     // Both tags get the same text: readers of stored scenes look for either. Meant so; Loader/item pins it.
     if (!viewBox_.empty()) {

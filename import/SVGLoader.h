@@ -25,7 +25,7 @@ class SVGLoader : public CTzSceneLoader {
     // ---- Per-file state, for the steps of a load ----
 
     // The document: filled by recognition, cleared at the end of every load.
-    QDomDocument& document() { return document_.tree; }
+    XmlDocument& document() { return document_.tree; }
 
     // Length scale and percent references of this load.
     LengthContext& lengths() { return lengths_; }
@@ -33,11 +33,12 @@ class SVGLoader : public CTzSceneLoader {
     // The transforms of the ancestors of the node that the walk is at.
     AncestorTransforms& ancestors() { return ancestors_; }
 
-    // Paths that were parsed to measure the document.
+    // The paths that were parsed to measure the document.
     ParsedPaths& parsedPaths() { return parsedPaths_; }
 
     // The y flip is about this height: y' = flipHeight - y. A whole number, truncated from the document's
-    // largest y on purpose: the saver truncates the same way.
+    // largest y on purpose: the saver truncates the same way, a fraction on one side only would move a
+    // drawing in every round trip. ShapeConversion/flip pins it.
     int flipHeight() const { return static_cast<int>(flipHeight_); }
 
     // The root element's "viewBox" text, kept for the item's tags.

@@ -19,7 +19,7 @@ constexpr double kQuarterArc = 0.5522847498307932;
 
 // The frame of every converter: `outline` turns the item into a list of points.
 template <class Item, class Outline>
-bool convert(SVGLoader& loader, const ShapeElement& element, const Item& item, TzTagId type, Closing closing,
+bool convert(SVGLoader& loader, const XmlNode& element, const Item& item, TzTagId type, Closing closing,
              Outline&& outline) {
     if (!item) return false;
     QTransform transform;
@@ -84,13 +84,13 @@ std::vector<QPointF> roundedOutline(const QGraphicsItemRoundedRect& item) {
 
 }  // namespace
 
-bool convertEllipse(SVGLoader& loader, const ShapeElement& element) {
+bool convertEllipse(SVGLoader& loader, const XmlNode& element) {
     if (!loader.meshAvailable()) return false;
     return convert(loader, element, buildEllipseItem(element, loader.lengths()), kTzPolygonBezier,
                    Closing::kFirstVertex, [](const auto& item) { return ellipseOutline(item.rect()); });
 }
 
-bool convertRect(SVGLoader& loader, const ShapeElement& element) {
+bool convertRect(SVGLoader& loader, const XmlNode& element) {
     if (!loader.meshAvailable()) return false;
     const auto item = buildRectItem(element, loader.lengths());
     if (const auto* const rounded = dynamic_cast<const QGraphicsItemRoundedRect*>(item.get())) {
@@ -100,7 +100,7 @@ bool convertRect(SVGLoader& loader, const ShapeElement& element) {
                    [](const auto& plain) { return rectOutline(plain.rect()); });
 }
 
-bool convertLine(SVGLoader& loader, const ShapeElement& element) {
+bool convertLine(SVGLoader& loader, const XmlNode& element) {
     if (!loader.meshAvailable()) return false;
     return convert(loader, element, buildLineItem(element, loader.lengths()), kTzPolygonLine, Closing::kOpen,
                    [](const auto& item) {
@@ -108,7 +108,7 @@ bool convertLine(SVGLoader& loader, const ShapeElement& element) {
                    });
 }
 
-bool convertPolygon(SVGLoader& loader, const ShapeElement& element) {
+bool convertPolygon(SVGLoader& loader, const XmlNode& element) {
     if (!loader.meshAvailable()) return false;
     return convert(loader, element, buildPolygonItem(element), kTzPolygonLine, Closing::kOpen,
                    [](const auto& item) {
@@ -120,10 +120,10 @@ bool convertPolygon(SVGLoader& loader, const ShapeElement& element) {
                    });
 }
 
-bool convertPolyline(SVGLoader& loader, const ShapeElement& element) {
+bool convertPolyline(SVGLoader& loader, const XmlNode& element) {
     if (!loader.meshAvailable()) return false;
     if (!element.has(Attribute::kPoints)) return false;
-    const auto parsed = loader.parsedPaths().take(element.element());
+    const auto parsed = loader.parsedPaths().take(element);
     return convert(loader, element, parsed ? makePathItem(*parsed) : buildPolylineItem(element),
                    kTzPolygonLine, Closing::kOpen, [](const auto& item) {
                        const QPainterPath path = item.path();

@@ -6,10 +6,8 @@
 
 namespace tzsvg {
 
-// Replaces every "switch" by clones of its children, in document order, nested switches included. The clones
-// have no line number (-1): that is how the log shows them. The survey is out of date afterwards. False when
-// a switch has no parent. Linear in the document: however deep switches are nested, what they hold is cloned
-// once and moved once.
-bool flattenSwitches(const DocumentSurvey& survey);
+// Replaces every "switch" by its children, in document order, nested switches included. The survey stays
+// good, but for its switches, which are gone. Linear in the document.
+void flattenSwitches(DocumentSurvey& survey);
 
 }  // namespace tzsvg

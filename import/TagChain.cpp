@@ -5,25 +5,23 @@
 #include "import/PresentationTags.h"
 #include "import/PrimitiveTags.h"
 #include "import/SVGLoader.h"
-#include "import/shape/ShapeItem.h"
 #include "import/text/RoundTripNames.h"
+#include "import/tree/XmlNode.h"
 
 namespace tzsvg {
 namespace {
 
-void writeIdentityTags(SVGLoader& loader, const ShapeElement& element) {
-    if (isShapeElement(element.element()))
-        loader.tagLastPolygon(kTagElementId, element.attribute(Attribute::kId));
+void writeIdentityTags(SVGLoader& loader, const XmlNode& element) {
+    if (element.isShape()) loader.tagLastPolygon(kTagElementId, element.attribute(Attribute::kId));
     loader.tagLastPolygon(kTagTransform, element.attribute(Attribute::kTransform));
 }
 
 }  // namespace
 
-bool writeTagChain(SVGLoader& loader, const ShapeElement& element, const QGraphicsItem& item) {
+bool writeTagChain(SVGLoader& loader, const XmlNode& element, const QGraphicsItem& item) {
     ApplyFillStyleTags(loader, element);
     ApplyStrokeStyleTags(loader, element);
-    if (!writePrimitiveTags(loader, element.element(), item) || !writeGroupTags(loader, element.element()))
-        return false;
+    if (!writePrimitiveTags(loader, element, item) || !writeGroupTags(loader, element)) return false;
     writeIdentityTags(loader, element);
     return true;
 }

@@ -5,11 +5,11 @@
 
 namespace tzsvg {
 
-class ShapeElement;
 class SVGLoader;
+class XmlNode;
 
 // Tags the loader's last polygon: fill, stroke, primitive, groups, then `ELID` and `TRAN`. The first step
 // that answers false ends the chain, and is the answer.
-bool writeTagChain(SVGLoader& loader, const ShapeElement& element, const QGraphicsItem& item);
+bool writeTagChain(SVGLoader& loader, const XmlNode& element, const QGraphicsItem& item);
 
 }  // namespace tzsvg

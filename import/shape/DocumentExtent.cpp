@@ -8,40 +8,33 @@
 
 namespace tzsvg {
 
-bool elementBounds(const QDomNode& node, const LengthContext& lengths, ElementBounds& bounds,
+bool elementBounds(const XmlNode& node, const LengthContext& lengths, ElementBounds& bounds,
                    ParsedPaths* paths) {
     bounds = {};
-    if (!isShapeElement(node)) return true;
-    const ShapeElement element(node.toElement());
-    const auto item = createShapeItem(element, lengths);
+    if (!node.isShape()) return true;
+    const auto item = createShapeItem(node, lengths);
     QTransform transform;
-    if (!item || !elementTransform(element, transform)) return false;
+    if (!item || !elementTransform(node, transform)) return false;
     if (paths && item->type() == QGraphicsPathItem::Type)
         paths->keep(node, static_cast<const QGraphicsPathItem&>(*item).path());
-    const QRectF rect = transform.mapRect(item->boundingRect());
+    // A rectangle of negative size is mapped as it is by a mere move.
+    const QRectF rect = transform.mapRect(item->boundingRect()).normalized();
     bounds = {rect.left(), rect.left() + rect.width(), rect.top(), rect.top() + rect.height()};
     return true;
 }
 
-double elementMaxY(const QDomNode& node, const LengthContext& lengths, bool& ok, ParsedPaths* paths) {
+double elementMaxY(const XmlNode& node, const LengthContext& lengths, bool& ok, ParsedPaths* paths) {
     ElementBounds bounds{};
     ok = elementBounds(node, lengths, bounds, paths);
     return std::max(bounds.minY, bounds.maxY);
 }
 
-double documentMaxY(const QDomNode& root, const LengthContext& lengths, bool& ok, ParsedPaths* paths) {
-    // Depth first without a stack: the largest value does not depend on the order.
+double documentMaxY(const XmlNode& root, const LengthContext& lengths, bool& ok, ParsedPaths* paths) {
     double largest = 0.0;
     ok = true;
-    for (QDomNode node = root.firstChild(); !node.isNull();) {
-        largest = std::max(largest, elementMaxY(node, lengths, ok, paths));
-        if (!ok) return largest;
-        QDomNode next = node.firstChild();
-        while (next.isNull() && node != root) {
-            next = node.nextSibling();
-            if (next.isNull()) node = node.parentNode();
-        }
-        node = next;
+    // In document order, as good as any: the largest value does not depend on it.
+    for (const XmlNode* node = root.nextBelow(root); node && ok; node = node->nextBelow(root)) {
+        largest = std::max(largest, elementMaxY(*node, lengths, ok, paths));
     }
     return largest;
 }

@@ -2,10 +2,9 @@
 // flips the y axis.
 #pragma once
 
-#include <QDomNode>
-
 #include "import/shape/ParsedPaths.h"
 #include "import/text/Length.h"
+#include "import/tree/XmlNode.h"
 
 namespace tzsvg {
 
@@ -18,17 +17,16 @@ struct ElementBounds {
 // a trailing move count. Zero bounds for a node that is no shape element. False, with zero bounds, when the
 // shape item cannot be built or the transform does not parse. May be infinite or not numbers where lengths
 // are.
-bool elementBounds(const QDomNode& node, const LengthContext& lengths, ElementBounds& bounds,
+bool elementBounds(const XmlNode& node, const LengthContext& lengths, ElementBounds& bounds,
                    ParsedPaths* paths = nullptr);
 
 // The larger of the bounds' y; 0.0 when there are none. `ok` tells whether the bounds could be had.
-double elementMaxY(const QDomNode& node, const LengthContext& lengths, bool& ok,
-                   ParsedPaths* paths = nullptr);
+double elementMaxY(const XmlNode& node, const LengthContext& lengths, bool& ok, ParsedPaths* paths = nullptr);
 
 // The largest y of all shape elements below a node, at least 0.0; descends into every element, definitions
 // too. `ok` is false when the bounds of one fail. May be infinite. `paths`, when given, receives the paths
 // parsed.
-double documentMaxY(const QDomNode& root, const LengthContext& lengths, bool& ok,
+double documentMaxY(const XmlNode& root, const LengthContext& lengths, bool& ok,
                     ParsedPaths* paths = nullptr);
 
 }  // namespace tzsvg

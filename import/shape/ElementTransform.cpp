@@ -1,44 +1,30 @@
 // See the header. Used by the converters and the measuring of the document.
 #include "import/shape/ElementTransform.h"
 
-#include <QDomElement>
-
 #include "import/text/TransformList.h"
 
 namespace tzsvg {
-namespace {
 
-bool readTransform(const QString& text, QTransform& transform) {
+bool elementTransform(const XmlNode& node, QTransform& transform) {
+    transform.reset();
+    const QStringView text = node.attribute(Attribute::kTransform);
     return text.isEmpty() || parseTransformList(text, transform);
 }
 
-}  // namespace
-
-bool elementTransform(const QDomNode& node, QTransform& transform) {
-    transform.reset();
-    return !node.isElement() ||
-           readTransform(node.toElement().attribute(nameOf(Attribute::kTransform)), transform);
-}
-
-bool elementTransform(const ShapeElement& element, QTransform& transform) {
-    transform.reset();
-    return readTransform(element.attribute(Attribute::kTransform), transform);
-}
-
-bool accumulatedTransform(const QDomNode& node, QTransform& transform) {
+bool accumulatedTransform(const XmlNode& node, QTransform& transform) {
     if (!elementTransform(node, transform)) return false;
-    for (QDomNode ancestor = node.parentNode(); !ancestor.isNull(); ancestor = ancestor.parentNode()) {
+    for (const XmlNode* ancestor = node.parent(); ancestor; ancestor = ancestor->parent()) {
         QTransform own;
-        if (!elementTransform(ancestor, own)) {
+        if (!elementTransform(*ancestor, own)) {
             transform.reset();
             return false;
         }
-        if (own.type() != QTransform::TxNone) transform *= own;
+        if (own.type() != QTransform::TxNone) transform = transform * own;
     }
     return true;
 }
 
-void AncestorTransforms::push(const QDomNode& node) {
+void AncestorTransforms::push(const XmlNode& node) {
     Level level{{}, true, 0};
     level.parsed = elementTransform(node, level.own);
     if (!levels_.empty()) {
@@ -56,7 +42,7 @@ bool AncestorTransforms::addAncestors(QTransform& transform) const {
             transform.reset();
             return false;
         }
-        if (level.own.type() != QTransform::TxNone) transform *= level.own;
+        if (level.own.type() != QTransform::TxNone) transform = transform * level.own;
     }
     return true;
 }

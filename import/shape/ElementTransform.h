@@ -1,37 +1,32 @@
 // The transform of an element: its own, and with all its ancestors'.
 #pragma once
 
-#include <QDomNode>
 #include <QTransform>
 #include <vector>
 
-#include "import/shape/ShapeElement.h"
+#include "import/tree/XmlNode.h"
 
 namespace tzsvg {
 
 // The element's own "transform"; the identity for other nodes and when it is absent or empty. False, with
 // the identity, when it does not parse.
-bool elementTransform(const QDomNode& node, QTransform& transform);
-bool elementTransform(const ShapeElement& element, QTransform& transform);
+bool elementTransform(const XmlNode& node, QTransform& transform);
 
 // The transform from the element's user coordinates to the document's: its own first, then its parent's, and
 // so on up to the root. False, with the identity, when one of them does not parse.
-bool accumulatedTransform(const QDomNode& node, QTransform& transform);
+bool accumulatedTransform(const XmlNode& node, QTransform& transform);
 
 // The same for a walk that knows where it is: each ancestor's attribute is parsed once, not once for every
 // shape below it. The products are formed in the same order, so the results are equal to the last bit.
 class AncestorTransforms {
   public:
     // The walk goes down from this node, or comes back up to it.
-    void push(const QDomNode& node);
+    void push(const XmlNode& node);
     void pop() { levels_.pop_back(); }
 
     // As accumulatedTransform() for a child of the node pushed last.
-    bool accumulated(const QDomNode& node, QTransform& transform) const {
+    bool accumulated(const XmlNode& node, QTransform& transform) const {
         return elementTransform(node, transform) && addAncestors(transform);
-    }
-    bool accumulated(const ShapeElement& element, QTransform& transform) const {
-        return elementTransform(element, transform) && addAncestors(transform);
     }
 
   private:

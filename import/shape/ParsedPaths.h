@@ -1,35 +1,36 @@
 // The paths that the measuring of the document has parsed, kept for the walk, which needs them again: path
-// data is most of what a drawing of paths consists of. Filled by documentMaxY(), emptied by the path
-// converter.
+// data is most of what a drawing of paths consists of. Filled by documentMaxY(), emptied by the converters.
 #pragma once
 
-#include <QDomNode>
 #include <QPainterPath>
 #include <optional>
-#include <unordered_map>
-
-#include "import/shape/NodeIdentity.h"
+#include <utility>
+#include <vector>
 
 namespace tzsvg {
 
+class XmlNode;
+
 class ParsedPaths {
   public:
-    void keep(const QDomNode& node, const QPainterPath& path) { paths_.emplace(identityOf(node), path); }
+    // Paths come in document order.
+    void keep(const XmlNode& node, QPainterPath path) { paths_.emplace_back(&node, std::move(path)); }
 
-    // The path of a node, which is not kept any longer; nothing when it was not parsed, or not as this node.
-    std::optional<QPainterPath> take(const QDomNode& node) {
-        const auto found = paths_.find(identityOf(node));
-        if (found == paths_.end()) return std::nullopt;
-        QPainterPath path = std::move(found->second);
-        paths_.erase(found);
-        return path;
+    // The path of a node, which is not kept any longer; nothing when it was not parsed. Nodes come in
+    // document order, too: what stands before this one is passed over.
+    std::optional<QPainterPath> take(const XmlNode& node) {
+        while (next_ < paths_.size()) {
+            auto& [owner, path] = paths_[next_++];
+            if (owner == &node) return std::exchange(path, {});
+        }
+        return std::nullopt;
     }
 
-    // Identities are good as long as the nodes live: whoever takes nodes out of the document clears this.
     void clear() { *this = ParsedPaths(); }
 
   private:
-    std::unordered_map<NodeIdentity, QPainterPath> paths_;
+    std::vector<std::pair<const XmlNode*, QPainterPath>> paths_;
+    size_t next_ = 0;
 };
 
 }  // namespace tzsvg

@@ -4,7 +4,6 @@
 #include <QPen>
 #include <algorithm>
 
-#include "import/shape/ShapeNames.h"
 #include "import/text/PathData.h"
 #include "import/text/PathPoint.h"
 #include "import/text/PointList.h"
@@ -25,8 +24,7 @@ std::unique_ptr<Item> makeItem(Arguments&&... arguments) {
 // Reads lengths of one element.
 class Lengths {
   public:
-    Lengths(const ShapeElement& element, const LengthContext& context)
-        : element_(element), context_(context) {}
+    Lengths(const XmlNode& element, const LengthContext& context) : element_(element), context_(context) {}
 
     double horizontal(Attribute name) const { return read(name, Axis::kHorizontal); }
     double vertical(Attribute name) const { return read(name, Axis::kVertical); }
@@ -36,12 +34,12 @@ class Lengths {
         return parseLength(element_.attribute(name), axis, context_);
     }
 
-    const ShapeElement& element_;
+    const XmlNode& element_;
     const LengthContext& context_;
 };
 
 // Reads "points"; false when it is absent or malformed.
-bool pointsOf(const ShapeElement& element, QVector<QPointF>& points) {
+bool pointsOf(const XmlNode& element, QVector<QPointF>& points) {
     return element.has(Attribute::kPoints) && readPointList(element.attribute(Attribute::kPoints), points);
 }
 
@@ -60,40 +58,35 @@ std::unique_ptr<QGraphicsPathItem> makePathItem(const QPainterPath& path) {
     return item;
 }
 
-bool isShapeElement(const QDomNode& node) {
-    if (!node.isElement()) return false;
-    const ShapeNames& n = shapeNames();
-    const QString name = node.nodeName();
-    return name == n.rect || name == n.path || name == n.circle || name == n.ellipse || name == n.line ||
-           name == n.polygon || name == n.polyline;
+std::unique_ptr<QGraphicsItem> createShapeItem(const XmlNode& node, const LengthContext& lengths) {
+    if (!node.isElement()) return nullptr;
+    const Element name = node.element();
+    switch (name == Element::kOther ? elementNamed(node.name().toCaseFolded()) : name) {
+        case Element::kCircle:
+        case Element::kEllipse:
+            return buildEllipseItem(node, lengths);
+        case Element::kLine:
+            return buildLineItem(node, lengths);
+        case Element::kPath:
+            return buildPathItem(node);
+        case Element::kPolygon:
+            return buildPolygonItem(node);
+        case Element::kPolyline:
+            return buildPolylineItem(node);
+        case Element::kRect:
+            return buildRectItem(node, lengths);
+        default:
+            return nullptr;
+    }
 }
 
-std::unique_ptr<QGraphicsItem> createShapeItem(const QDomNode& node, const LengthContext& lengths) {
-    return node.isElement() ? createShapeItem(ShapeElement(node.toElement()), lengths) : nullptr;
-}
-
-std::unique_ptr<QGraphicsItem> createShapeItem(const ShapeElement& element, const LengthContext& lengths) {
-    const ShapeNames& n = shapeNames();
-    const QString name = element.element().tagName();
-    const auto named = [&](const QString& kind) {
-        return name.size() == kind.size() && QString::compare(name, kind, Qt::CaseInsensitive) == 0;
-    };
-    if (named(n.circle) || named(n.ellipse)) return buildEllipseItem(element, lengths);
-    if (named(n.line)) return buildLineItem(element, lengths);
-    if (named(n.path)) return buildPathItem(element);
-    if (named(n.polygon)) return buildPolygonItem(element);
-    if (named(n.polyline)) return buildPolylineItem(element);
-    if (named(n.rect)) return buildRectItem(element, lengths);
-    return nullptr;
-}
-
-std::unique_ptr<QGraphicsEllipseItem> buildEllipseItem(const ShapeElement& element,
-                                                       const LengthContext& lengths) {
+std::unique_ptr<QGraphicsEllipseItem> buildEllipseItem(const XmlNode& element, const LengthContext& lengths) {
     const Lengths read(element, lengths);
     const double cx = read.horizontal(Attribute::kCx);
     const double cy = read.vertical(Attribute::kCy);
     // "r" sets both radii whatever the element's name, and "rx" and "ry" then replace one each: a circle with
-    // "rx" is an ellipse. Meant so; ShapeItem/ellipse pins it.
+    // "rx" is an ellipse. Meant so: the tags of stored scenes tell the radii in this way; ShapeItem/ellipse
+    // pins it.
     double rx = read.horizontal(Attribute::kR);
     double ry = rx;
     if (element.has(Attribute::kRx)) rx = read.horizontal(Attribute::kRx);
@@ -101,31 +94,31 @@ std::unique_ptr<QGraphicsEllipseItem> buildEllipseItem(const ShapeElement& eleme
     return makeItem<QGraphicsEllipseItem>(cx - rx, cy - ry, 2 * rx, 2 * ry);
 }
 
-std::unique_ptr<QGraphicsLineItem> buildLineItem(const ShapeElement& element, const LengthContext& lengths) {
+std::unique_ptr<QGraphicsLineItem> buildLineItem(const XmlNode& element, const LengthContext& lengths) {
     const Lengths read(element, lengths);
     return makeItem<QGraphicsLineItem>(read.horizontal(Attribute::kX1), read.vertical(Attribute::kY1),
                                        read.horizontal(Attribute::kX2), read.vertical(Attribute::kY2));
 }
 
-std::unique_ptr<QGraphicsRectItem> buildRectItem(const ShapeElement& element, const LengthContext& lengths) {
+std::unique_ptr<QGraphicsRectItem> buildRectItem(const XmlNode& element, const LengthContext& lengths) {
     const Lengths read(element, lengths);
     const QRectF rect(read.horizontal(Attribute::kX), read.vertical(Attribute::kY),
                       read.horizontal(Attribute::kWidth), read.vertical(Attribute::kHeight));
     if (!element.has(Attribute::kRx) && !element.has(Attribute::kRy))
         return makeItem<QGraphicsRectItem>(rect);
-    // A radius that is absent stays 0, it is not copied from the other; neither is clamped. Meant so;
-    // ShapeItem/roundedRect pins it.
+    // A radius that is absent stays 0, it is not copied from the other; neither is clamped. Meant so, stored
+    // scenes tell both as they were written; ShapeItem/roundedRect pins it.
     return makeItem<QGraphicsItemRoundedRect>(rect, read.horizontal(Attribute::kRx),
                                               read.vertical(Attribute::kRy));
 }
 
-std::unique_ptr<QGraphicsPolygonItem> buildPolygonItem(const ShapeElement& element) {
+std::unique_ptr<QGraphicsPolygonItem> buildPolygonItem(const XmlNode& element) {
     QVector<QPointF> points;
     if (!pointsOf(element, points) || points.isEmpty()) return nullptr;
     return makeItem<QGraphicsPolygonItem>(QPolygonF(points));
 }
 
-std::unique_ptr<QGraphicsPathItem> buildPolylineItem(const ShapeElement& element) {
+std::unique_ptr<QGraphicsPathItem> buildPolylineItem(const XmlNode& element) {
     QVector<QPointF> points;
     if (!pointsOf(element, points)) return nullptr;
     if (!std::all_of(points.cbegin(), points.cend(), fitsPainterPath)) return nullptr;
@@ -135,7 +128,7 @@ std::unique_ptr<QGraphicsPathItem> buildPolylineItem(const ShapeElement& element
     return makePathItem(path);
 }
 
-std::unique_ptr<QGraphicsPathItem> buildPathItem(const ShapeElement& element) {
+std::unique_ptr<QGraphicsPathItem> buildPathItem(const XmlNode& element) {
     if (!element.has(Attribute::kData)) return nullptr;
     QPainterPath path;
     if (!parsePathData(element.attribute(Attribute::kData), path)) return nullptr;

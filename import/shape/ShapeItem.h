@@ -3,7 +3,6 @@
 // graphics scene.
 #pragma once
 
-#include <QDomNode>
 #include <QGraphicsEllipseItem>
 #include <QGraphicsLineItem>
 #include <QGraphicsPathItem>
@@ -12,30 +11,25 @@
 #include <memory>
 
 #include "import/shape/RoundedRectItem.h"
-#include "import/shape/ShapeElement.h"
 #include "import/text/Length.h"
+#include "import/tree/XmlNode.h"
 
 namespace tzsvg {
 
-// True for an element named exactly "circle", "ellipse", "line", "path", "polygon", "polyline" or "rect".
-bool isShapeElement(const QDomNode& node);
-
 // The item of a shape element, or none: for other nodes and elements, and when its builder gives none.
-// Letter case of the name does not matter here, though it does in isShapeElement(); meant so.
-// ShapeItem/nameCase pins both.
-std::unique_ptr<QGraphicsItem> createShapeItem(const QDomNode& node, const LengthContext& lengths);
-std::unique_ptr<QGraphicsItem> createShapeItem(const ShapeElement& element, const LengthContext& lengths);
+// Letter case of the name does not matter here, though it does in XmlNode::isShape(); meant so:
+// the builders serve any caller, only the exact names are imported. ShapeItem/nameCase pins both.
+std::unique_ptr<QGraphicsItem> createShapeItem(const XmlNode& node, const LengthContext& lengths);
 
 // One builder an element kind. Absent attributes count as 0, malformed ones too; nothing is checked for its
 // sign or size. None when the points or path data do not read.
-std::unique_ptr<QGraphicsEllipseItem> buildEllipseItem(const ShapeElement& element,
-                                                       const LengthContext& lengths);
-std::unique_ptr<QGraphicsLineItem> buildLineItem(const ShapeElement& element, const LengthContext& lengths);
+std::unique_ptr<QGraphicsEllipseItem> buildEllipseItem(const XmlNode& element, const LengthContext& lengths);
+std::unique_ptr<QGraphicsLineItem> buildLineItem(const XmlNode& element, const LengthContext& lengths);
 // A QGraphicsItemRoundedRect when "rx" or "ry" is present.
-std::unique_ptr<QGraphicsRectItem> buildRectItem(const ShapeElement& element, const LengthContext& lengths);
-std::unique_ptr<QGraphicsPolygonItem> buildPolygonItem(const ShapeElement& element);
-std::unique_ptr<QGraphicsPathItem> buildPolylineItem(const ShapeElement& element);
-std::unique_ptr<QGraphicsPathItem> buildPathItem(const ShapeElement& element);
+std::unique_ptr<QGraphicsRectItem> buildRectItem(const XmlNode& element, const LengthContext& lengths);
+std::unique_ptr<QGraphicsPolygonItem> buildPolygonItem(const XmlNode& element);
+std::unique_ptr<QGraphicsPathItem> buildPolylineItem(const XmlNode& element);
+std::unique_ptr<QGraphicsPathItem> buildPathItem(const XmlNode& element);
 
 // The item of a path or polyline that was parsed before.
 std::unique_ptr<QGraphicsPathItem> makePathItem(const QPainterPath& path);

@@ -21,7 +21,7 @@ struct Arc {
 //
 // The conversion from end points to a centre follows the implementation notes of SVG 1.1 (F.6.5, F.6.6),
 // carried out on the unit circle; trigonometry and roots are in single precision, which is part of the
-// design: imported points are compared with those of earlier imports.
+// design: imported points are compared with those of earlier imports. PathData/arcInSinglePrecision pins it.
 bool appendArc(const QPointF& start, const Arc& arc, QPainterPath& path);
 
 }  // namespace tzsvg

@@ -35,7 +35,7 @@ void LengthContext::setPercentReferences(double width, double height) {
     verticalPercent_ = height * 0.01;
 }
 
-void LengthContext::setPercentReferencesFromViewBox(const QString& viewBox) {
+void LengthContext::setPercentReferencesFromViewBox(QStringView viewBox) {
     float x = 0;
     float y = 0;
     float width = 0;
@@ -51,8 +51,8 @@ double convertUnit(QStringView number, Unit unit, Axis axis, const LengthContext
     return toDouble(number) * static_cast<double>(context.scale()) * factor;
 }
 
-double parseLength(const QString& text, Axis axis, const LengthContext& context) {
-    const QStringView trimmed = QStringView(text).trimmed();
+double parseLength(QStringView text, Axis axis, const LengthContext& context) {
+    const QStringView trimmed = text.trimmed();
     if (trimmed.isEmpty()) return 0.0;
     const QChar last = trimmed.back();
     if (last.isDigit()) return toDouble(trimmed) * static_cast<double>(context.scale());

@@ -29,7 +29,7 @@ class LengthContext {
 
     // Takes the extent from a view box "min-x min-y width height" with blanks between; text that does not
     // read as four numbers changes nothing.
-    void setPercentReferencesFromViewBox(const QString& viewBox);
+    void setPercentReferencesFromViewBox(QStringView viewBox);
 
   private:
     float scale_ = 1.0F;
@@ -39,7 +39,7 @@ class LengthContext {
 
 // Reads a length. Never fails: what cannot be read is 0.0. Absolute units come out in metres, "px", "em",
 // "ex" and plain numbers in user units. May be infinite or not a number for text such as "1e999" or "nanpx".
-double parseLength(const QString& text, Axis axis, const LengthContext& context);
+double parseLength(QStringView text, Axis axis, const LengthContext& context);
 
 // The value of a number text in a unit; 0.0 for a unit code of 9 or more.
 double convertUnit(QStringView number, Unit unit, Axis axis, const LengthContext& context);

@@ -79,7 +79,8 @@ class PathReader {
             case u'Z':
             case u'z':
                 // "z" leaves the current point where it was: a relative command after it starts at the last
-                // point drawn, not at the sub-path's start. Meant so; PathData/relativeAfterClose pins it.
+                // point drawn, not at the sub-path's start. Meant so, stored scenes have their later
+                // sub-paths there; PathData/relativeAfterClose pins it.
                 path_.closeSubpath();
                 return true;
             default:
@@ -178,7 +179,9 @@ class PathReader {
         QPointF end;
         if (!point(origin, end)) return false;
         // What the painter path makes of it, a cubic, has to fit too.
-        if (!fitsPainterPath(current_ + 2 * control) || !fitsPainterPath(end + 2 * control)) return false;
+        if (!fitsPainterPath((path_.currentPosition() + 2 * control) / 3) ||
+            !fitsPainterPath((end + 2 * control) / 3))
+            return false;
         path_.quadTo(control, end);
         lastControl_ = control;
         current_ = end;
@@ -206,9 +209,9 @@ class PathReader {
 
 }  // namespace
 
-bool parsePathData(const QString& text, QPainterPath& path) {
+bool parsePathData(QStringView text, QPainterPath& path) {
     path = {};
-    QString blanks = text;
+    QString blanks = text.toString();
     blanks.replace(u',', u' ');  // commas are pure separators
     if (PathReader(blanks, path).read()) return true;
     path = {};

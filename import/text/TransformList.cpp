@@ -88,7 +88,8 @@ bool parseArgumentList(QStringView text, qsizetype& position, int required, int 
     skipWhiteSpace(text, position);
     if (position >= text.size()) return fail();
     // Without optional numbers one character is consumed, whatever it is: matrix(1 0 0 1 0 0 7) takes the 7
-    // for the end and then fails on ")". Meant so; TransformList/surplusArgument pins it.
+    // for the end and then fails on ")". Meant so: what was refused stays refused, it would move drawings
+    // otherwise. TransformList/surplusArgument pins it.
     if (isNext(u')') || optional == 0) {
         ++position;
         return true;
@@ -104,13 +105,14 @@ bool parseArgumentList(QStringView text, qsizetype& position, int required, int 
     return fail();
 }
 
-bool parseTransformList(const QString& text, QTransform& transform) {
+bool parseTransformList(QStringView text, QTransform& transform) {
     transform.reset();
-    QString blanks = text;
+    QString blanks = text.toString();
     blanks.replace(u',', u' ');  // commas act exactly like white space, anywhere
     std::vector<QTransform> functions;
     if (!parseFunctions(blanks, functions)) return false;
-    for (auto function = functions.rbegin(); function != functions.rend(); ++function) transform *= *function;
+    for (auto function = functions.rbegin(); function != functions.rend(); ++function)
+        transform = transform * *function;
     return true;
 }
 

@@ -4,7 +4,6 @@
 #include <QGraphicsEllipseItem>
 #include <QTextStream>
 #include <cstring>
-#include <memory>
 #include <random>
 
 #include "import/Captures.h"
@@ -12,19 +11,17 @@
 #include "import/Recognition.h"
 #include "import/SwitchFlattening.h"
 #include "import/shape/ShapeItem.h"
+#include "import/tree/DomForm.h"
+#include "tests/tree/ParsedDocument.h"
 
 namespace tzsvg {
 namespace {
 
 // A document with what the captures read from it. Attribute order is the toolkit's: cases use one attribute
 // where the text is compared whole.
-struct Parsed {
-    explicit Parsed(const char* xml) {
-        EXPECT_TRUE(document.setContent(QString::fromUtf8(xml), false)) << xml;
-        survey = std::make_unique<DocumentSurvey>(document);
-    }
-    QDomDocument document;
-    std::unique_ptr<DocumentSurvey> survey;
+struct Parsed : ParsedDocument {
+    explicit Parsed(const char* xml) : ParsedDocument(xml), survey(document.top()) {}
+    DocumentSurvey survey;
 };
 
 std::string text(const QString& string) {
@@ -55,7 +52,7 @@ TEST(Definitions, whatGoesIn) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.xml);
         const Parsed parsed(row.xml);
-        const std::string definitions = text(captureDefinitions(*parsed.survey, 1 << 20));
+        const std::string definitions = text(captureDefinitions(parsed.survey, 1 << 20));
         if (row.definitions) {
             EXPECT_EQ(definitions, row.definitions);
         } else {
@@ -64,7 +61,7 @@ TEST(Definitions, whatGoesIn) {
                 EXPECT_NE(definitions.find(part), std::string::npos) << part;
             }
         }
-        EXPECT_EQ(text(captureClipPaths(*parsed.survey, 1 << 20)), row.clipPaths);
+        EXPECT_EQ(text(captureClipPaths(parsed.survey, 1 << 20)), row.clipPaths);
     }
     EXPECT_EQ(text(withoutLineBreaks(QStringLiteral("a\n\t\rb&#xa;&#xA;&#xd;&#xD;&#x9;c&#x0A;&#XA;&#10;"))),
               "abc&#x0A;&#XA;&#10;");
@@ -97,7 +94,7 @@ TEST(Groups, records) {
         const Parsed parsed(row.xml);
         GroupTable table;
         QString records;
-        EXPECT_EQ(captureGroups(*parsed.survey, table, records), row.captured);
+        EXPECT_EQ(captureGroups(parsed.survey, table, records), row.captured);
         if (row.records) {
             EXPECT_EQ(text(records), row.records);
         }
@@ -110,7 +107,7 @@ TEST(GroupTags, unnamedGroups) {
         "<g id='d'><a><g id='e'><i5/></g></a></g><i6/></svg>");
     // Out of the document's order too: what was asked before must not show.
     GroupTable table;
-    for (const QDomElement& group : parsed.survey->groups) table.record(group);
+    for (const XmlNode* const group : parsed.survey.groups) table.record(*group);
     struct Row {
         const char* shape;
         const char *number, *name, *chain;
@@ -122,14 +119,13 @@ TEST(GroupTags, unnamedGroups) {
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.shape);
-        const QDomNode shape = parsed.document.elementsByTagName(QLatin1String(row.shape)).at(0);
-        const GroupTexts* const texts = table.textsOf(shape.parentNode());
+        const GroupTexts* const texts = table.textsOf(*parsed.named(row.shape).parent());
         ASSERT_NE(texts, nullptr);
         EXPECT_EQ(texts->number, row.number);
         EXPECT_EQ(texts->name, row.name);
         EXPECT_EQ(texts->chain, row.chain);
     }
-    EXPECT_EQ(table.textsOf(parsed.document.documentElement()), nullptr) << "the root is no group";
+    EXPECT_EQ(table.textsOf(parsed.root()), nullptr) << "the root is no group";
 }
 
 TEST(Doctype, text) {
@@ -170,29 +166,30 @@ TEST(Doctype, text) {
 
 TEST(Root, withoutGeometryAndChildren) {
     const Parsed parsed("<svg x='1' y='2' width='3' height='4' viewBox='0 0 1 1' version='1.1'><g/></svg>");
-    EXPECT_EQ(text(captureRoot(parsed.survey->roots.front()).trimmed()), "<svg version=\"1.1\"/>");
-    EXPECT_TRUE(parsed.survey->roots.front().hasAttribute(QStringLiteral("width")))
-        << "the document keeps its own";
+    EXPECT_EQ(text(captureRoot(parsed.root()).trimmed()), "<svg version=\"1.1\"/>");
+    EXPECT_TRUE(parsed.root().has(Attribute::kWidth)) << "the document keeps its own";
 }
 
 TEST(IllustratorData, unchanged) {
     const Parsed parsed(
         "<svg><i:pgf id='adobe_illustrator_pgf'>a\nb</i:pgf><i:pgf id='x'/><i:pgf/><g><i:pgf "
         "id='adobe_illustrator_pgf'/></g></svg>");
-    EXPECT_EQ(text(captureIllustratorData(*parsed.survey)),
+    EXPECT_EQ(text(captureIllustratorData(parsed.survey)),
               "<i:pgf id=\"adobe_illustrator_pgf\">a\nb</i:pgf>\n<i:pgf id=\"adobe_illustrator_pgf\"/>\n");
 }
 
 TEST(SwitchFlattening, everyAlternativeInOrder) {
-    const Parsed parsed(
+    Parsed parsed(
         "<svg><a/><switch><b/><switch><c><switch><d/></switch></c></switch><e/></switch><f/><switch/></svg>");
-    ASSERT_TRUE(flattenSwitches(*parsed.survey));
-    EXPECT_EQ(text(parsed.document.toString(-1)), "<svg><a/><b/><c><d/></c><e/><f/></svg>");
-    const auto line = [&](const char* name) {
-        return parsed.document.elementsByTagName(QLatin1String(name)).at(0).lineNumber();
-    };
+    flattenSwitches(parsed.survey);
+    QString flat;
+    QTextStream stream(&flat);
+    DomForms().save(stream, parsed.root());
+    stream.flush();
+    EXPECT_EQ(text(withoutLineBreaks(flat)), "<svg><a/><b/><c><d/></c><e/><f/></svg>");
+    const auto line = [&](const char* name) { return parsed.named(name).line(); };
     EXPECT_EQ(line("a"), 1);
-    EXPECT_EQ(line("b"), -1) << "a clone has no line";
+    EXPECT_EQ(line("b"), -1) << "a copy has no line";
     EXPECT_EQ(line("d"), -1);
 }
 
@@ -218,11 +215,11 @@ TEST(PrimitiveTags, texts) {
     const LengthContext lengths;
     for (const Row& row : rows) {
         SCOPED_TRACE(row.xml);
-        const QDomElement element = Parsed(row.xml).document.documentElement();
-        EXPECT_EQ(text(primitiveText(element.tagName(), *createShapeItem(element, lengths))), row.primitive);
+        const Parsed parsed(row.xml);
+        EXPECT_EQ(primitiveText(parsed.root(), *createShapeItem(parsed.root(), lengths)), row.primitive);
     }
     QGraphicsEllipseItem ellipse;
-    EXPECT_TRUE(primitiveText(QStringLiteral("rect"), ellipse).isEmpty()) << "not the element's item";
+    EXPECT_TRUE(primitiveText(Parsed("<rect/>").root(), ellipse).empty()) << "not the element's item";
 }
 
 TEST(PrimitiveTags, numbersAsStreamed) {

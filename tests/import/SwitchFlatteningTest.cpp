@@ -9,6 +9,9 @@
 #include <random>
 #include <string>
 
+#include "import/tree/DomForm.h"
+#include "import/tree/XmlDocument.h"
+
 namespace tzsvg {
 namespace {
 
@@ -44,23 +47,38 @@ std::string randomTree(unsigned seed) {
 
 QDomDocument parsed(const std::string& xml) {
     QDomDocument document;
-    EXPECT_TRUE(document.setContent(QString::fromStdString(xml), false)) << xml;
+    EXPECT_TRUE(parseXml(QString::fromStdString(xml), document)) << xml;
     return document;
+}
+
+std::string describedNode(const QString& name, const QString& id, int line) {
+    return name.toStdString() + '#' + id.toStdString() + '@' + std::to_string(line);
 }
 
 // Every node below one: kind, name, id, line.
 void describe(const QDomNode& parent, std::string& text) {
     text += '(';
     for (QDomNode node = parent.firstChild(); !node.isNull(); node = node.nextSibling()) {
-        text += node.nodeName().toStdString() + '#' +
-                node.toElement().attribute(QStringLiteral("id")).toStdString() + '@' +
-                std::to_string(node.lineNumber());
+        text += describedNode(node.nodeName(), node.toElement().attribute(QStringLiteral("id")),
+                              node.lineNumber());
         describe(node, text);
     }
     text += ')';
 }
 
-std::string described(const QDomDocument& document) {
+void describe(const XmlNode& parent, std::string& text) {
+    text += '(';
+    for (const XmlNode* node = parent.firstChild(); node; node = node->nextSibling()) {
+        EXPECT_EQ(node->parent(), &parent);
+        EXPECT_EQ(node->nextSibling() == nullptr, node == parent.lastChild());
+        text += describedNode(node->name(), node->attribute(Attribute::kId).toString(), node->line());
+        describe(*node, text);
+    }
+    text += ')';
+}
+
+template <class Node>
+std::string described(const Node& document) {
     std::string text;
     describe(document, text);
     return text;
@@ -87,11 +105,13 @@ TEST(SwitchFlattening, equalsOneByOne) {
         const std::string xml = randomTree(seed);
         QDomDocument expected = parsed(xml);
         flattenOneByOne(expected);
-        const QDomDocument document = parsed(xml);
-        const DocumentSurvey survey(document);
+        XmlDocument document;
+        ASSERT_TRUE(document.read(QString::fromStdString(xml)));
+        DocumentSurvey survey(document.top());
         flattened += survey.switches.size();
-        ASSERT_TRUE(flattenSwitches(survey));
-        ASSERT_EQ(described(document), described(expected)) << xml;
+        flattenSwitches(survey);
+        ASSERT_EQ(described(document.top()), described(expected)) << xml;
+        EXPECT_TRUE(survey.switches.empty());
     }
     EXPECT_GT(flattened, 1000U) << "the trees hold enough to flatten";
 }
@@ -100,9 +120,11 @@ TEST(DocumentSurvey, equalsLookUpByName) {
     for (unsigned seed = 0; seed < 100; ++seed) {
         const std::string xml = randomTree(seed);
         SCOPED_TRACE(xml);
-        const QDomDocument document = parsed(xml);
-        const DocumentSurvey survey(document);
-        const std::pair<const char*, const std::vector<QDomElement>*> lists[] = {
+        const QDomDocument theToolkits = parsed(xml);
+        XmlDocument document;
+        ASSERT_TRUE(document.read(QString::fromStdString(xml)));
+        const DocumentSurvey survey(document.top());
+        const std::pair<const char*, const DocumentSurvey::List*> lists[] = {
             {"svg", &survey.roots},
             {"switch", &survey.switches},
             {"g", &survey.groups},
@@ -114,16 +136,19 @@ TEST(DocumentSurvey, equalsLookUpByName) {
             {"i:pgf", &survey.privateData},
         };
         for (const auto& [name, list] : lists) {
-            const QDomNodeList expected = document.elementsByTagName(QLatin1String(name));
+            const QDomNodeList expected = theToolkits.elementsByTagName(QLatin1String(name));
             ASSERT_EQ(list->size(), static_cast<size_t>(expected.size())) << name;
             for (int i = 0; i < expected.size(); ++i) {
-                EXPECT_EQ((*list)[static_cast<size_t>(i)], expected.item(i)) << name << ' ' << i;
+                const QDomElement element = expected.item(i).toElement();
+                EXPECT_EQ((*list)[static_cast<size_t>(i)]->attribute(Attribute::kId).toString(),
+                          element.attribute(QStringLiteral("id")))
+                    << name << ' ' << i;
             }
         }
-        const std::string nodes = described(document);
+        const std::string nodes = described(document.top());
         EXPECT_EQ(survey.nodeCount, static_cast<size_t>(std::count(nodes.begin(), nodes.end(), '@')));
     }
-    EXPECT_EQ(DocumentSurvey(QDomDocument()).nodeCount, 0U);
+    EXPECT_EQ(DocumentSurvey(XmlDocument().top()).nodeCount, 0U);
 }
 
 }  // namespace

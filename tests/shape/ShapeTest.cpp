@@ -1,24 +1,13 @@
 // Shape items, element transforms and the extent of documents, from XML snippets.
 #include <gtest/gtest.h>
 
-#include <QDomDocument>
-
 #include "import/shape/DocumentExtent.h"
 #include "import/shape/ElementTransform.h"
 #include "import/shape/ShapeItem.h"
+#include "tests/tree/ParsedDocument.h"
 
 namespace tzsvg {
 namespace {
-
-QDomDocument parse(const QString& xml) {
-    QDomDocument document;
-    EXPECT_TRUE(document.setContent(xml, false)) << xml.toStdString();
-    return document;
-}
-
-QDomElement element(const char* xml) {
-    return parse(QString::fromUtf8(xml)).documentElement();
-}
 
 std::string rectText(const QRectF& r) {
     return QStringLiteral("%1 %2 %3 %4").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height()).toStdString();
@@ -69,19 +58,20 @@ TEST(ShapeItem, boundsTellTheGeometry) {
     const LengthContext lengths;
     for (const Row& row : rows) {
         SCOPED_TRACE(row.xml);
-        const auto item = createShapeItem(element(row.xml), lengths);
+        const auto item = createShapeItem(ParsedDocument(row.xml).root(), lengths);
         ASSERT_EQ(item != nullptr, row.bounds != nullptr);
         if (item) {
             EXPECT_EQ(rectText(item->boundingRect()), row.bounds);
         }
     }
-    EXPECT_EQ(createShapeItem(parse(QStringLiteral("<a/>")), lengths), nullptr) << "a document is no element";
+    EXPECT_EQ(createShapeItem(ParsedDocument("<a/>").document.top(), lengths), nullptr)
+        << "a document is no element";
 }
 
 TEST(ShapeItem, roundedRect) {
     const LengthContext lengths;
     const auto radii = [&](const char* xml) {
-        const auto item = buildRectItem(element(xml), lengths);
+        const auto item = buildRectItem(ParsedDocument(xml).root(), lengths);
         const auto* const rounded = dynamic_cast<QGraphicsItemRoundedRect*>(item.get());
         return rounded ? QPointF(rounded->rx(), rounded->ry()) : QPointF(-1, -1);
     };
@@ -93,26 +83,31 @@ TEST(ShapeItem, roundedRect) {
 
 // A path of one point keeps it, wherever it is.
 TEST(ShapeItem, singlePoint) {
-    EXPECT_EQ(buildPathItem(element("<path d='M3 4'/>"))->path().elementCount(), 1);
-    EXPECT_EQ(buildPathItem(element("<path d='M0 0'/>"))->path().elementCount(), 1);
-    EXPECT_EQ(buildPolylineItem(element("<polyline points='0,0'/>"))->path().elementCount(), 1);
-    EXPECT_EQ(buildPathItem(element("<path d=''/>"))->path().elementCount(), 0);
+    const auto pointsOfPath = [](const char* xml) {
+        return buildPathItem(ParsedDocument(xml).root())->path().elementCount();
+    };
+    EXPECT_EQ(pointsOfPath("<path d='M3 4'/>"), 1);
+    EXPECT_EQ(pointsOfPath("<path d='M0 0'/>"), 1);
+    EXPECT_EQ(buildPolylineItem(ParsedDocument("<polyline points='0,0'/>").root())->path().elementCount(), 1);
+    EXPECT_EQ(pointsOfPath("<path d=''/>"), 0);
 }
 
 TEST(ShapeItem, nameCase) {
     for (const char* const name : {"circle", "ellipse", "line", "path", "polygon", "polyline", "rect"}) {
         const QString xml = QStringLiteral("<%1/>").arg(QLatin1String(name));
-        EXPECT_TRUE(isShapeElement(parse(xml).documentElement())) << name;
-        EXPECT_FALSE(isShapeElement(parse(xml.toUpper()).documentElement())) << name;
+        EXPECT_TRUE(ParsedDocument(xml).root().isShape()) << name;
+        EXPECT_FALSE(ParsedDocument(xml.toUpper()).root().isShape()) << name;
     }
-    EXPECT_FALSE(isShapeElement(QDomNode()));
-    EXPECT_FALSE(isShapeElement(element("<g/>")));
+    const ParsedDocument other("<?rect?><g>rect</g>");
+    for (const XmlNode* node = &other.document.top(); node; node = node->nextBelow(other.document.top())) {
+        EXPECT_FALSE(node->isShape()) << node->name().toStdString();
+    }
 }
 
 TEST(ElementTransform, ancestors) {
-    const QDomDocument document = parse(QStringLiteral(
+    const ParsedDocument parsed(
         "<svg transform='scale(10)'><g transform='translate(5 0)'><a><rect transform='scale(2)'/></a>"
-        "<g transform=''><line/></g></g><g transform='bad'><g><path/></g></g></svg>"));
+        "<g transform=''><line/></g></g><g transform='bad'><g><path/></g></g></svg>");
     struct Row {
         const char* name;
         bool parses;
@@ -121,19 +116,33 @@ TEST(ElementTransform, ancestors) {
     const Row rows[] = {{"rect", true, {70, 0}}, {"line", true, {60, 0}}, {"path", false, {1, 0}}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        const QDomNode node = document.elementsByTagName(QLatin1String(row.name)).at(0);
+        const XmlNode& node = parsed.named(row.name);
         QTransform transform(9, 9, 9, 9, 9, 9);
         EXPECT_EQ(accumulatedTransform(node, transform), row.parses);
         EXPECT_EQ(transform.map(QPointF(1, 0)), row.mapped);
 
         // What the walk knows of the ancestors gives the same.
-        std::vector<QDomNode> ancestors;
-        for (QDomNode n = node.parentNode(); !n.isNull(); n = n.parentNode()) ancestors.push_back(n);
+        std::vector<const XmlNode*> ancestors;
+        for (const XmlNode* n = node.parent(); n; n = n->parent()) ancestors.push_back(n);
         AncestorTransforms walked;
-        for (auto n = ancestors.rbegin(); n != ancestors.rend(); ++n) walked.push(*n);
+        for (auto n = ancestors.rbegin(); n != ancestors.rend(); ++n) walked.push(**n);
         QTransform same(9, 9, 9, 9, 9, 9);
         EXPECT_EQ(walked.accumulated(node, same), row.parses);
         EXPECT_EQ(same, transform);
+    }
+}
+
+// The lower corner comes first whatever the sizes' signs are.
+TEST(DocumentExtent, boundsOfNegativeSizes) {
+    for (const char* const xml : {"<rect x='10' y='20' width='-5' height='-6'/>",
+                                  "<rect x='10' y='20' width='-5' height='-6' transform='translate(0 0)'/>",
+                                  "<rect x='5' y='10' width='-2.5' height='-3' transform='scale(2)'/>"}) {
+        ElementBounds bounds{};
+        ASSERT_TRUE(elementBounds(ParsedDocument(xml).root(), LengthContext(), bounds)) << xml;
+        EXPECT_EQ(bounds.minX, 5) << xml;
+        EXPECT_EQ(bounds.maxX, 10) << xml;
+        EXPECT_EQ(bounds.minY, 14) << xml;
+        EXPECT_EQ(bounds.maxY, 20) << xml;
     }
 }
 
@@ -162,7 +171,7 @@ TEST(DocumentExtent, largestY) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.xml);
         bool ok = !row.ok;
-        const double largest = documentMaxY(parse(QString::fromUtf8(row.xml)), lengths, ok);
+        const double largest = documentMaxY(ParsedDocument(row.xml).document.top(), lengths, ok);
         EXPECT_EQ(ok, row.ok);
         if (row.ok) {
             EXPECT_DOUBLE_EQ(largest, row.largest);

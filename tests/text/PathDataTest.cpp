@@ -127,6 +127,13 @@ class Arcs : public testing::TestWithParam<ArcCase> {};
 // Checked against the ellipse itself: the ends of all segments and their middles satisfy its equation, and
 // the arc passes the side that the flags ask for. The approximation of a quarter by a cubic is good to 3e-4
 // of the radius, angles are single precision.
+// The end of a half circle that starts at half a turn: a whole turn is not quite one in single precision.
+TEST(PathData, arcInSinglePrecision) {
+    QPainterPath path;
+    ASSERT_TRUE(parsePathData(QStringLiteral("M0 0A10 10 0 0 1 20 0"), path));
+    EXPECT_DOUBLE_EQ(path.currentPosition().y(), 10 * double{std::sin(6.2831855F)});
+}
+
 TEST_P(Arcs, liesOnItsEllipse) {
     const ArcCase& c = GetParam();
     QPainterPath path(c.start);

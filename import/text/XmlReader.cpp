@@ -1,7 +1,5 @@
 // See the header.
-#include "import/text/XmlTree.h"
-
-#include <QXmlStreamReader>
+#include "import/text/XmlReader.h"
 
 #include "import/text/DocumentLimits.h"
 
@@ -28,13 +26,12 @@ const QString& readable(const QString& xml) {
 
 }  // namespace
 
-bool parseXml(const QString& xml, QDomDocument& document) {
-    if (!withinLimits(xml)) return false;
-    // The reader is given, not left to the tree: Qt 5 would take an older one, which reads character
-    // references beyond U+FFFF wrongly and differs on what is well-formed.
-    QXmlStreamReader reader(readable(xml));
-    reader.setNamespaceProcessing(false);
-    return document.setContent(&reader, false);
+XmlReader::XmlReader(const QString& xml) : text_(readable(xml)), stream_(text_) {
+    stream_.setNamespaceProcessing(false);
+}
+
+bool XmlReader::withinLimits() const {
+    return tzsvg::withinLimits(text_);
 }
 
 }  // namespace tzsvg

@@ -1,7 +1,6 @@
 // See the header.
 #include "host/LateNotice.h"
 
-#include <signal.h>  // NOLINT(modernize-deprecated-headers): sigaction() is POSIX
 #include <sys/time.h>
 #include <unistd.h>
 
@@ -9,6 +8,7 @@
 #include <array>
 #include <atomic>
 #include <cerrno>
+#include <csignal>
 
 namespace tzhost {
 namespace {

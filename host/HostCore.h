@@ -11,11 +11,15 @@
 
 namespace tzhost {
 
+class Progress;
+
 struct HostCore {
     ServiceGate gate;
     ServerTable servers;
     Log log;
     Messages messages;
+    // While a scene is being saved: told of every polygon that the saver reads. Host thread only.
+    Progress* polygonReads = nullptr;
 };
 
 // The base of everything that the host makes with CTzPolymorph: known to the gate as long as it lives.

@@ -3,6 +3,7 @@
 
 #include "host/InputFile.h"
 #include "host/OperationError.h"
+#include "host/Progress.h"
 #include "hostsdk/CTzText.h"
 
 namespace tzhost {
@@ -31,6 +32,7 @@ LoadedImage loadImage(const Host& host, const std::filesystem::path& file) {
     requireReadable(file);
     requireUtf8Name(file, "open");
     const std::string& fileName = file.native();
+    const Progress progress("opening " + fileName);
     TzLoadAccess access{};
     access.fileName = tzText(fileName);
     const auto loader = inStep(fileName, "recognise", [&] {

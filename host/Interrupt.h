@@ -1,5 +1,5 @@
-// Ctrl-C as the user's cancel. Used around an import and around the writing of a file; asked by the monitor
-// and by OutputFile.
+// Ctrl-C as the user's cancel. Used around an import and around the writing of a file; asked by the
+// monitor and by what writes scenes and tiles.
 #pragma once
 
 namespace tzhost {

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "host/Progress.h"
 #include "host/TagName.h"
 #include "host/Utf8.h"
 #include "hostsdk/CTzPolymorph.h"
@@ -174,6 +175,7 @@ TzResult MeshItem::polygonInfo(uint32_t polygon, TzTagId* type, uint32_t* vertex
         const Polygon& found = data_.mesh.polygon(polygon);
         *type = found.type;
         *vertexCount = found.vertexCount;
+        if (core().polygonReads) core().polygonReads->step();
     });
 }
 

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdio>
+#include <exception>
 
 #include "host/Utf8.h"
 
@@ -22,6 +23,20 @@ std::string line(std::string_view file, std::string_view step, TzResult code, st
 
 OperationError::OperationError(std::string_view file, std::string_view step, TzResult code,
                                std::string_view reason)
-    : std::runtime_error(line(file, step, code, reason)), code_(code) {}
+    : CTzError(code), line_(std::make_shared<const std::string>(line(file, step, code, reason))) {}
+
+OperationError failureOfStep(std::string_view file, std::string_view step) {
+    std::string reason;
+    const TzResult code = tzGate([&] {
+        try {
+            throw;
+        } catch (const std::exception& error) {
+            reason = error.what();
+            throw;
+        }
+    });
+    // A code of its own says more than the exception's words; they are for what is no more than a failure.
+    return {file, step, code, code == kTzFailed ? reason : std::string()};
+}
 
 }  // namespace tzhost

@@ -2,7 +2,7 @@
 // reason when more is known than the code says. Thrown by the host's library, printed by main().
 #pragma once
 
-#include <stdexcept>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -11,29 +11,29 @@
 namespace tzhost {
 
 // what() is the whole line: "a.svg: recognise: 0x80000005 (not recognised)".
-class OperationError : public std::runtime_error {
+class OperationError : public CTzError {
   public:
     OperationError(std::string_view file, std::string_view step, TzResult code, std::string_view reason = {});
 
-    TzResult code() const { return code_; }
+    const char* what() const noexcept override { return line_->c_str(); }
 
   private:
-    TzResult code_;
+    std::shared_ptr<const std::string> line_;  // shared: copying an exception must not throw
 };
 
-// Runs `work` as a step of work on a file: whatever fails in it leaves as an OperationError of that step.
+// The exception that is being handled, as one of that step.
+OperationError failureOfStep(std::string_view file, std::string_view step);
+
+// Runs `work` as a step of work on a file: whatever fails in it leaves as an OperationError of that step, or
+// of the step within it that failed.
 template <class Work>
 auto inStep(std::string_view file, std::string_view step, Work&& work) {
     try {
         return work();
     } catch (const OperationError&) {
         throw;
-    } catch (const CTzError& error) {
-        throw OperationError(file, step, error.result());
-    } catch (const std::bad_alloc&) {
-        throw OperationError(file, step, kTzOutOfMemory);
-    } catch (const std::exception& error) {
-        throw OperationError(file, step, kTzFailed, error.what());
+    } catch (...) {
+        throw failureOfStep(file, step);
     }
 }
 

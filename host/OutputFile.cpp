@@ -74,16 +74,23 @@ void OutputFile::write(std::string_view bytes) noexcept {
     }
 }
 
-void OutputFile::commit() {
+void OutputFile::complete() {
     flush();
-    if (failure_ == 0 && close(std::exchange(descriptor_, -1)) != 0) failure_ = errno;
-    if (failure_ == 0 && !direct_ && rename(temporary_.c_str(), target_.c_str()) != 0) failure_ = errno;
-    if (failure_ != 0) {
-        const int failure = failure_;
-        discard();
-        fail(failure);
-    }
+    if (descriptor_ >= 0 && close(std::exchange(descriptor_, -1)) != 0 && failure_ == 0) failure_ = errno;
+    failIfFailed();
+}
+
+void OutputFile::commit() {
+    complete();
+    if (!direct_ && rename(temporary_.c_str(), target_.c_str()) != 0) failure_ = errno;
+    failIfFailed();
     temporary_.clear();
+}
+
+void OutputFile::failIfFailed() {
+    if (failure_ == 0) return;
+    discard();
+    fail(failure_);
 }
 
 void OutputFile::flush() noexcept {

@@ -26,21 +26,29 @@ class OutputFile {
     // nothing may be thrown.
     void write(std::string_view bytes) noexcept;
 
+    // The name that the user gave.
+    const std::string& name() const { return shown_; }
+
     // The name of the file as long as it is not committed, for writers that open it themselves.
     const std::string& temporaryName() const { return temporary_; }
 
     // Whether a write has failed: the rest need not be written.
     bool failed() const { return failure_ != 0; }
 
-    // Makes it the file of the final name.
+    // All of it is on its way to the disk: throws what would keep it from being complete. For work that must
+    // succeed too before the file appears, and that comes between this and commit().
+    void complete();
+
+    // Makes it the file of the final name; completes it first.
     void commit();
 
   private:
     void flush() noexcept;
     void discard() noexcept;
+    void failIfFailed();
     [[noreturn]] void fail(int error) const;
 
-    const std::string shown_;  // the name that the user gave
+    const std::string shown_;
     const std::string step_;
     std::string target_;
     std::string temporary_;

@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "host/PreviewStyle.h"
+#include "host/Progress.h"
 #include "hostsdk/CTzError.h"
 
 namespace tzhost {
@@ -99,7 +100,7 @@ std::string_view channelText(const ItemData& item, std::string_view name) {
     return {};
 }
 
-void drawMesh(QPainter& painter, const View& view, const ItemData& item) {
+void drawMesh(QPainter& painter, const View& view, const ItemData& item, Progress& progress) {
     const MeshData& mesh = item.mesh;
     const PreviewGradients gradients(channelText(item, "svgdefs"));
     QPainterPath path;
@@ -124,6 +125,7 @@ void drawMesh(QPainter& painter, const View& view, const ItemData& item) {
             style = readStyle(polygon.tags, gradients, view.scale());
         }
         addOutline(path, view, mesh, polygon);
+        progress.step();
     }
     if (!path.isEmpty()) draw();
 }
@@ -137,7 +139,10 @@ QImage drawScene(const Scene& scene, int longSide) {
     image.fill(Qt::white);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
-    for (const auto& item : scene.items()) drawMesh(painter, view, item->data());
+    uint64_t polygons = 0;
+    for (const auto& item : scene.items()) polygons += item->data().mesh.polygonCount();
+    Progress progress("drawing", polygons);
+    for (const auto& item : scene.items()) drawMesh(painter, view, item->data(), progress);
     return image;
 }
 

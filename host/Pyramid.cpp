@@ -18,9 +18,9 @@
 
 #include "host/ImageLoading.h"
 #include "host/Interrupt.h"
-#include "host/Monitor.h"
 #include "host/OperationError.h"
 #include "host/OutputFile.h"
+#include "host/Progress.h"
 #include "host/PyramidFiles.h"
 #include "host/TilePixels.h"
 #include "host/Utf8.h"
@@ -156,16 +156,15 @@ class TileRun {
     std::exception_ptr failure_;
 };
 
-// Draws and writes tiles on several threads; a cancel in the monitor stops them.
-void writeTiles(const std::vector<PyramidTile>& tiles, uint32_t threads, Monitor& monitor,
+// Draws and writes tiles on several threads; Ctrl-C stops them.
+void writeTiles(const std::vector<PyramidTile>& tiles, uint32_t threads, Progress& progress,
                 const std::function<void(const PyramidTile&)>& draw) {
     TileRun run(tiles, draw);
     WorkerThreads workers(threads, [&](uint32_t) { run.work(); });
     while (!run.done()) {
-        const uint32_t finished = run.waitForProgress();
-        monitor.lookAtNextStep();
-        const TzResult stepped = monitor.step(finished);
-        if (tzFailed(stepped)) run.stop(std::make_exception_ptr(CTzError(stepped)));
+        progress.step(run.waitForProgress());
+        progress.look();
+        if (interrupted()) run.stop(std::make_exception_ptr(CTzError(kTzCancelled)));
     }
     workers.join();
     run.rethrow();
@@ -201,21 +200,19 @@ PyramidSummary writePyramid(const Host& host, const fs::path& drawing, const fs:
         }
     });
 
-    const MonitorPtr monitor =
-        CTzPolymorph<Monitor, ITzMonitor>::createSelf(host.core(), "drawing " + name, 0);
-    monitor->initialise(missing.size());
+    Progress progress("drawing " + name, missing.size());
     for (size_t first = 0; first < missing.size(); first += kTilesPerImage) {
         if (first > 0) loaded = loadImage(host, drawing);
         const auto begin = missing.begin() + static_cast<std::ptrdiff_t>(first);
         const std::vector<PyramidTile> batch(
             begin, begin + static_cast<std::ptrdiff_t>(std::min(kTilesPerImage, missing.size() - first)));
         inStep(name, "tile", [&] {
-            writeTiles(batch, options.threads, *monitor, [&](const PyramidTile& tile) {
+            writeTiles(batch, options.threads, progress, [&](const PyramidTile& tile) {
                 writeFile(pyramidTileFile(folder, tile), pngBytes(drawTile(*loaded, levels, tile)));
             });
         });
     }
-    monitor->close();
+    progress.close();
 
     writeFile(folder / "pyramid.dzi", pyramidDescription(levels[finest]));
     writeFile(folder / "index.html", pyramidPage(toOneLine(drawing.filename().native()),

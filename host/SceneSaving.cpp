@@ -4,7 +4,7 @@
 #include "host/InputFile.h"
 #include "host/Interrupt.h"
 #include "host/OperationError.h"
-#include "host/OutputFile.h"
+#include "host/Progress.h"
 #include "hostsdk/CTzText.h"
 #include "hostsdk/ITzSceneSaver.h"
 
@@ -22,21 +22,47 @@ CTzPtr<ITzSceneSaver> spawnSaver(const Host& host) {
     throw CTzError(kTzNotFound);
 }
 
+// A saver reads every polygon, most of them once: that is how the host knows how far it is.
+class SaveProgress {
+  public:
+    SaveProgress(HostCore& core, const std::string& fileName, uint64_t polygonReads)
+        : core_(core), progress_("saving " + fileName, polygonReads) {
+        core_.polygonReads = &progress_;
+    }
+    ~SaveProgress() { core_.polygonReads = nullptr; }
+    SaveProgress(const SaveProgress&) = delete;
+    SaveProgress& operator=(const SaveProgress&) = delete;
+
+  private:
+    HostCore& core_;
+    Progress progress_;
+};
+
+uint64_t polygonCount(const Scene& scene) {
+    uint64_t count = 0;
+    for (const auto& item : scene.items()) count += item->data().mesh.polygonCount();
+    return count;
+}
+
 }  // namespace
 
-void exportFile(Host& host, Scene& scene, const std::filesystem::path& file, const ExportOptions& options) {
-    const std::string& fileName = file.native();
-    requireUtf8Name(file, "save");
+void exportScene(Host& host, Scene& scene, OutputFile& out, const ExportOptions& options) {
+    const std::string& fileName = out.name();
+    requireUtf8Name(fileName, "save");
     const InterruptScope interruptScope;
+    const SaveProgress progress(*host.core(), fileName, polygonCount(scene));
     const auto saver = inStep(fileName, "find saver", [&] { return spawnSaver(host); });
     inStep(fileName, "verify", [&] { tzCheck(saver->verify(&scene)); });
-    // The saver writes the file beside the final name itself.
-    OutputFile out(file, "save");
     const uint32_t flags = options.preparatoryPass ? kTzSavePreparatoryPass : 0;
     inStep(fileName, "save", [&] {
         tzCheck(saver->save(tzText(out.temporaryName()), &scene, flags));
         if (interrupted()) throw CTzError(kTzCancelled);
     });
+}
+
+void exportFile(Host& host, Scene& scene, const std::filesystem::path& file, const ExportOptions& options) {
+    OutputFile out(file, "save");
+    exportScene(host, scene, out, options);
     out.commit();
 }
 

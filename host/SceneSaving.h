@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "host/Host.h"
+#include "host/OutputFile.h"
 
 namespace tzhost {
 
@@ -12,8 +13,12 @@ struct ExportOptions {
     bool preparatoryPass = false;  // ask the saver for one before the real pass
 };
 
-// Writes the scene as a drawing. Throws OperationError, and a file of that name is as it was before: steps
-// "find saver", "verify" and "save". Messages of the saver go to the host's messages.
+// Has the scene written to the file, by a saver that opens it by its temporary name, and leaves it to the
+// caller to commit the file. Throws OperationError: steps "find saver", "verify" and "save". Messages of the
+// saver go to the host's messages.
+void exportScene(Host& host, Scene& scene, OutputFile& out, const ExportOptions& options = {});
+
+// Makes the file, has it written, and commits it. When it throws, a file of that name is as it was before.
 void exportFile(Host& host, Scene& scene, const std::filesystem::path& file,
                 const ExportOptions& options = {});
 

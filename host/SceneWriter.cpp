@@ -10,7 +10,7 @@
 
 #include "host/Interrupt.h"
 #include "host/OperationError.h"
-#include "host/OutputFile.h"
+#include "host/Progress.h"
 #include "host/TagName.h"
 
 namespace tzhost {
@@ -91,13 +91,14 @@ bool goesOn(const OutputFile& out) {
     return !out.failed() && !interrupted();
 }
 
-void writeMesh(JsonText& json, const OutputFile& out, const MeshData& mesh) {
+void writeMesh(JsonText& json, const OutputFile& out, Progress& progress, const MeshData& mesh) {
     if (mesh.pointCount() > 0) {
         Separator separator(",\n      \"points\": [\n        ", ",\n        ");
         for (uint32_t i = 0; i < mesh.pointCount() && goesOn(out); ++i) {
             const TzPoint& point = mesh.point(i);
             json.raw(separator()).raw("[").number(point.x).raw(", ").number(point.y).raw(", ");
             json.number(point.z).raw("]");
+            progress.step();
         }
         json.raw("\n      ]");
     }
@@ -105,12 +106,13 @@ void writeMesh(JsonText& json, const OutputFile& out, const MeshData& mesh) {
         Separator separator(",\n      \"polygons\": [\n        ", ",\n        ");
         for (uint32_t i = 0; i < mesh.polygonCount() && goesOn(out); ++i) {
             writePolygon(json.raw(separator()), mesh, mesh.polygon(i));
+            progress.step();
         }
         json.raw("\n      ]");
     }
 }
 
-void writeItem(JsonText& json, const OutputFile& out, const ItemData& item) {
+void writeItem(JsonText& json, const OutputFile& out, Progress& progress, const ItemData& item) {
     json.raw("{\n      \"type\": ").string(item.type).raw(",\n      \"name\": ").string(item.name);
     if (!item.tags.empty()) {
         Separator separator(",\n      \"tags\": { ", ", ");
@@ -129,24 +131,39 @@ void writeItem(JsonText& json, const OutputFile& out, const ItemData& item) {
         }
         json.raw("\n      }");
     }
-    writeMesh(json, out, item.mesh);
+    writeMesh(json, out, progress, item.mesh);
     json.raw("\n    }");
+}
+
+uint64_t pointsAndPolygons(const Scene& scene) {
+    uint64_t count = 0;
+    for (const auto& item : scene.items()) {
+        const MeshData& mesh = item->data().mesh;
+        count += uint64_t{mesh.pointCount()} + mesh.polygonCount();
+    }
+    return count;
 }
 
 }  // namespace
 
-void writeSceneFile(const Scene& scene, const std::filesystem::path& file) {
-    inStep(file.native(), "write", [&] {
+void writeScene(const Scene& scene, OutputFile& out) {
+    inStep(out.name(), "write", [&] {
         const InterruptScope interruptScope;
-        OutputFile out(file, "write");
+        Progress progress("writing " + out.name(), pointsAndPolygons(scene));
         JsonText json(out);
         json.raw("{\n  \"format\": \"tzscene\", \"version\": 1,\n  \"items\": [");
         Separator separator("\n    ", ",\n    ");
-        for (const auto& item : scene.items()) writeItem(json.raw(separator()), out, item->data());
+        for (const auto& item : scene.items()) writeItem(json.raw(separator()), out, progress, item->data());
         json.raw(scene.items().empty() ? "]\n}\n" : "\n  ]\n}\n");
         if (interrupted()) throw CTzError(kTzCancelled);
-        out.commit();
+        out.complete();
     });
+}
+
+void writeSceneFile(const Scene& scene, const std::filesystem::path& file) {
+    OutputFile out(file, "write");
+    writeScene(scene, out);
+    out.commit();
 }
 
 }  // namespace tzhost

@@ -4,11 +4,15 @@
 
 #include <filesystem>
 
+#include "host/OutputFile.h"
 #include "host/Scene.h"
 
 namespace tzhost {
 
-// The file appears when it is complete. Throws OperationError.
+// Writes all of it, and leaves it to the caller to commit the file. Throws OperationError.
+void writeScene(const Scene& scene, OutputFile& out);
+
+// Writes and commits.
 void writeSceneFile(const Scene& scene, const std::filesystem::path& file);
 
 }  // namespace tzhost

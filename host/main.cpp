@@ -1,13 +1,14 @@
 // tzhost: the command line of the reference host. Parses it, loads the module, runs the command, unloads, and
 // turns failures into one line and an exit status.
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <QHashFunctions>
 #include <QtGlobal>
 #include <clocale>
+#include <csignal>
 #include <cstdio>
-#include <exception>
-#include <new>
+#include <filesystem>
 #include <string>
 
 #include "host/OperationError.h"
@@ -20,6 +21,17 @@ namespace {
 constexpr int kDone = 0;
 constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
+
+// A write that cannot be done fails, and what was begun is cleared away: nothing of it may end the program,
+// or go to a file that happens to have the number of a closed stream.
+void prepareStreams() {
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        // It takes the lowest free number, this one; for reading, so that a write to it fails.
+        if (fcntl(stream, F_GETFD) < 0) open("/dev/null", O_RDONLY);
+    }
+}
 
 // The module uses the same Qt in the same process: what is set here holds for it too.
 void prepareProcess() {
@@ -62,14 +74,15 @@ void describeProgram(CLI::App& app, std::string& moduleFile) {
     app.require_subcommand(1);
 }
 
-void runCommand(const CommandRun& run, const std::string& moduleFile) {
-    Session session(moduleFile.empty() ? ModuleLibrary::besideProgram() : std::filesystem::path(moduleFile));
-    session.host.messages().setSink(
-        [](const std::string& text) { std::fprintf(stderr, "warning: %s\n", text.c_str()); });
-    run(session);
-    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-        throw OperationError("standard output", "write", kTzFailed);
-    }
+void runCommand(const CommandRun& run, const std::filesystem::path& module) {
+    Session session(module);
+    // On a terminal there may be a bar in the line.
+    const char* const lineStart = isatty(STDERR_FILENO) == 1 ? "\r\033[K" : "";
+    session.host.messages().setSink([lineStart](const std::string& text) {
+        std::fprintf(stderr, "%swarning: %s\n", lineStart, text.c_str());
+    });
+    run.work(session);
+    requirePrinted();
     // The work is done and stands; what the module did not let go of is told all the same.
     for (const auto& [operation, times] : session.host.gate().misuses()) {
         std::fprintf(stderr, "warning: the module called %s off the host thread, %u times\n",
@@ -81,6 +94,8 @@ void runCommand(const CommandRun& run, const std::string& moduleFile) {
 }
 
 int runProgram(int argc, char** argv) {
+    prepareStreams();
+    prepareProcess();
     CLI::App app;
     std::string moduleFile;
     CommandRun run;
@@ -102,7 +117,10 @@ int runProgram(int argc, char** argv) {
         printError((toOneLine(error.what()) + " (tzhost --help tells more)").c_str());
         return kWrongUsage;
     }
-    runCommand(run, moduleFile);
+    const std::filesystem::path module =
+        moduleFile.empty() ? ModuleLibrary::besideProgram() : std::filesystem::path(moduleFile);
+    inStep(run.file.empty() ? module.native() : run.file, app.get_subcommands().front()->get_name(),
+           [&] { runCommand(run, module); });
     return kDone;
 }
 
@@ -112,16 +130,12 @@ int runProgram(int argc, char** argv) {
 int main(int argc, char** argv) {
     using namespace tzhost;
     try {
-        prepareProcess();
-        return runProgram(argc, argv);
+        return inStep("tzhost", "start", [&] { return runProgram(argc, argv); });
     } catch (const OperationError& error) {
         printError(error.what());
-    } catch (const std::bad_alloc&) {
-        printError("memory: run: 0x80000001 (out of memory)");
-    } catch (const std::exception& error) {
-        printError(error.what());
     } catch (...) {
-        printError("failed");
+        // There is not even the memory to say where it ran out.
+        printError("tzhost: run: 0x80000001 (out of memory)");
     }
     return kFailed;
 }

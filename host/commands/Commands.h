@@ -4,13 +4,23 @@
 
 #include <CLI/CLI.hpp>
 #include <functional>
+#include <string>
 
 #include "host/Session.h"
 
 namespace tzhost {
 
-// Runs a command that has been parsed. Everything that it holds of the module is gone when it returns.
-using CommandRun = std::function<void(Session&)>;
+// A command that has been parsed.
+struct CommandRun {
+    // What the command reads; empty when it is the module. Names what fails outside of any step.
+    std::string file;
+    // Everything that it holds of the module is gone when it returns.
+    std::function<void(Session&)> work;
+};
+
+// What has been printed is out: called before an output file gets its name, so that there is none without its
+// summary, and at the end of every command. Throws OperationError, step "write".
+void requirePrinted();
 
 // Each adds a sub-command, and sets `run` when it is the one that was given.
 void addServersCommand(CLI::App& app, CommandRun& run);

@@ -21,8 +21,10 @@ void runExport(Session& session, const ExportArguments& arguments) {
     const ScenePtr scene = session.host.makeScene();
     readSceneFile(*scene, arguments.scene);
     LogFile log(session.host, arguments.log, arguments.scene);
-    exportFile(session.host, *scene, arguments.out, arguments.options);
+    OutputFile out(arguments.out, "save");
+    exportScene(session.host, *scene, out, arguments.options);
     log.commit();
+    out.commit();
 }
 
 }  // namespace
@@ -36,8 +38,9 @@ void addExportCommand(CLI::App& app, CommandRun& run) {
                       "Ask the saver for its preparatory pass first");
     LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost export logo.json back.svg");
-    command->callback(
-        [arguments, &run] { run = [arguments](Session& session) { runExport(session, *arguments); }; });
+    command->callback([arguments, &run] {
+        run = {arguments->scene, [arguments](Session& session) { runExport(session, *arguments); }};
+    });
 }
 
 }  // namespace tzhost

@@ -100,8 +100,9 @@ void addImageInfoCommand(CLI::App& app, CommandRun& run) {
     command->add_flag("--json", arguments->json, "As JSON");
     LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost image-info logo.svg --json");
-    command->callback(
-        [arguments, &run] { run = [arguments](Session& session) { runImageInfo(session, *arguments); }; });
+    command->callback([arguments, &run] {
+        run = {arguments->in, [arguments](Session& session) { runImageInfo(session, *arguments); }};
+    });
 }
 
 }  // namespace tzhost

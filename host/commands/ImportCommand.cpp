@@ -26,12 +26,15 @@ void runImport(Session& session, const ImportArguments& arguments) {
     LogFile log(session.host, arguments.log, arguments.in);
     const ImportOptions options{static_cast<uint64_t>(arguments.cancelAfter)};
     const ImportSummary summary = importFile(session.host, *scene, arguments.in, options);
+    OutputFile out(arguments.scene, "write");
+    writeScene(*scene, out);
     log.commit();
-    writeSceneFile(*scene, arguments.scene);
     std::printf(
         "%s: %llu shapes, %llu polygons, %llu points, %.3f s -> %s\n", toOneLine(arguments.in).c_str(),
         static_cast<unsigned long long>(summary.shapes), static_cast<unsigned long long>(summary.polygons),
         static_cast<unsigned long long>(summary.points), summary.seconds, toOneLine(arguments.scene).c_str());
+    requirePrinted();
+    out.commit();
 }
 
 }  // namespace
@@ -46,8 +49,9 @@ void addImportCommand(CLI::App& app, CommandRun& run) {
         ->type_name("N")
         ->check(CLI::Range(int64_t{1}, std::numeric_limits<int64_t>::max()));
     command->footer("Example:\n  tzhost import logo.svg logo.json --log logo.log");
-    command->callback(
-        [arguments, &run] { run = [arguments](Session& session) { runImport(session, *arguments); }; });
+    command->callback([arguments, &run] {
+        run = {arguments->in, [arguments](Session& session) { runImport(session, *arguments); }};
+    });
 }
 
 }  // namespace tzhost

@@ -1,10 +1,10 @@
 // See the header.
 #include "host/commands/LogFile.h"
 
-#include <exception>
 #include <string_view>
 
 #include "host/InputFile.h"
+#include "hostsdk/CTzError.h"
 
 namespace tzhost {
 
@@ -21,11 +21,8 @@ LogFile::LogFile(const Host& host, const std::string& file, const std::string& i
 
 LogFile::~LogFile() {
     if (!out_ || committed_) return;
-    try {
-        commit();
-    } catch (const std::exception&) {
-        // What failed before is what the user is told.
-    }
+    // What failed before is what the user is told.
+    tzGate([&] { commit(); });
 }
 
 void LogFile::commit() {

@@ -1,13 +1,14 @@
 // tzhost preview: a picture of a scene, from a drawing or a scene file.
-#include <QBuffer>
 #include <memory>
 #include <string>
 
 #include "host/OperationError.h"
 #include "host/OutputFile.h"
 #include "host/Preview.h"
+#include "host/Progress.h"
 #include "host/SceneLoading.h"
 #include "host/SceneReader.h"
+#include "host/TilePixels.h"
 #include "host/commands/Commands.h"
 #include "host/commands/LogFile.h"
 
@@ -37,14 +38,14 @@ void runPreview(Session& session, const PreviewArguments& arguments) {
         importFile(session.host, *scene, arguments.in);
     }
     log.commit();
-    QByteArray png;
+    std::string png;
     inStep(arguments.in, "draw", [&] {
-        QBuffer buffer(&png);
-        buffer.open(QIODevice::WriteOnly);
-        if (!drawScene(*scene, arguments.size).save(&buffer, "PNG")) throw CTzError(kTzFailed);
+        const QImage picture = drawScene(*scene, arguments.size);
+        const Progress progress("compressing " + arguments.out);
+        png = pngBytes(picture);
     });
     OutputFile out(arguments.out, "write");
-    out.write({png.constData(), static_cast<size_t>(png.size())});
+    out.write(png);
     out.commit();
 }
 
@@ -61,8 +62,9 @@ void addPreviewCommand(CLI::App& app, CommandRun& run) {
         ->check(CLI::Range(1, kLargestSide));
     LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost preview logo.svg logo.png --size 2048");
-    command->callback(
-        [arguments, &run] { run = [arguments](Session& session) { runPreview(session, *arguments); }; });
+    command->callback([arguments, &run] {
+        run = {arguments->in, [arguments](Session& session) { runPreview(session, *arguments); }};
+    });
 }
 
 }  // namespace tzhost

@@ -52,8 +52,9 @@ void addPyramidCommand(CLI::App& app, CommandRun& run) {
         ->check(CLI::Range(1, 256));
     LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost pyramid town-map.svg town-map --max-level 13");
-    command->callback(
-        [arguments, &run] { run = [arguments](Session& session) { runPyramid(session, *arguments); }; });
+    command->callback([arguments, &run] {
+        run = {arguments->in, [arguments](Session& session) { runPyramid(session, *arguments); }};
+    });
 }
 
 }  // namespace tzhost

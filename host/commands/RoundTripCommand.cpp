@@ -20,8 +20,10 @@ void runRoundTrip(Session& session, const RoundTripArguments& arguments) {
     const ScenePtr scene = session.host.makeScene();
     LogFile log(session.host, arguments.log, arguments.in);
     importFile(session.host, *scene, arguments.in);
-    exportFile(session.host, *scene, arguments.out);
+    OutputFile out(arguments.out, "save");
+    exportScene(session.host, *scene, out);
     log.commit();
+    out.commit();
 }
 
 }  // namespace
@@ -33,8 +35,9 @@ void addRoundTripCommand(CLI::App& app, CommandRun& run) {
     command->add_option("OUT.svg", arguments->out, "The drawing to write")->required();
     LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost roundtrip logo.svg back.svg");
-    command->callback(
-        [arguments, &run] { run = [arguments](Session& session) { runRoundTrip(session, *arguments); }; });
+    command->callback([arguments, &run] {
+        run = {arguments->in, [arguments](Session& session) { runRoundTrip(session, *arguments); }};
+    });
 }
 
 }  // namespace tzhost

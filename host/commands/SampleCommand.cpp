@@ -5,6 +5,7 @@
 
 #include "host/ImageLoading.h"
 #include "host/OperationError.h"
+#include "host/Progress.h"
 #include "host/commands/Commands.h"
 #include "host/commands/LogFile.h"
 
@@ -24,6 +25,7 @@ void runSample(const Session& session, const SampleArguments& arguments) {
     const LoadedImage loaded = loadImage(session.host, arguments.in);
     float pixel[4] = {};
     inStep(arguments.in, "sample", [&] {
+        const Progress progress("drawing " + arguments.in);
         tzCheck(
             loaded.samples->samplePixel(arguments.level, arguments.x, arguments.y, kTzPixelRgbaFloat, pixel));
     });
@@ -44,8 +46,9 @@ void addSampleCommand(CLI::App& app, CommandRun& run) {
     command->add_option("Y", arguments->y, "Pixels from the top")->required();
     LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost sample logo.svg 10 512 300");
-    command->callback(
-        [arguments, &run] { run = [arguments](Session& session) { runSample(session, *arguments); }; });
+    command->callback([arguments, &run] {
+        run = {arguments->in, [arguments](Session& session) { runSample(session, *arguments); }};
+    });
 }
 
 }  // namespace tzhost

@@ -51,11 +51,11 @@ void addServersCommand(CLI::App& app, CommandRun& run) {
     command->add_flag("--json", *json, "As JSON");
     LogFile::addOption(*command, *logFile);
     command->callback([json, logFile, &run] {
-        run = [json, logFile](Session& session) {
-            LogFile log(session.host, *logFile, {});
-            *json ? printJson(session.host) : printPlain(session.host);
-            log.commit();
-        };
+        run = {{}, [json, logFile](Session& session) {
+                   LogFile log(session.host, *logFile, {});
+                   *json ? printJson(session.host) : printPlain(session.host);
+                   log.commit();
+               }};
     });
 }
 

@@ -7,6 +7,7 @@
 #include "host/ImageLoading.h"
 #include "host/OperationError.h"
 #include "host/OutputFile.h"
+#include "host/Progress.h"
 #include "host/TilePixels.h"
 #include "host/WorkerThreads.h"
 #include "host/commands/Commands.h"
@@ -52,6 +53,7 @@ void runTile(const Session& session, const TileArguments& arguments) {
     const LoadedImage loaded = loadImage(session.host, arguments.in);
     std::string bytes;
     inStep(arguments.in, "tile", [&] {
+        const Progress progress("drawing " + arguments.in);
         const CTzUser_Image tile = fetchOnThreads(*loaded.tiles, arguments);
         if (endsWith(arguments.out, ".png")) {
             bytes = pngBytes(readPicture(tile, tile.size()));
@@ -86,8 +88,9 @@ void addTileCommand(CLI::App& app, CommandRun& run) {
         ->check(CLI::Range(1, 256));
     LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost tile logo.svg 4 3 5 tile.png");
-    command->callback(
-        [arguments, &run] { run = [arguments](Session& session) { runTile(session, *arguments); }; });
+    command->callback([arguments, &run] {
+        run = {arguments->in, [arguments](Session& session) { runTile(session, *arguments); }};
+    });
 }
 
 }  // namespace tzhost

@@ -87,6 +87,7 @@ TEST_F(SaveCommands, refuseAndLeaveWhatWasThere) {
         {"roundtrip point.svg kept.svg", 1, "kept.svg: save: 0x80000000 (failed)"},
         {"roundtrip groups-in-defs.svg new.svg", 1, "new.svg: save: 0x80000000 (failed)"},
         {"roundtrip good.svg nowhere/new.svg", 1, "nowhere/new.svg: save: 0x80000004 *"},
+        {"roundtrip good.svg new.svg --log /dev/full", 1, "/dev/full: write log: 0x80000000 *"},
         {"roundtrip good.svg /dev/full", 1, "/dev/full: save: 0x80000000 *"},
     };
     const std::vector<std::string> before = folder_.names();

@@ -69,7 +69,7 @@ class Saver : public testing::Test {
             exportFile(session_.host, *scene, file);
             return kTzOk;
         } catch (const OperationError& error) {
-            return error.code();
+            return error.result();
         }
     }
 

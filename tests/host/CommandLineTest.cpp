@@ -1,11 +1,21 @@
 // The program: what it prints, what it leaves behind, how it exits. Every row is a command line for a shell
 // in a folder with a few files; the module is the probe.
+#include <fcntl.h>
 #include <fnmatch.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <array>
+#include <functional>
+#include <new>
+#include <stdexcept>
 
+#include "host/OperationError.h"
 #include "tests/host/ProgramRun.h"
+
+using namespace tzhost;
 
 namespace {
 
@@ -18,6 +28,7 @@ class CommandLineTest : public ::testing::Test {
   protected:
     CommandLineTest() {
         folder_.write("good.probe", "probe\ntriangle\nlog\n");
+        folder_.write("late.probe", "probe\nwait 400\n");
         folder_.write("bad.probe", "probe\ntriangle\nfail\n");
         folder_.write("plain.txt", "plain\n");
         folder_.write("n\xE4me.probe", "probe\n");
@@ -55,6 +66,9 @@ TEST_F(CommandLineTest, RefusesInOneLine) {
         {"import good.probe none/out.json", 1, "none/out.json: write: 0x80000004 *"},
         {"import good.probe folder", 1, "folder: write: 0x80000000 (Is a directory)"},
         {"import good.probe /dev/full", 1, "/dev/full: write: 0x80000000 (No space left on device)"},
+        {"import good.probe kept.json >/dev/full", 1, "standard output: write: 0x80000000 (failed)"},
+        {"import good.probe kept.json >&-", 1, "standard output: write: *"},
+        {"import late.probe kept.json | true", 0, "standard output: write: *"},  // the status is true's
         {"import good.probe out.json --log /dev/full", 1, "/dev/full: write log: 0x80000000 *"},
         {"import good.probe out.json --log none/log", 1, "none/log: write log: 0x80000004 *"},
         {"preview scene.json out.png", 1,
@@ -121,8 +135,104 @@ TEST_F(CommandLineTest, WarnsOfWhatTheModuleKeeps) {
 
 TEST_F(CommandLineTest, TellsWhenTheOutputIsFull) {
     EXPECT_EQ(1, run("servers >/dev/full"));
+    EXPECT_EQ("tzhost: standard output: write: 0x80000000 (failed)\n", folder_.read(".err"));
     EXPECT_EQ(1, run("servers", "missing.so"));
     EXPECT_EQ("tzhost: missing.so: load module: 0x80000004 (no such module file)\n", folder_.read(".err"));
+}
+
+// A terminal for the program to write to, and what it has written there.
+class Terminal {
+  public:
+    Terminal() : descriptor_(posix_openpt(O_RDWR | O_NOCTTY)) {
+        std::array<char, 64> name{};
+        if (grantpt(descriptor_) == 0 && unlockpt(descriptor_) == 0 &&
+            ptsname_r(descriptor_, name.data(), name.size()) == 0) {
+            name_ = name.data();
+        }
+        // Open all the while, so that nothing is lost when the program lets go.
+        held_ = open(name_.c_str(), O_RDWR | O_NOCTTY);
+    }
+    ~Terminal() {
+        close(held_);
+        close(descriptor_);
+    }
+    Terminal(const Terminal&) = delete;
+    Terminal& operator=(const Terminal&) = delete;
+
+    const std::string& name() const { return name_; }
+
+    std::string take() const {
+        std::array<char, 4096> bytes{};
+        fcntl(descriptor_, F_SETFL, O_NONBLOCK);
+        const ssize_t count = read(descriptor_, bytes.data(), bytes.size());
+        return {bytes.data(), static_cast<size_t>(std::max<ssize_t>(count, 0))};
+    }
+
+  private:
+    int descriptor_;
+    int held_;
+    std::string name_;
+};
+
+TEST_F(CommandLineTest, ShowsLongWork) {
+    folder_.write("slow.probe", "probe\nwait 700\ntriangle\n");
+    folder_.write("slower.probe", "probe\nwait 2200\ntriangle\n");
+    folder_.write("empty.json", R"({"format": "tzscene", "version": 1, "items": []})");
+    ASSERT_EQ(0, mkfifo((folder_ / "pipe.json").c_str(), 0600));
+    const Terminal terminal;
+    const std::string toTerminal = " 2>" + terminal.name();
+
+    // Before the module makes a step there is nothing to count.
+    EXPECT_EQ(0, run("import slow.probe out.json" + toTerminal));
+    EXPECT_EQ(
+        "\rimporting slow.probe ..."
+        "\rimporting slow.probe [####################....................]  50%\r\x1B[K",
+        terminal.take());
+    EXPECT_TRUE(matches(folder_.read(".out"), "slow.probe: 1 shapes, *"));
+
+    // The timer's signal breaks nothing that waits.
+    EXPECT_EQ(0, run("preview pipe.json out.png" + toTerminal +
+                     " | (sleep 1; timeout 20 sh -c 'cat empty.json >pipe.json')"));
+    EXPECT_EQ("\rreading pipe.json ...\rreading pipe.json ...\r\x1B[K", terminal.take());
+
+    EXPECT_EQ(0, run("import slower.probe out.json"));
+    EXPECT_EQ("importing slower.probe ...\n", folder_.read(".err"));
+
+    EXPECT_EQ(0, run("import good.probe out.json" + toTerminal));
+    EXPECT_EQ("", terminal.take());
+}
+
+// What is opened first gets the number of a closed stream.
+TEST_F(CommandLineTest, KeepsItsLinesOutOfFiles) {
+    folder_.write("slower.probe", "probe\nwait 2200\ntriangle\n");
+    EXPECT_EQ(0, run("import slower.probe out.json --log log.txt 2>&-"));
+    EXPECT_EQ("triangle\n", folder_.read("log.txt"));
+}
+
+// Whatever is thrown in a step becomes a line with its file, its step and its code.
+TEST(InStep, TellsEveryFailureByItsCode) {
+    const struct {
+        std::function<void()> work;
+        TzResult result;
+        const char* line;
+    } rows[] = {
+        {[] { throw CTzError(kTzCancelled); }, kTzCancelled, "a.svg: load: 0x80000006 (cancelled)"},
+        {[] { throw std::bad_alloc(); }, kTzOutOfMemory, "a.svg: load: 0x80000001 (out of memory)"},
+        {[] { throw std::runtime_error("the\nreason"); }, kTzFailed,
+         "a.svg: load: 0x80000000 (the\\x0Areason)"},
+        {[] { throw 1; }, kTzFailed, "a.svg: load: 0x80000000 (failed)"},
+        {[] { throw OperationError("b.svg", "open", kTzNotFound, "gone"); }, kTzNotFound,
+         "b.svg: open: 0x80000004 (gone)"},
+    };
+    for (const auto& row : rows) {
+        try {
+            inStep("a.svg", "load", row.work);
+            ADD_FAILURE() << row.line << ": not thrown";
+        } catch (const OperationError& error) {
+            EXPECT_STREQ(row.line, error.what());
+            EXPECT_EQ(row.result, error.result()) << row.line;
+        }
+    }
 }
 
 }  // namespace

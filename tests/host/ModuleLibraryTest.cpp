@@ -41,7 +41,7 @@ TEST(ModuleLibrary, RefusesWhatIsNoModuleOfItsVersion) {
             const ModuleLibrary module(host, row.file);
             ADD_FAILURE() << row.file << " was loaded";
         } catch (const OperationError& error) {
-            EXPECT_EQ(row.code, error.code()) << row.file;
+            EXPECT_EQ(row.code, error.result()) << row.file;
             EXPECT_NE(nullptr, std::strstr(error.what(), row.reason)) << error.what();
         }
         EXPECT_TRUE(host.servers().servers().empty()) << row.file;

@@ -1,5 +1,6 @@
 // A module for the tests of the host: its scene loader reads files that say, a word a line, what to do to the
 // host. Built in variants that behave differently at their entry.
+#include <chrono>
 #include <csignal>
 #include <fstream>
 #include <string>
@@ -79,6 +80,8 @@ class ProbeLoader : public CTzSceneLoader {
             throw 1;
         } else if (command == "exhaust") {
             throw std::bad_alloc();
+        } else if (command.rfind("wait ", 0) == 0) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(std::stoi(command.substr(5))));
         } else if (command == "interrupt") {
             std::raise(SIGINT);
         } else if (command == "thread") {

@@ -35,7 +35,7 @@ class LoaderTest : public testing::Test {
             importFile(session_.host, *scene_, folder_.write("drawing.svg", document), options);
         } catch (const OperationError& error) {
             refusal_ = error.what();
-            code_ = error.code();
+            code_ = error.result();
         }
         return scene_->items();
     }

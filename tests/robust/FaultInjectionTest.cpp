@@ -42,7 +42,7 @@ TzResult codeOf(const std::function<void()>& operation) {
         operation();
         return kTzOk;
     } catch (const OperationError& error) {
-        return error.code();
+        return error.result();
     } catch (const CTzError& error) {
         return error.result();
     }

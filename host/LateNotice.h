@@ -1,17 +1,19 @@
 // One line on stderr about work that takes longer than a moment, where nobody comes by to count it: a module
-// that is deep in a call. A timer's signal writes it, so that no thread has to wait. Used by Progress.
+// that is deep in a call. Used by Progress.
 #pragma once
 
 #include <chrono>
-#include <string_view>
+#include <condition_variable>
+#include <mutex>
+#include <string>
+#include <thread>
 
 namespace tzhost {
 
 class LateNotice {
   public:
-    // The text is written as it is, after that time. The process has one such timer: while another notice has
-    // it, or when the alarm signal belongs to somebody else, this one is never written.
-    LateNotice(std::string_view text, std::chrono::milliseconds after) noexcept;
+    // The text is written as it is, after that time.
+    LateNotice(std::string text, std::chrono::milliseconds after);
     ~LateNotice() { dismiss(); }
     LateNotice(const LateNotice&) = delete;
     LateNotice& operator=(const LateNotice&) = delete;
@@ -20,8 +22,14 @@ class LateNotice {
     bool dismiss() noexcept;
 
   private:
-    bool pending_ = false;
+    void wait(std::chrono::milliseconds after) noexcept;
+
+    const std::string text_;
+    std::mutex lock_;  // guards the flags
+    std::condition_variable changed_;
+    bool dismissed_ = false;
     bool written_ = false;
+    std::thread waiting_;
 };
 
 }  // namespace tzhost

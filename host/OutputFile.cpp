@@ -16,7 +16,6 @@
 namespace tzhost {
 namespace {
 
-constexpr size_t kBufferSize = size_t{1} << 16U;
 constexpr mode_t kNewFileMode = 0666;  // less the umask
 constexpr int kAttempts = 100;
 constexpr size_t kLongestExtension = 16;
@@ -35,7 +34,6 @@ std::string temporaryBeside(const std::filesystem::path& target) {
 
 OutputFile::OutputFile(const std::filesystem::path& target, std::string step)
     : shown_(target.native()), step_(std::move(step)) {
-    buffer_.reserve(kBufferSize);
     // What a symbolic link leads to is replaced, not the link.
     std::error_code error;
     std::filesystem::path resolved = std::filesystem::weakly_canonical(target, error);
@@ -65,12 +63,13 @@ OutputFile::~OutputFile() {
     discard();
 }
 
-void OutputFile::write(std::string_view bytes) noexcept {
+void OutputFile::writeLarge(std::string_view bytes) noexcept {
     while (!bytes.empty() && failure_ == 0) {
-        const size_t taken = std::min(bytes.size(), kBufferSize - buffer_.size());
-        buffer_.insert(buffer_.end(), bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(taken));
+        if (used_ == kBufferSize) flush();
+        const size_t taken = std::min(bytes.size(), kBufferSize - used_);
+        std::memcpy(buffer_.data() + used_, bytes.data(), taken);
+        used_ += taken;
         bytes.remove_prefix(taken);
-        if (buffer_.size() == kBufferSize) flush();
     }
 }
 
@@ -95,15 +94,15 @@ void OutputFile::failIfFailed() {
 
 void OutputFile::flush() noexcept {
     size_t done = 0;
-    while (done < buffer_.size() && failure_ == 0) {
-        const ssize_t written = ::write(descriptor_, buffer_.data() + done, buffer_.size() - done);
+    while (done < used_ && failure_ == 0) {
+        const ssize_t written = ::write(descriptor_, buffer_.data() + done, used_ - done);
         if (written >= 0) {
             done += static_cast<size_t>(written);
         } else if (errno != EINTR) {
             failure_ = errno;
         }
     }
-    buffer_.clear();
+    used_ = 0;
 }
 
 void OutputFile::discard() noexcept {

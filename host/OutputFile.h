@@ -4,7 +4,7 @@
 
 #include <sys/types.h>
 
-#include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -24,7 +24,11 @@ class OutputFile {
 
     // Appends. A failure (a full disk) is kept and thrown by commit(), so that this can be called from where
     // nothing may be thrown.
-    void write(std::string_view bytes) noexcept;
+    void write(std::string_view bytes) noexcept {
+        if (bytes.size() > kBufferSize - used_) return writeLarge(bytes);
+        std::memcpy(buffer_.data() + used_, bytes.data(), bytes.size());
+        used_ += bytes.size();
+    }
 
     // The name that the user gave.
     const std::string& name() const { return shown_; }
@@ -43,6 +47,9 @@ class OutputFile {
     void commit();
 
   private:
+    static constexpr size_t kBufferSize = size_t{1} << 16U;
+
+    void writeLarge(std::string_view bytes) noexcept;
     void flush() noexcept;
     void discard() noexcept;
     void failIfFailed();
@@ -55,7 +62,8 @@ class OutputFile {
     bool direct_ = false;
     int descriptor_ = -1;
     int failure_ = 0;  // errno of the first failure
-    std::vector<char> buffer_;
+    std::vector<char> buffer_ = std::vector<char>(kBufferSize);
+    size_t used_ = 0;  // of the buffer
 };
 
 }  // namespace tzhost

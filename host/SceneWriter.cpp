@@ -39,8 +39,10 @@ class JsonText {
 
     // The shortest digits that read back as the same value.
     JsonText& number(double value) {
-        // Without the fraction a reader would take it for the integer 0, which has no sign.
-        if (value == 0 && std::signbit(value)) return raw("-0.0");
+        if (value == 0) {
+            // Without the fraction a reader would take it for the integer 0, which has no sign.
+            return raw(std::signbit(value) ? "-0.0" : "0");
+        }
         return raw(shortest(value));
     }
 

@@ -14,8 +14,7 @@ namespace tzsvg {
 namespace {
 
 constexpr int kDigits = 6;
-constexpr int kSmallestExponent = -4;  // below and
-constexpr int kLargestExponent = 5;    // above these the toolkit prints an exponent
+constexpr int kLargestExponent = 5;  // above it, and below -4, the toolkit prints an exponent
 
 constexpr std::array<double, 10> kPowers = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
 constexpr std::array<double, 4> kInversePowers = {1e-1, 1e-2, 1e-3, 1e-4};

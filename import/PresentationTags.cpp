@@ -53,14 +53,18 @@ void writeGroup(SVGLoader& loader, const XmlNode& element, QStringView style,
 
 }  // namespace
 
-void ApplyFillStyleTags(SVGLoader& loader, const XmlNode& element) {
+bool ApplyFillStyleTags(SVGLoader& loader, const XmlNode& element) {
+    if (!element.isElement()) return false;
     const QStringView style = element.attribute(Attribute::kStyle);
     writeGroup(loader, element, style, kFillProperties);
     loader.tagLastPolygon(kTagStyle, style);
+    return true;
 }
 
-void ApplyStrokeStyleTags(SVGLoader& loader, const XmlNode& element) {
+bool ApplyStrokeStyleTags(SVGLoader& loader, const XmlNode& element) {
+    if (!element.isElement()) return false;
     writeGroup(loader, element, element.attribute(Attribute::kStyle), kStrokeProperties);
+    return true;
 }
 
 }  // namespace tzsvg

@@ -19,8 +19,7 @@ void writeIdentityTags(SVGLoader& loader, const XmlNode& element) {
 }  // namespace
 
 bool writeTagChain(SVGLoader& loader, const XmlNode& element, const QGraphicsItem& item) {
-    ApplyFillStyleTags(loader, element);
-    ApplyStrokeStyleTags(loader, element);
+    if (!ApplyFillStyleTags(loader, element) || !ApplyStrokeStyleTags(loader, element)) return false;
     if (!writePrimitiveTags(loader, element, item) || !writeGroupTags(loader, element)) return false;
     writeIdentityTags(loader, element);
     return true;

@@ -13,10 +13,11 @@ namespace tzsvg {
 namespace {
 
 const char* const kProlog =
-    "<?xml version='1.0' encoding='UTF-8'?><!-- first --><?one two?>"
+    "<?xml version='1.0' encoding='UTF-8'?><!-- first \xF0\x9F\x98\x80 \xC3\xA9 --><?one two?>"
     "<!DOCTYPE svg PUBLIC 'p' 's' [<!ENTITY in 'a&lt;b'><!ENTITY out SYSTEM 'u'><!ENTITY deep '<g "
     "id=\"e\">x</g>'>"
-    "<!NOTATION n SYSTEM 'v'><!ATTLIST rect class CDATA 'by default'>]>";
+    "<!NOTATION n SYSTEM 'v'><!ENTITY % more '<!NOTATION m SYSTEM \"w\">'>%more;<!ATTLIST rect class CDATA "
+    "'by default'>]>";
 
 // Elements, texts and everything else that may stand among them.
 void appendContent(std::string& xml, std::mt19937& random, int depth) {

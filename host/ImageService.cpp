@@ -35,7 +35,7 @@ class PixelMemory {
     char* get() const { return static_cast<char*>(start_); }
 
   private:
-    static constexpr size_t kTileBytes = 256 * 256 * kBytesPerPixel;
+    static constexpr size_t kTileBytes = size_t{256} * 256 * kBytesPerPixel;
 
     const size_t size_;
     void* const start_;

@@ -14,7 +14,7 @@ class XmlNode;
 class ParsedPaths {
   public:
     // Paths come in document order.
-    void keep(const XmlNode& node, QPainterPath path) { paths_.emplace_back(&node, std::move(path)); }
+    void keep(const XmlNode& node, const QPainterPath& path) { paths_.emplace_back(&node, path); }
 
     // The path of a node, which is not kept any longer; nothing when it was not parsed. Nodes come in
     // document order, too: what stands before this one is passed over.

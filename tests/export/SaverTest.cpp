@@ -136,12 +136,13 @@ TEST_F(Saver, savesAgain) {
 // A mesh that cannot be written fails the save only when it is the last; the others are in the file all the
 // same.
 TEST_F(Saver, lastMeshDecides) {
-    const auto scene = [&](std::vector<std::string> polygons) {
+    const auto scene = [&](const std::vector<std::string>& polygons) {
         std::string items;
         for (const std::string& polygon : polygons) {
-            items += std::string(items.empty() ? "" : ",") +
-                     R"({"type":"mesh","name":"M","points":[[0,0,0],[1,0,0],[1,1,0]],"polygons":[)" +
-                     polygon + "]}";
+            if (!items.empty()) items += ',';
+            items += R"({"type":"mesh","name":"M","points":[[0,0,0],[1,0,0],[1,1,0]],"polygons":[)";
+            items += polygon;
+            items += "]}";
         }
         ScenePtr made = session_.host.makeScene();
         readSceneFile(*made, folder_.write("scene.json",
@@ -157,12 +158,14 @@ TEST_F(Saver, lastMeshDecides) {
         TzResult result;
         int polylines;
     };
+    const std::string goodBadGood = good + ',' + noGroup + ',' + good;
+    const std::string goodBad = good + ',' + noNumber;
     for (const Row& row : std::vector<Row>{
              {{good}, kTzOk, 1},
              {{noKind, good}, kTzOk, 1},
              {{good, noKind}, kTzFailed, 1},
-             {{good + "," + noGroup + "," + good, good}, kTzOk, 2},  // nothing of the mesh behind the bad one
-             {{good + "," + noNumber}, kTzFailed, 1},
+             {{goodBadGood, good}, kTzOk, 2},  // nothing of the mesh behind the bad one
+             {{goodBad}, kTzFailed, 1},
          }) {
         EXPECT_EQ(saveDirectly(scene(row.meshes)), row.result) << row.meshes.front();
         QDomDocument document;

@@ -23,7 +23,7 @@ TEST_F(CallStack, manySiblings) {
     uint32_t polygons = 0;
     pthread_attr_t attributes;
     pthread_attr_init(&attributes);
-    pthread_attr_setstacksize(&attributes, 512 * 1024);
+    pthread_attr_setstacksize(&attributes, size_t{512} * 1024);
     const auto run = [&] {
         Session session{TZSVG_MODULE};  // its thread is this one
         const ScenePtr scene = session.host.makeScene();

@@ -15,9 +15,17 @@ namespace tzsvg {
 ElementTexts::ElementTexts() : name_(QLatin1Char('p') + QUuid::createUuid().toString(QUuid::Id128)) {}
 
 ElementText ElementTexts::add(ElementBuilder& element) {
-    const size_t start = texts_.size();
-    element.save(texts_);
-    return {start, texts_.size() - start};
+    constexpr size_t kChunkSize = size_t{1} << 20U;
+    constexpr size_t kLastElement = kChunkSize / 16;
+    if (chunks_.empty() || chunks_.back().size() > kChunkSize - kLastElement) {
+        chunks_.emplace_back();
+        chunks_.back().reserve(kChunkSize);
+    }
+    std::string& chunk = chunks_.back();
+    const size_t start = chunk.size();
+    element.save(chunk);
+    size_ += chunk.size() - start;
+    return {static_cast<uint32_t>(chunks_.size() - 1), static_cast<uint32_t>(start), chunk.size() - start};
 }
 
 QDomElement ElementTexts::placeholder(std::vector<ElementText> run) {
@@ -38,14 +46,15 @@ std::string ElementTexts::save(const QDomDocument& document) const {
     constexpr std::string_view kClosing = "/>";
     std::string_view rest(frame.constData(), static_cast<size_t>(frame.size()));
     std::string saved;
-    saved.reserve(rest.size() + texts_.size());
+    saved.reserve(rest.size() + size_);
     for (size_t found = rest.find(opening); found != std::string_view::npos; found = rest.find(opening)) {
         saved += rest.substr(0, found);
         rest.remove_prefix(found + opening.size());
         size_t number = 0;
         const char* const digitsEnd = std::from_chars(rest.data(), rest.data() + rest.size(), number).ptr;
         rest.remove_prefix(static_cast<size_t>(digitsEnd - rest.data()) + kClosing.size());
-        for (const ElementText& text : runs_[number]) saved.append(texts_, text.start, text.size);
+        for (const ElementText& text : runs_[number])
+            saved.append(chunks_[text.chunk], text.start, text.size);
         saved.pop_back();  // the line end, if there is to be one, follows the placeholder
     }
     saved += rest;

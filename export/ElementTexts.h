@@ -12,9 +12,10 @@ namespace tzsvg {
 
 class ElementBuilder;
 
-// One element's text, with its line end.
+// Where one element's text is, with its line end.
 struct ElementText {
-    size_t start;
+    uint32_t chunk;
+    uint32_t start;
     size_t size;
 };
 
@@ -34,7 +35,10 @@ class ElementTexts {
   private:
     QDomDocument factory_;  // what the placeholders are made of
     QString name_;          // of the placeholders, with the number of the run behind it
-    std::string texts_;
+    // In pieces, which stay where they are: one text that grew would be copied, into fresh memory, as often
+    // as it doubled.
+    std::vector<std::string> chunks_;
+    size_t size_ = 0;  // of all
     std::vector<std::vector<ElementText>> runs_;
 };
 

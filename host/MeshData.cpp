@@ -24,7 +24,7 @@ uint32_t MeshData::addPoints(const TzPoint* points, uint32_t count) {
     if (count > kMost - first) throw CTzError(kTzOutOfMemory);
     points_.append(points, count);
     if (first == 0 && count > 0) lower_ = upper_ = points[0];
-    for (uint32_t i = 0; i < count; ++i) include(points[i]);
+    include(points, count);
     return first;
 }
 
@@ -65,9 +65,15 @@ TzBox MeshData::bounds() const {
     return {lower_, upper_, {upper_.x - lower_.x, upper_.y - lower_.y, upper_.z - lower_.z}};
 }
 
-void MeshData::include(const TzPoint& point) {
-    lower_ = {std::min(lower_.x, point.x), std::min(lower_.y, point.y), std::min(lower_.z, point.z)};
-    upper_ = {std::max(upper_.x, point.x), std::max(upper_.y, point.y), std::max(upper_.z, point.z)};
+void MeshData::include(const TzPoint* points, uint32_t count) {
+    TzPoint lower = lower_;
+    TzPoint upper = upper_;
+    for (const TzPoint* point = points; point != points + count; ++point) {
+        lower = {std::min(lower.x, point->x), std::min(lower.y, point->y), std::min(lower.z, point->z)};
+        upper = {std::max(upper.x, point->x), std::max(upper.y, point->y), std::max(upper.z, point->z)};
+    }
+    lower_ = lower;
+    upper_ = upper;
 }
 
 }  // namespace tzhost

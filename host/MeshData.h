@@ -49,7 +49,7 @@ class MeshData {
     TzBox bounds() const;
 
   private:
-    void include(const TzPoint& point);
+    void include(const TzPoint* points, uint32_t count);
 
     ChunkedArray<TzPoint> points_;
     ChunkedArray<uint32_t> vertices_;

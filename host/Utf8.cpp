@@ -38,6 +38,7 @@ size_t asciiPrefix(std::string_view text) {
         std::memcpy(&bytes, text.data() + at, sizeof bytes);
         if ((bytes & 0x8080808080808080U) != 0) break;
     }
+    while (at < text.size() && static_cast<unsigned char>(text[at]) < 0x80) ++at;
     return at;
 }
 

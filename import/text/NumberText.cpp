@@ -20,27 +20,31 @@ bool isAsciiDigitOrDot(char c) {
 // Up to fifteen digits are a whole number and a power of ten that doubles hold exactly, and their quotient is
 // rounded once: correctly.
 const char16_t* readPlainNumber(const char16_t* text, const char16_t* end, double& value) {
-    constexpr std::array<double, 16> kPowers = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                                1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    static constexpr std::array<double, 16> kPowers = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                       1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
     const char16_t* at = text;
     const bool negative = at != end && *at == u'-';
     if (negative) ++at;
-    const char16_t* const digits = at;
-    const char16_t* point = nullptr;
     uint64_t whole = 0;
-    for (; at != end; ++at) {
-        const auto digit = static_cast<uint16_t>(*at - u'0');
-        if (digit <= 9) {
+    const auto readDigits = [&] {
+        const char16_t* const first = at;
+        for (; at != end; ++at) {
+            const auto digit = static_cast<uint16_t>(*at - u'0');
+            if (digit > 9) break;
             whole = whole * 10 + digit;
-        } else if (*at == u'.' && !point) {
-            point = at;
-        } else {
-            break;
         }
+        return static_cast<size_t>(at - first);
+    };
+    size_t count = readDigits();
+    size_t decimals = 0;
+    if (at != end && *at == u'.') {
+        ++at;
+        decimals = readDigits();
+        count += decimals;
     }
-    const auto count = static_cast<size_t>(at - digits) - (point ? 1 : 0);
     if (count == 0 || count >= kPowers.size()) return nullptr;
-    value = static_cast<double>(whole) / kPowers[point ? static_cast<size_t>(at - point) - 1 : 0];
+    value = static_cast<double>(whole);
+    if (decimals > 0) value /= kPowers[decimals];
     if (negative) value = -value;
     return at;
 }

@@ -20,7 +20,7 @@ class PathReader {
     bool read() {
         while (position_ < text_.size()) {
             const QChar next = text_.at(position_++);
-            if (next.isSpace()) continue;
+            if (isBlank(next)) continue;
             char16_t command = next.unicode();
             if (next.isDigit() || next == u'-' || next == u'.') {
                 --position_;
@@ -88,7 +88,17 @@ class PathReader {
         }
     }
 
-    bool number(double& value) { return scanNumber(text_, position_, value); }
+    // Commas are pure separators: blanks wherever they stand.
+    static bool isBlank(QChar c) { return c.isSpace() || c == u','; }
+
+    void skipBlanks() {
+        while (position_ < text_.size() && isBlank(text_.at(position_))) ++position_;
+    }
+
+    bool number(double& value) {
+        skipBlanks();
+        return scanNumber(text_, position_, value);
+    }
 
     bool point(const QPointF& origin, QPointF& out) {
         double x = 0.0;
@@ -99,7 +109,7 @@ class PathReader {
     }
 
     bool flag(bool& value) {
-        skipWhiteSpace(text_, position_);
+        skipBlanks();
         if (position_ >= text_.size()) return false;
         const QChar c = text_.at(position_);
         if (c != u'0' && c != u'1') return false;
@@ -211,9 +221,7 @@ class PathReader {
 
 bool parsePathData(QStringView text, QPainterPath& path) {
     path = {};
-    QString blanks = text.toString();
-    blanks.replace(u',', u' ');  // commas are pure separators
-    if (PathReader(blanks, path).read()) return true;
+    if (PathReader(text, path).read()) return true;
     path = {};
     return false;
 }

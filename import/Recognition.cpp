@@ -8,14 +8,31 @@
 
 namespace tzsvg {
 
+namespace {
+
+// What QString::remove() does, by the line instead of by the character.
+void removeAll(QString& text, QChar unwanted) {
+    auto found = text.indexOf(unwanted);
+    if (found < 0) return;
+    QChar* const characters = text.data();
+    QChar* end = characters + found;
+    while (found >= 0) {
+        const auto from = found + 1;
+        found = text.indexOf(unwanted, from);
+        end = std::move(characters + from, characters + (found < 0 ? text.size() : found), end);
+    }
+    text.truncate(end - characters);
+}
+
+}  // namespace
+
 QString decodeJoined(const QByteArray& bytes) {
     QString text = decodeDocument(bytes);
     // Lines are joined with nothing between them: the text content of the document carries no line break of
     // the file, and a name or path data broken over two lines becomes one. Meant so, and every carriage
     // return goes with the line ends. Recognition/joinsLinesOfText pins it.
-    const auto isLineBreak = [](QChar c) { return c == u'\n' || c == u'\r'; };
-    const auto end = std::remove_if(text.begin(), text.end(), isLineBreak);
-    text.truncate(end - text.begin());
+    removeAll(text, u'\n');
+    removeAll(text, u'\r');
     return text;
 }
 

@@ -14,7 +14,8 @@ bool parseXml(const QString& xml, QDomDocument& document) {
 }
 
 void DomForms::save(QTextStream& stream, const XmlNode& node) {
-    QDomDocumentFragment siblings = document_.createDocumentFragment();
+    // The toolkit keeps quotes in a text as they are when it is in an element.
+    QDomElement siblings = document_.createElement(QStringLiteral("siblings"));
     const QDomNode form = siblings.appendChild(whole(node));
     // The toolkit ends no line before a text.
     if (node.nextSibling() && node.nextSibling()->isText())

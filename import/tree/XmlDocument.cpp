@@ -4,7 +4,9 @@
 #include <QXmlStreamReader>
 #include <algorithm>
 #include <memory>
+#include <type_traits>
 
+#include "import/text/PlainXmlReader.h"
 #include "import/text/XmlReader.h"
 
 namespace tzsvg {
@@ -30,6 +32,9 @@ XmlDocument::XmlDocument() {
 }
 
 bool XmlDocument::read(const QString& xml) {
+    clear();
+    PlainXmlReader plain(xml);
+    if (build(plain, xml)) return true;
     clear();
     XmlReader reader(xml);
     if (reader.withinLimits() && build(reader.stream(), reader.text())) return true;
@@ -60,17 +65,21 @@ void XmlDocument::dissolve(const XmlNode& element) {
     (element.next_ ? element.next_->previous_ : parent->lastChild_) = last;
 }
 
-bool XmlDocument::build(QXmlStreamReader& reader, const QString& xml) {
+template <class Reader>
+bool XmlDocument::build(Reader& reader, const QString& xml) {
     const FixedNames& fixed = fixedNames();
     XmlNode* parent = &top_;
+    const auto addLeaf = [&](NodeKind kind, const XmlName& name) -> XmlNode& {
+        return add(*parent, kind, name, reader.lineNumber());
+    };
     while (!reader.atEnd()) {
-        switch (reader.readNext()) {
+        switch (const QXmlStreamReader::TokenType token = reader.readNext()) {
             case QXmlStreamReader::StartDocument:
                 // The declaration is an instruction for the toolkit. Nobody asks what it says.
-                if (!reader.documentVersion().isEmpty())
-                    add(*parent, NodeKind::kInstruction, named(u"xml"), reader);
+                if (!reader.documentVersion().isEmpty()) addLeaf(NodeKind::kInstruction, named(u"xml"));
                 break;
             case QXmlStreamReader::DTD:
+                if (!prolog_.isEmpty()) return false;  // a second one, which the toolkit's tree refuses
                 prolog_ = xml.left(static_cast<int>(reader.characterOffset()));
                 break;
             case QXmlStreamReader::StartElement:
@@ -82,37 +91,37 @@ bool XmlDocument::build(QXmlStreamReader& reader, const QString& xml) {
             case QXmlStreamReader::Characters: {
                 const QStringView text = reader.text();
                 if (reader.isCDATA()) {
-                    add(*parent, NodeKind::kCharacterData, fixed.characterData, reader).text_ = keep(text);
+                    addLeaf(NodeKind::kCharacterData, fixed.characterData).text_ = keep(text);
                 } else if (!reader.isWhitespace() && !text.trimmed().isEmpty()) {
-                    add(*parent, NodeKind::kText, fixed.text, reader).text_ = keep(text);
+                    addLeaf(NodeKind::kText, fixed.text).text_ = keep(text);
                 }
                 break;
             }
             case QXmlStreamReader::Comment:
-                add(*parent, NodeKind::kComment, fixed.comment, reader).text_ = keep(reader.text());
-                break;
-            case QXmlStreamReader::ProcessingInstruction:
-                add(*parent, NodeKind::kInstruction, named(reader.processingInstructionTarget()), reader)
-                    .text_ = keep(reader.processingInstructionData());
-                break;
-            case QXmlStreamReader::EntityReference:
-                add(*parent, NodeKind::kEntityReference, named(reader.name()), reader);
+                addLeaf(NodeKind::kComment, fixed.comment).text_ = keep(reader.text());
                 break;
             default:
+                if constexpr (std::is_same_v<Reader, QXmlStreamReader>) {  // plain texts have no others
+                    if (token == QXmlStreamReader::ProcessingInstruction) {
+                        addLeaf(NodeKind::kInstruction, named(reader.processingInstructionTarget())).text_ =
+                            keep(reader.processingInstructionData());
+                    } else if (token == QXmlStreamReader::EntityReference) {
+                        addLeaf(NodeKind::kEntityReference, named(reader.name()));
+                    }
+                }
                 break;
         }
     }
     return !reader.hasError();
 }
 
-XmlNode& XmlDocument::add(XmlNode& parent, NodeKind kind, const XmlName& name,
-                          const QXmlStreamReader& reader) {
+XmlNode& XmlDocument::add(XmlNode& parent, NodeKind kind, const XmlName& name, qint64 line) {
     XmlNode& node = *new (allocate<XmlNode>(1)) XmlNode;
     node.kind_ = kind;
     node.name_ = &name;
     const bool belowSwitch =
         parent.isElement() && (parent.element() == Element::kSwitch || parent.line_ == XmlNode::kNoLine);
-    node.line_ = belowSwitch ? XmlNode::kNoLine : static_cast<int>(reader.lineNumber());
+    node.line_ = belowSwitch ? XmlNode::kNoLine : static_cast<int>(line);
     node.parent_ = &parent;
     node.previous_ = parent.lastChild_;
     (parent.lastChild_ ? parent.lastChild_->next_ : parent.firstChild_) = &node;
@@ -120,12 +129,13 @@ XmlNode& XmlDocument::add(XmlNode& parent, NodeKind kind, const XmlName& name,
     return node;
 }
 
-XmlNode& XmlDocument::addElement(XmlNode& parent, const QXmlStreamReader& reader) {
-    XmlNode& element = add(parent, NodeKind::kElement, named(reader.qualifiedName()), reader);
-    const QXmlStreamAttributes attributes = reader.attributes();
+template <class Reader>
+XmlNode& XmlDocument::addElement(XmlNode& parent, const Reader& reader) {
+    XmlNode& element = add(parent, NodeKind::kElement, named(reader.qualifiedName()), reader.lineNumber());
+    const auto& attributes = reader.attributes();
     auto* const kept = allocate<XmlAttribute>(static_cast<size_t>(attributes.size()));
     auto* next = kept;
-    for (const QXmlStreamAttribute& attribute : attributes) {
+    for (const auto& attribute : attributes) {
         const XmlName& name = named(attribute.qualifiedName());
         new (next++) XmlAttribute{&name, keep(attribute.value())};
         element.known_ |= XmlNode::bitOf(name.attribute);

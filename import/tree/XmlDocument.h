@@ -11,8 +11,6 @@
 
 #include "import/tree/XmlNode.h"
 
-class QXmlStreamReader;
-
 namespace tzsvg {
 
 class XmlDocument {
@@ -39,9 +37,12 @@ class XmlDocument {
     static void dissolve(const XmlNode& element);
 
   private:
-    bool build(QXmlStreamReader& reader, const QString& xml);
-    XmlNode& add(XmlNode& parent, NodeKind kind, const XmlName& name, const QXmlStreamReader& reader);
-    XmlNode& addElement(XmlNode& parent, const QXmlStreamReader& reader);
+    // The readers: QXmlStreamReader and PlainXmlReader.
+    template <class Reader>
+    bool build(Reader& reader, const QString& xml);
+    template <class Reader>
+    XmlNode& addElement(XmlNode& parent, const Reader& reader);
+    XmlNode& add(XmlNode& parent, NodeKind kind, const XmlName& name, qint64 line);
     const XmlName& named(QStringView text);
     QStringView keep(QStringView text);
     template <class T>

@@ -57,8 +57,6 @@ void addSceneFigures(const Documents& documents) {
                   [=] { return ratio(run(of).import, run(of).parse); });
         addFigure("export: " + document, "s", Target::kAtMost, 2.5,
                   [=] { return ratio(run(of).exportInPlace, run(of).save); });
-        addFigure("import, its floor: " + document, "s", Target::kNone, 0.0,
-                  [=] { return ratio(run(of).read, run(of).parse); });
         if (of.shapes >= 100000) {
             addFigure("import, peak memory: " + document, "MiB", Target::kAtMost, 1.5,
                       [=] { return ratio(run(of).importPeak, run(of).parsePeak); });

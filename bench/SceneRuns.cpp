@@ -5,9 +5,7 @@
 #include <QDomDocument>
 #include <QFile>
 #include <QTextStream>
-#include <QXmlStreamReader>
 #include <algorithm>
-#include <charconv>
 #include <map>
 #include <stdexcept>
 #include <string>
@@ -62,38 +60,6 @@ std::vector<double> bareParse(const fs::path& file, int repetitions) {
         return secondsOf([&] { parse(document, text); });
     });
     return {seconds, peakMiB()};
-}
-
-// Reads the numbers in a text, wherever they stand.
-double sumOfNumbers(QStringView text) {
-    const QByteArray bytes = text.toLatin1();
-    double sum = 0.0;
-    for (const char *at = bytes.begin(), *const end = bytes.end(); at != end;) {
-        double number = 0.0;
-        const auto [after, error] = std::from_chars(at, end, number);
-        sum += number;
-        at = error == std::errc() ? after : at + 1;
-    }
-    return sum;
-}
-
-// The least that any import with the toolkit's reader has to do: the text passes through it, and the numbers
-// in the attributes are read.
-std::vector<double> bareRead(const fs::path& file, int repetitions) {
-    const QString text = textOf(file);
-    volatile double sum = 0.0;
-    return {leastOf(repetitions, [&] {
-        return secondsOf([&] {
-            QXmlStreamReader reader(text);
-            reader.setNamespaceProcessing(false);
-            while (!reader.atEnd()) {
-                if (reader.readNext() != QXmlStreamReader::StartElement) continue;
-                const QXmlStreamAttributes attributes = reader.attributes();
-                for (const QXmlStreamAttribute& attribute : attributes)
-                    sum = sum + sumOfNumbers(attribute.value());
-            }
-        });
-    })};
 }
 
 std::vector<double> bareSave(const fs::path& file, const fs::path& out, int repetitions) {
@@ -152,7 +118,6 @@ SceneRun measure(const Documents& documents, SceneKind kind, uint32_t shapes) {
     std::vector<double> least;
     for (int round = 0; round < effort.rounds; ++round) {
         std::vector<double> numbers = inChild([&] { return bareParse(file, effort.repetitions); });
-        numbers.push_back(inChild([&] { return bareRead(file, effort.repetitions); }).at(0));
         for (const double number :
              inChild([&] { return ours(file, exported, orders, effort.repetitions); })) {
             numbers.push_back(number);
@@ -166,13 +131,12 @@ SceneRun measure(const Documents& documents, SceneKind kind, uint32_t shapes) {
     SceneRun run{};
     run.parse = least.at(0);
     run.parsePeak = least.at(1);
-    run.read = least.at(2);
-    run.import = least.at(3);
-    run.importPeak = least.at(4);
-    run.exportFirst = least.at(5);
-    run.exportInPlace = least.at(6);
-    if (orders) run.exportOneOrder = least.at(7);
-    if (orders) run.exportReverse = least.at(8);
+    run.import = least.at(2);
+    run.importPeak = least.at(3);
+    run.exportFirst = least.at(4);
+    run.exportInPlace = least.at(5);
+    if (orders) run.exportOneOrder = least.at(6);
+    if (orders) run.exportReverse = least.at(7);
     run.save = least.back();
     return run;
 }

@@ -12,7 +12,6 @@ struct SceneRun {
     double parsePeak;
     double import;  // by the host, recognition to end
     double importPeak;
-    double read;           // the toolkit's reader over the text, and the numbers in the attributes
     double save;           // the toolkit's tree of the exported document to a file
     double exportFirst;    // as imported, the first time in a process, as tzhost does it
     double exportInPlace;  // as imported, again

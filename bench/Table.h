@@ -18,7 +18,7 @@ inline Line ratio(double ours, double floor) {
     return {ours, floor, ours / floor};
 }
 
-enum class Target { kNone, kAtMost, kAtLeast };
+enum class Target { kAtMost, kAtLeast };
 
 // Adds a figure; `measure` runs only when the figure is asked for. `unit` is that of ours and floor.
 void addFigure(const std::string& name, const char* unit, Target target, double bound,

@@ -11,8 +11,8 @@ def digits: if . >= 100 then round
       "\(.ours | digits) \(.label)",
       "\(.floor | digits) \(.label)",
       (.measured | digits),
-      (if .atMost then "<= \(.atMost)" elif .atLeast then ">= \(.atLeast)" else "" end),
-      (if ((.atMost or .atLeast) | not) then ""
-       elif (.atMost and .measured <= .atMost) or (.atLeast and .measured >= .atLeast) then "met" else "NOT MET" end) ]
+      (if .atMost then "<= \(.atMost)" else ">= \(.atLeast)" end),
+      (if (.atMost and .measured <= .atMost) or (.atLeast and .measured >= .atLeast) then "met"
+       else "NOT MET" end) ]
   end
 | @tsv

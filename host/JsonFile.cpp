@@ -9,8 +9,6 @@
 namespace tzhost {
 namespace {
 
-constexpr size_t kChunkSize = size_t{1} << 16U;
-
 // Counts the lines that end in a text, and says where in it the last of them does, or null. Lines are long
 // enough for memchr() to be quicker than a loop.
 struct LineEnds {

@@ -14,6 +14,8 @@ namespace tzhost {
 
 class JsonFile {
   public:
+    static constexpr size_t kChunkSize = size_t{1} << 16U;
+
     // Throws when the file cannot be opened.
     JsonFile(const std::filesystem::path& file, Progress& progress);
 
@@ -45,9 +47,6 @@ class JsonFile {
 class JsonStream {
   public:
     explicit JsonStream(JsonFile& file) : file_(&file) { readChunk(); }
-
-    // Whether all has been read: a NUL may also stand in the file.
-    bool atEnd() const { return at_ == end_; }
 
     // ---- The names are RapidJSON's. ----
 

@@ -36,11 +36,11 @@ std::string parse(JsonFile& file, SceneParser& parser) {
     if (!passByteOrderMark(stream)) return error(stream.Tell(), "Not a byte order mark.");
     JsonReader reader;
     // Numbers come as text: their exact value is ours to find, and a vertex must be written as an integer.
+    // What RapidJSON makes of a number itself is dropped; it refuses by it what no writer writes: a zero with
+    // an exponent above 308, and more than 308 digits before the point, whatever the exponent.
     const rapidjson::ParseResult result = reader.Parse<rapidjson::kParseNumbersAsStringsFlag>(stream, parser);
     if (result.Code() == rapidjson::kParseErrorTermination) return parser.problem();
-    if (result.IsError()) return error(result.Offset(), rapidjson::GetParseError_En(result.Code()));
-    // To the reader a NUL is the end.
-    return stream.atEnd() ? "" : error(stream.Tell(), "A NUL follows the document.");
+    return result.IsError() ? error(result.Offset(), rapidjson::GetParseError_En(result.Code())) : "";
 }
 
 // Adds an item with its packages and channels. `where` names it in messages ("items[0]").

@@ -8,6 +8,7 @@
 #include <random>
 
 #include "host/Host.h"
+#include "host/JsonFile.h"
 #include "host/ModuleLibrary.h"
 #include "host/OperationError.h"
 #include "host/SceneReader.h"
@@ -43,6 +44,9 @@ const std::vector<Refused>& refusals() {
         {"no JSON", "<svg/>", "line 1, column 1"},
         {"cut short", document("").substr(0, 40), "parse error"},
         {"something after the end", document("") + "x", "parse error"},
+        {"something after a byte order mark's end", "\xEF\xBB\xBF\xEF\xBB\xBF" + document(""),
+         "line 1, column 4"},
+        {"half a byte order mark", "\xEF\xBB" + document(""), "line 1, column 3"},
         {"an array", "[]", "expected an object"},
         {"other format", R"({"format": "scene", "version": 1, "items": []})",
          "format: expected the text \"tzscene\""},
@@ -54,6 +58,15 @@ const std::vector<Refused>& refusals() {
         {"key twice", R"({"format": "tzscene", "format": "tzscene"})", "key \"format\" appears twice"},
         {"not UTF-8", document("{\"name\": \"a\xFF\"}"), "ill-formed UTF-8"},
         {"lone surrogate", document(R"({"name": "\ud800"})"), "surrogate"},
+        {"lone low surrogate", document(R"({"name": "\udc00"})"), "items[0].name: ill-formed UTF-8"},
+        {"lone low surrogate in a key", document(R"({"\udfff": ""})"), "items[0]: ill-formed UTF-8"},
+        {"surrogates the wrong way round", document(R"({"name": "\ude00\ud83d"})"), "surrogate"},
+        {"overlong", document("{\"name\": \"\xC0\x80\"}"), "ill-formed UTF-8"},
+        {"control character", document("{\"name\": \"a\n\"}"), "line 1, column 58"},
+        {"NUL", document(std::string("{\"name\": \"a\0\"}", 14)), "line 1, column 58"},
+        {"comment", "/**/" + document(""), "line 1, column 1"},
+        {"comma after the last", document(R"({"type": "a", "name": "b"},)"), "parse error"},
+        {"objects forever", mesh("\"tags\": {\"A   \": " + std::string(1'000'000, '{')), "expected a text"},
         {"deep nesting", document(std::string(1'000'000, '[')), "items[0]: expected an object"},
         {"deep objects in an unknown key", document(R"({"a": {"a": {"a": 1}}})"), "unknown key \"a\""},
         // Items
@@ -277,6 +290,57 @@ TEST(SceneFile, ReadsNumbers) {
         EXPECT_EQ(row.vertex, bool(read(polygons(R"({"type": "LINE", "vertices": [)" + row.text + "]}"))));
         EXPECT_EQ(row.version,
                   bool(read(R"({"format": "tzscene", "items": [], "version": )" + row.text + "}")));
+    }
+}
+
+// The file is read in chunks: whatever stands across the end of one means what it means elsewhere.
+TEST(SceneFile, ReadsAcrossChunks) {
+    const std::string text = R"({"format": "tzscene", "version": 1, "items": [{"type": "mesh",
+        "name": "\ud83d\ude00\"\u0000)"
+                             "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80"
+                             R"(", "points": [[-12.5e-1, 1234567, 0]],
+        "polygons": [{"type": "LINE", "vertices": [0, 0], "tags": {"FILL": "a\\n", "A\"\n ": ""}}]}]})";
+    const TestFolder folder;
+    const Host host;
+    const auto rewritten = [&](size_t spaces, const std::string& after) {
+        const ScenePtr scene = host.makeScene();
+        readSceneFile(*scene, folder.write("scene.json", std::string(spaces, ' ') + text + after));
+        writeSceneFile(*scene, folder / "written.json");
+        return folder.read("written.json");
+    };
+    const std::string expected = rewritten(0, "");
+    ASSERT_NE(std::string::npos, expected.find("[-1.25, 1234567, 0]"));
+    for (size_t before = 0; before <= text.size(); ++before) {
+        const size_t spaces = JsonFile::kChunkSize - before;
+        ASSERT_EQ(expected, rewritten(spaces, "")) << before;
+        ASSERT_EQ(expected, rewritten(JsonFile::kChunkSize + spaces, "\n")) << before;
+        ASSERT_THROW(rewritten(spaces, "x"), OperationError) << before;
+    }
+}
+
+// Where an error is, too, is counted over the chunks.
+TEST(SceneFile, CountsLinesAcrossChunks) {
+    const TestFolder folder;
+    const Host host;
+    const auto problem = [&](const std::string& text) -> std::string {
+        try {
+            readSceneFile(*host.makeScene(), folder.write("scene.json", text));
+        } catch (const OperationError& error) {
+            return error.what();
+        }
+        return "was read";
+    };
+    for (size_t before = JsonFile::kChunkSize - 3; before <= JsonFile::kChunkSize + 3; ++before) {
+        SCOPED_TRACE(before);
+        const std::string spaces(before, ' ');
+        const std::string lines(before, '\n');
+        const std::string count = std::to_string(before + 1);
+        EXPECT_NE(std::string::npos, problem(spaces + "x").find("line 1, column " + count + ":"));
+        EXPECT_NE(std::string::npos, problem(lines + "x").find("line " + count + ", column 1:"));
+        EXPECT_NE(std::string::npos, problem(spaces + "\n x").find("line 2, column 2:"));
+        EXPECT_NE(std::string::npos, problem("{\n\n" + spaces).find("line 3, column " + count + ":"));
+        EXPECT_NE(std::string::npos, problem(lines + spaces + lines + " x")
+                                         .find("line " + std::to_string(2 * before + 1) + ", column 2:"));
     }
 }
 

@@ -115,7 +115,7 @@ bool SceneParser::coordinate(std::string_view number) {
     const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
     if (result.ec != std::errc() && !readExtreme(number, value))
         return fail(inQuotes(number) + " is too big");
-    if (value == 0 && isInteger(number)) value = 0;  // an integer has no sign of zero
+    if (number == "-0") value = 0;  // an integer: zero has no sign
     return true;
 }
 

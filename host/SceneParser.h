@@ -29,8 +29,7 @@ class SceneParser : public JsonHandler<SceneParser> {
     std::vector<FileItem>& items() { return items_; }
     const std::string& problem() const { return problem_; }
 
-    // ---- Events; false ends the parse. The names are RapidJSON's, which reuses its memory for the texts.
-    // ----
+    // ---- Events; false ends the parse. The names are RapidJSON's. ----
 
     bool Default() { return refuseValue(); }  // null, true, false
     bool RawNumber(const char* text, size_t size, bool copy);

@@ -2,7 +2,9 @@
 #include "host/SceneParser.h"
 
 #include <algorithm>
-#include <limits>
+#include <charconv>
+#include <locale>
+#include <sstream>
 
 #include "host/TagName.h"
 #include "host/Utf8.h"
@@ -11,53 +13,53 @@ namespace tzhost {
 namespace {
 
 using Place = SceneParser::Place;
-using Key = SceneParser::Key;
+using Member = SceneParser::Member;
 
 enum class Kind { kValue, kObject, kArray };
 
 // The format: which keys stand where, what each must be, and where an object or an array leads.
 struct Field {
     Place in;
-    Key key;
+    Member key;
     const char* name;
     const char* expected;
     Kind kind;
     Place to;
 };
 constexpr std::array<Field, 23> kFields{{
-    {Place::kPoints, Key::kNone, "", "an array of three numbers", Kind::kArray, Place::kPoint},
-    {Place::kPoint, Key::kNone, "", "three numbers", Kind::kValue, {}},
-    {Place::kPolygons, Key::kNone, "", "an object", Kind::kObject, Place::kPolygon},
-    {Place::kPolygon, Key::kType, "type", "a text", Kind::kValue, {}},
-    {Place::kPolygon, Key::kVertices, "vertices", "an array", Kind::kArray, Place::kVertices},
-    {Place::kPolygon, Key::kTags, "tags", "an object", Kind::kObject, Place::kPolygonTags},
-    {Place::kVertices, Key::kNone, "", "the index of a point", Kind::kValue, {}},
-    {Place::kPolygonTags, Key::kNone, "", "a text", Kind::kValue, {}},
-    {Place::kOutside, Key::kNone, "", "an object", Kind::kObject, Place::kDocument},
-    {Place::kDocument, Key::kFormat, "format", "the text \"tzscene\"", Kind::kValue, {}},
-    {Place::kDocument, Key::kVersion, "version", "the number 1", Kind::kValue, {}},
-    {Place::kDocument, Key::kItems, "items", "an array", Kind::kArray, Place::kItems},
-    {Place::kItems, Key::kNone, "", "an object", Kind::kObject, Place::kItem},
-    {Place::kItem, Key::kType, "type", "a text", Kind::kValue, {}},
-    {Place::kItem, Key::kName, "name", "a text", Kind::kValue, {}},
-    {Place::kItem, Key::kTags, "tags", "an object", Kind::kObject, Place::kItemTags},
-    {Place::kItem, Key::kPackages, "packages", "an array", Kind::kArray, Place::kPackages},
-    {Place::kItem, Key::kChannels, "channels", "an object", Kind::kObject, Place::kChannels},
-    {Place::kItem, Key::kPoints, "points", "an array", Kind::kArray, Place::kPoints},
-    {Place::kItem, Key::kPolygons, "polygons", "an array", Kind::kArray, Place::kPolygons},
-    {Place::kItemTags, Key::kNone, "", "a text", Kind::kValue, {}},
-    {Place::kPackages, Key::kNone, "", "a text", Kind::kValue, {}},
-    {Place::kChannels, Key::kNone, "", "a text", Kind::kValue, {}},
+    {Place::kPoints, Member::kNone, "", "an array of three numbers", Kind::kArray, Place::kPoint},
+    {Place::kPoint, Member::kNone, "", "three numbers", Kind::kValue, {}},
+    {Place::kPolygons, Member::kNone, "", "an object", Kind::kObject, Place::kPolygon},
+    {Place::kPolygon, Member::kType, "type", "a text", Kind::kValue, {}},
+    {Place::kPolygon, Member::kVertices, "vertices", "an array", Kind::kArray, Place::kVertices},
+    {Place::kPolygon, Member::kTags, "tags", "an object", Kind::kObject, Place::kPolygonTags},
+    {Place::kVertices, Member::kNone, "", "the index of a point", Kind::kValue, {}},
+    {Place::kPolygonTags, Member::kNone, "", "a text", Kind::kValue, {}},
+    {Place::kOutside, Member::kNone, "", "an object", Kind::kObject, Place::kDocument},
+    {Place::kDocument, Member::kFormat, "format", "the text \"tzscene\"", Kind::kValue, {}},
+    {Place::kDocument, Member::kVersion, "version", "the number 1", Kind::kValue, {}},
+    {Place::kDocument, Member::kItems, "items", "an array", Kind::kArray, Place::kItems},
+    {Place::kItems, Member::kNone, "", "an object", Kind::kObject, Place::kItem},
+    {Place::kItem, Member::kType, "type", "a text", Kind::kValue, {}},
+    {Place::kItem, Member::kName, "name", "a text", Kind::kValue, {}},
+    {Place::kItem, Member::kTags, "tags", "an object", Kind::kObject, Place::kItemTags},
+    {Place::kItem, Member::kPackages, "packages", "an array", Kind::kArray, Place::kPackages},
+    {Place::kItem, Member::kChannels, "channels", "an object", Kind::kObject, Place::kChannels},
+    {Place::kItem, Member::kPoints, "points", "an array", Kind::kArray, Place::kPoints},
+    {Place::kItem, Member::kPolygons, "polygons", "an array", Kind::kArray, Place::kPolygons},
+    {Place::kItemTags, Member::kNone, "", "a text", Kind::kValue, {}},
+    {Place::kPackages, Member::kNone, "", "a text", Kind::kValue, {}},
+    {Place::kChannels, Member::kNone, "", "a text", Kind::kValue, {}},
 }};
 
-const Field* findField(Place in, Key key) {
+const Field* findField(Place in, Member key) {
     for (const Field& field : kFields) {
         if (field.in == in && field.key == key) return &field;
     }
     return nullptr;
 }
 
-const Field* findField(Place in, const std::string& name) {
+const Field* findField(Place in, std::string_view name) {
     for (const Field& field : kFields) {
         if (field.in == in && field.name == name) return &field;
     }
@@ -72,11 +74,11 @@ Place around(Place place) {
     return Place::kOutside;
 }
 
-unsigned bit(Key key) {
+unsigned bit(Member key) {
     return 1U << static_cast<unsigned>(key);
 }
 
-std::string inQuotes(const std::string& text) {
+std::string inQuotes(std::string_view text) {
     return "\"" + toOneLine(text, 80) + "\"";
 }
 
@@ -84,81 +86,82 @@ std::string element(const char* list, size_t index) {
     return list + ("[" + std::to_string(index)) + "]";
 }
 
+// RapidJSON validates no text that is written as escapes.
+constexpr const char* kNotUtf8 = "ill-formed UTF-8, or half of a surrogate pair";
+
+bool isInteger(std::string_view number) {
+    return number.find_first_of(".eE") == std::string_view::npos;
+}
+
+// A number that is no double's: std::from_chars() does not tell one that is too small, and is zero, from one
+// that is too large. Answers whether it is small.
+bool readExtreme(std::string_view number, double& value) {
+    std::istringstream stream{std::string(number)};
+    stream.imbue(std::locale::classic());
+    return static_cast<bool>(stream >> value);
+}
+
 }  // namespace
 
-bool SceneParser::boolean(bool /*value*/) {
-    return refuseValue();
+bool SceneParser::RawNumber(const char* text, size_t size, bool /*copy*/) {
+    const std::string_view number(text, size);
+    if (place_ == Place::kPoint && coordinates_ < point_.size()) return coordinate(number);
+    if (place_ == Place::kVertices) return vertex(number);
+    return (place_ == Place::kDocument && key_ == Member::kVersion && number == "1") || refuseValue();
 }
 
-bool SceneParser::binary(nlohmann::json::binary_t& /*value*/) {
-    return refuseValue();  // JSON text has none
-}
-
-bool SceneParser::number_integer(int64_t value) {
-    if (place_ == Place::kVertices) return fail("there is no point " + std::to_string(value));
-    return coordinate(static_cast<double>(value));
-}
-
-bool SceneParser::number_unsigned(uint64_t value) {
-    if (place_ == Place::kVertices) {
-        if (value > std::numeric_limits<uint32_t>::max())
-            return fail("there is no point " + std::to_string(value));
-        vertices_.push_back(static_cast<uint32_t>(value));
-        return true;
-    }
-    if (place_ == Place::kDocument && key_ == Key::kVersion) return value == 1 || refuseValue();
-    return coordinate(static_cast<double>(value));
-}
-
-bool SceneParser::number_float(double value, const std::string& /*text*/) {
-    return coordinate(value);
-}
-
-bool SceneParser::coordinate(double value) {
-    if (place_ != Place::kPoint || coordinates_ == point_.size()) return refuseValue();
-    point_[coordinates_++] = value;
+bool SceneParser::coordinate(std::string_view number) {
+    double& value = point_[coordinates_++];
+    const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
+    if (result.ec != std::errc() && !readExtreme(number, value))
+        return fail(inQuotes(number) + " is too big");
+    if (number == "-0") value = 0;  // an integer: zero has no sign
     return true;
 }
 
-bool SceneParser::string(std::string& value) {
+bool SceneParser::vertex(std::string_view number) {
+    uint32_t index = 0;
+    const auto result = std::from_chars(number.data(), number.data() + number.size(), index);
+    if (result.ec == std::errc() && result.ptr == number.data() + number.size()) {
+        vertices_.push_back(index);
+        return true;
+    }
+    return isInteger(number) ? fail("there is no point " + toOneLine(number, 80)) : refuseValue();
+}
+
+bool SceneParser::String(const char* text, size_t size, bool /*copy*/) {
+    const std::string_view value(text, size);
+    if (!isUtf8(value)) return fail(kNotUtf8);
     switch (place_) {
         case Place::kPolygonTags:
             item().data.mesh.tagArena().add(polygonTags_, tag_, value);
             return true;
         case Place::kItemTags:
-            item().data.tags.push_back({tag_, std::move(value)});
+            item().data.tags.push_back({tag_, std::string(value)});
             return true;
         case Place::kChannels:
-            item().channels.back().second = std::move(value);
+            item().channels.back().second = value;
             return true;
         case Place::kPackages:
-            item().packages.push_back(std::move(value));
+            item().packages.emplace_back(value);
             return true;
         case Place::kPolygon:
-            if (key_ != Key::kType) return refuseValue();
+            if (key_ != Member::kType) return refuseValue();
             if (const auto type = tagFromName(value)) {
                 polygonType_ = *type;
                 return true;
             }
             return fail(inQuotes(value) + " is not four ASCII characters");
         case Place::kItem:
-            if (key_ == Key::kType && value.empty()) return fail("is empty");
-            if (key_ != Key::kType && key_ != Key::kName) return refuseValue();
-            (key_ == Key::kType ? item().data.type : item().data.name) = std::move(value);
+            if (key_ == Member::kType && value.empty()) return fail("is empty");
+            if (key_ != Member::kType && key_ != Member::kName) return refuseValue();
+            (key_ == Member::kType ? item().data.type : item().data.name) = value;
             return true;
         case Place::kDocument:
-            return (key_ == Key::kFormat && value == "tzscene") || refuseValue();
+            return (key_ == Member::kFormat && value == "tzscene") || refuseValue();
         default:
             return refuseValue();
     }
-}
-
-bool SceneParser::start_object(size_t /*size*/) {
-    return open(true);
-}
-
-bool SceneParser::start_array(size_t /*size*/) {
-    return open(false);
 }
 
 bool SceneParser::open(bool object) {
@@ -185,17 +188,19 @@ bool SceneParser::open(bool object) {
             break;
     }
     place_ = field->to;
-    key_ = Key::kNone;
+    key_ = Member::kNone;
     return true;
 }
 
-bool SceneParser::key(std::string& name) {
+bool SceneParser::Key(const char* text, size_t size, bool /*copy*/) {
+    const std::string_view name(text, size);
+    if (!isUtf8(name)) return fail(kNotUtf8);
     if (place_ == Place::kItemTags || place_ == Place::kPolygonTags) return tagKey(name);
     if (place_ == Place::kChannels) {
-        item().channels.emplace_back(std::move(name), std::string());
+        item().channels.emplace_back(name, std::string());
         return true;
     }
-    key_ = Key::kNone;
+    key_ = Member::kNone;
     const Field* const field = findField(place_, name);
     if (!field) return fail("unknown key " + inQuotes(name));
     if ((keysSeen() & bit(field->key)) != 0) return fail("key " + inQuotes(name) + " appears twice");
@@ -204,7 +209,7 @@ bool SceneParser::key(std::string& name) {
     return true;
 }
 
-bool SceneParser::tagKey(const std::string& name) {
+bool SceneParser::tagKey(std::string_view name) {
     const auto id = tagFromName(name);
     if (!id) return fail("tag name " + inQuotes(name) + " is not four ASCII characters");
     tag_ = *id;
@@ -212,25 +217,25 @@ bool SceneParser::tagKey(const std::string& name) {
     return true;
 }
 
-bool SceneParser::end_array() {
+bool SceneParser::EndArray(size_t /*size*/) {
     if (place_ == Place::kPoint && !endPoint()) return false;
     place_ = around(place_);
-    key_ = Key::kNone;
+    key_ = Member::kNone;
     return true;
 }
 
-bool SceneParser::end_object() {
-    key_ = Key::kNone;
+bool SceneParser::EndObject(size_t /*size*/) {
+    key_ = Member::kNone;
     bool complete = true;
     switch (place_) {
         case Place::kDocument:
-            complete = haveKeys({Key::kFormat, Key::kVersion, Key::kItems});
+            complete = haveKeys({Member::kFormat, Member::kVersion, Member::kItems});
             break;
         case Place::kItem:
-            complete = haveKeys({Key::kType, Key::kName}) && endItem();
+            complete = haveKeys({Member::kType, Member::kName}) && endItem();
             break;
         case Place::kPolygon:
-            complete = haveKeys({Key::kType, Key::kVertices}) && endPolygon();
+            complete = haveKeys({Member::kType, Member::kVertices}) && endPolygon();
             break;
         case Place::kItemTags:
         case Place::kPolygonTags:
@@ -284,8 +289,8 @@ bool SceneParser::distinctTags() {
     return twice == tags_.end() || fail("key " + inQuotes(tagName(*twice)) + " appears twice");
 }
 
-bool SceneParser::haveKeys(std::initializer_list<Key> required) {
-    for (const Key key : required) {
+bool SceneParser::haveKeys(std::initializer_list<Member> required) {
+    for (const Member key : required) {
         if ((keysSeen() & bit(key)) == 0) {
             return fail("key " + inQuotes(findField(place_, key)->name) + " is missing");
         }
@@ -296,16 +301,6 @@ bool SceneParser::haveKeys(std::initializer_list<Key> required) {
 unsigned& SceneParser::keysSeen() {
     if (place_ == Place::kDocument) return documentKeys_;
     return place_ == Place::kItem ? itemKeys_ : polygonKeys_;
-}
-
-bool SceneParser::parse_error(size_t /*position*/, const std::string& /*token*/,
-                              const nlohmann::detail::exception& exception) {
-    // "[json.exception.parse_error.101] parse error at line 1, column 2: ...": the code says nothing to a
-    // user.
-    const std::string_view text = exception.what();
-    const size_t bracket = text.find("] ");
-    problem_ = text.substr(bracket == std::string_view::npos ? 0 : bracket + 2);
-    return false;
 }
 
 bool SceneParser::refuseValue() {
@@ -325,7 +320,7 @@ bool SceneParser::fail(const std::string& what) {
 
 std::string SceneParser::where() const {
     const Field* const field = findField(place_, key_);
-    const std::string keyName = field && key_ != Key::kNone ? std::string(".") + field->name : "";
+    const std::string keyName = field && key_ != Member::kNone ? std::string(".") + field->name : "";
     if (place_ == Place::kOutside) return "";
     if (place_ == Place::kDocument) return keyName.empty() ? "" : keyName.substr(1);
     if (place_ == Place::kItems) return element("items", items_.size());

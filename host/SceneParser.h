@@ -1,4 +1,4 @@
-// The scene file as JSON events: takes them from the parser, checks them and gathers items. Used by
+// The scene file as JSON events: takes them from RapidJSON, checks them and gathers items. Used by
 // SceneReader.cpp alone. A file may have its keys in any order, so that vertices can be held against the
 // points only at the end of an item.
 #pragma once
@@ -6,12 +6,13 @@
 #include <array>
 #include <cstdint>
 #include <initializer_list>
-#include <nlohmann/json.hpp>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "host/Item.h"
+#include "host/JsonReader.h"
 
 namespace tzhost {
 
@@ -22,27 +23,22 @@ struct FileItem {
     std::vector<std::pair<std::string, std::string>> channels;
 };
 
-class SceneParser {
+class SceneParser : public JsonHandler<SceneParser> {
   public:
     // What has been gathered, and what was wrong, with the place in the file: empty when all is well.
     std::vector<FileItem>& items() { return items_; }
     const std::string& problem() const { return problem_; }
 
-    // ---- Events; false ends the parse. The names are the parser's. ----
+    // ---- Events; false ends the parse. The names are RapidJSON's. ----
 
-    bool null() { return refuseValue(); }
-    bool boolean(bool value);
-    bool number_integer(int64_t value);
-    bool number_unsigned(uint64_t value);
-    bool number_float(double value, const std::string& text);
-    bool string(std::string& value);
-    bool binary(nlohmann::json::binary_t& value);
-    bool start_object(size_t size);
-    bool key(std::string& name);
-    bool end_object();
-    bool start_array(size_t size);
-    bool end_array();
-    bool parse_error(size_t position, const std::string& token, const nlohmann::detail::exception& exception);
+    bool Default() { return refuseValue(); }  // null, true, false
+    bool RawNumber(const char* text, size_t size, bool copy);
+    bool String(const char* text, size_t size, bool copy);
+    bool StartObject() { return open(true); }
+    bool Key(const char* text, size_t size, bool copy);
+    bool EndObject(size_t size);
+    bool StartArray() { return open(false); }
+    bool EndArray(size_t size);
 
     // Where in the file the parser is, in the names of the format, and at which key there.
     enum class Place {
@@ -60,7 +56,7 @@ class SceneParser {
         kVertices,
         kPolygonTags,
     };
-    enum class Key {
+    enum class Member {
         kNone,
         kFormat,
         kVersion,
@@ -77,13 +73,14 @@ class SceneParser {
 
   private:
     bool open(bool object);
-    bool coordinate(double value);
+    bool coordinate(std::string_view number);
+    bool vertex(std::string_view number);
     bool endItem();
     bool endPolygon();
     bool endPoint();
-    bool tagKey(const std::string& name);
+    bool tagKey(std::string_view name);
     bool distinctTags();
-    bool haveKeys(std::initializer_list<Key> required);
+    bool haveKeys(std::initializer_list<Member> required);
     unsigned& keysSeen();
     bool refuseValue();
     bool fail(const std::string& what);
@@ -93,7 +90,7 @@ class SceneParser {
     std::vector<FileItem> items_;
     std::string problem_;
     Place place_ = Place::kOutside;
-    Key key_ = Key::kNone;  // of the object that is being read: document, item or polygon
+    Member key_ = Member::kNone;  // of the object that is being read: document, item or polygon
     unsigned documentKeys_ = 0;
     unsigned itemKeys_ = 0;
     unsigned polygonKeys_ = 0;

@@ -1,11 +1,8 @@
 // See the header.
 #include "host/SceneReader.h"
 
-#include <array>
-#include <fstream>
-#include <nlohmann/json.hpp>
-
 #include "host/InputFile.h"
+#include "host/JsonFile.h"
 #include "host/OperationError.h"
 #include "host/Progress.h"
 #include "host/SceneParser.h"
@@ -13,30 +10,37 @@
 namespace tzhost {
 namespace {
 
-constexpr size_t kBufferSize = size_t{1} << 16U;
-
-// A file whose bytes are counted as they are read.
-class CountedFile : public std::filebuf {
-  public:
-    explicit CountedFile(Progress& progress) : progress_(progress) {}
-
-  protected:
-    int_type underflow() override {
-        const int_type next = std::filebuf::underflow();
-        progress_.step(static_cast<uint64_t>(egptr() - gptr()));
-        progress_.look();
-        return next;
-    }
-
-  private:
-    Progress& progress_;
-};
-
 // Of a pipe it is unknown how much it brings.
 uint64_t fileSize(const std::filesystem::path& file) {
     std::error_code error;
     const uintmax_t size = std::filesystem::file_size(file, error);
     return error ? 0 : size;
+}
+
+// Stands at the start of a text or not at all.
+bool passByteOrderMark(JsonStream& stream) {
+    if (stream.Peek() != '\xEF') return true;
+    for (const char byte : {'\xEF', '\xBB', '\xBF'}) {
+        if (stream.Peek() != byte) return false;
+        stream.Take();
+    }
+    return true;
+}
+
+// Answers what is wrong with the text, with the place; nothing when all is well.
+std::string parse(JsonFile& file, SceneParser& parser) {
+    const auto error = [&](size_t offset, const char* what) {
+        return "parse error at " + file.place(offset) + ": " + what;
+    };
+    JsonStream stream(file);
+    if (!passByteOrderMark(stream)) return error(stream.Tell(), "Not a byte order mark.");
+    JsonReader reader;
+    // Numbers come as text: their exact value is ours to find, and a vertex must be written as an integer.
+    // What RapidJSON makes of a number itself is dropped; it refuses by it what no writer writes: a zero with
+    // an exponent above 308, and more than 308 digits before the point, whatever the exponent.
+    const rapidjson::ParseResult result = reader.Parse<rapidjson::kParseNumbersAsStringsFlag>(stream, parser);
+    if (result.Code() == rapidjson::kParseErrorTermination) return parser.problem();
+    return result.IsError() ? error(result.Offset(), rapidjson::GetParseError_En(result.Code())) : "";
 }
 
 // Adds an item with its packages and channels. `where` names it in messages ("items[0]").
@@ -63,16 +67,11 @@ void readSceneFile(Scene& scene, const std::filesystem::path& file) {
     requireReadable(file);
     const std::string& fileName = file.native();
     inStep(fileName, "read", [&] {
-        std::vector<char> buffer(kBufferSize);
         Progress progress("reading " + fileName, fileSize(file));
-        CountedFile source(progress);
-        source.pubsetbuf(buffer.data(), static_cast<std::streamsize>(buffer.size()));
-        if (!source.open(file, std::ios::in | std::ios::binary)) throw CTzError(kTzFailed);
-        std::istream stream(&source);
-
+        JsonFile source(file, progress);
         SceneParser parser;
-        if (!nlohmann::json::sax_parse(stream, &parser)) {
-            throw OperationError(fileName, "read", kTzInvalidArgument, parser.problem());
+        if (const std::string problem = parse(source, parser); !problem.empty()) {
+            throw OperationError(fileName, "read", kTzInvalidArgument, problem);
         }
         const size_t itemsBefore = scene.items().size();
         try {

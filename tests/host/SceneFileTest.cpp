@@ -12,22 +12,12 @@
 #include "host/SceneReader.h"
 #include "host/SceneWriter.h"
 #include "hostsdk/CTzText.h"
+#include "tests/host/SceneText.h"
 #include "tests/host/TestFolder.h"
 
 using namespace tzhost;
 
 namespace {
-
-std::string document(const std::string& items) {
-    return R"({"format": "tzscene", "version": 1, "items": [)" + items + "]}";
-}
-std::string mesh(const std::string& members) {
-    return document(R"({"type": "mesh", "name": "m")" + (members.empty() ? "" : ", " + members) + "}");
-}
-// A mesh with two points and these polygons.
-std::string polygons(const std::string& list) {
-    return mesh(R"("points": [[0, 0, 0], [1, 1, 0]], "polygons": [)" + list + "]");
-}
 
 struct Refused {
     const char* what;
@@ -42,6 +32,9 @@ const std::vector<Refused>& refusals() {
         {"no JSON", "<svg/>", "line 1, column 1"},
         {"cut short", document("").substr(0, 40), "parse error"},
         {"something after the end", document("") + "x", "parse error"},
+        {"something after a byte order mark's end", "\xEF\xBB\xBF\xEF\xBB\xBF" + document(""),
+         "line 1, column 4"},
+        {"half a byte order mark", "\xEF\xBB" + document(""), "line 1, column 3"},
         {"an array", "[]", "expected an object"},
         {"other format", R"({"format": "scene", "version": 1, "items": []})",
          "format: expected the text \"tzscene\""},
@@ -53,6 +46,15 @@ const std::vector<Refused>& refusals() {
         {"key twice", R"({"format": "tzscene", "format": "tzscene"})", "key \"format\" appears twice"},
         {"not UTF-8", document("{\"name\": \"a\xFF\"}"), "ill-formed UTF-8"},
         {"lone surrogate", document(R"({"name": "\ud800"})"), "surrogate"},
+        {"lone low surrogate", document(R"({"name": "\udc00"})"), "items[0].name: ill-formed UTF-8"},
+        {"lone low surrogate in a key", document(R"({"\udfff": ""})"), "items[0]: ill-formed UTF-8"},
+        {"surrogates the wrong way round", document(R"({"name": "\ude00\ud83d"})"), "surrogate"},
+        {"overlong", document("{\"name\": \"\xC0\x80\"}"), "ill-formed UTF-8"},
+        {"control character", document("{\"name\": \"a\n\"}"), "line 1, column 58"},
+        {"NUL", document(std::string("{\"name\": \"a\0\"}", 14)), "line 1, column 58"},
+        {"comment", "/**/" + document(""), "line 1, column 1"},
+        {"comma after the last", document(R"({"type": "a", "name": "b"},)"), "parse error"},
+        {"objects forever", mesh("\"tags\": {\"A   \": " + std::string(1'000'000, '{')), "expected a text"},
         {"deep nesting", document(std::string(1'000'000, '[')), "items[0]: expected an object"},
         {"deep objects in an unknown key", document(R"({"a": {"a": {"a": 1}}})"), "unknown key \"a\""},
         // Items
@@ -81,7 +83,9 @@ const std::vector<Refused>& refusals() {
         {"two coordinates", mesh(R"("points": [[1, 2]])"), "points[0]: expected three numbers"},
         {"four coordinates", mesh(R"("points": [[0, 0, 0], [1, 2, 3, 4]])"),
          "points[1]: expected three numbers"},
-        {"coordinate too large", mesh(R"("points": [[1e999, 0, 0]])"), "number overflow"},
+        {"coordinate far too large", mesh(R"("points": [[1e999, 0, 0]])"),
+         "line 1, column 89: Number too big"},
+        {"coordinate too large", mesh(R"("points": [[0, 1.8e308, 0]])"), "points[0]: \"1.8e308\" is too big"},
         {"coordinate is NaN", mesh(R"("points": [[NaN, 0, 0]])"), "parse error"},
         {"coordinate is a text", mesh(R"("points": [["1", 0, 0]])"), "points[0]: expected three numbers"},
         {"point is a number", mesh(R"("points": [1])"), "points[0]: expected an array of three numbers"},

@@ -42,8 +42,7 @@ class JsonFile {
     size_t lineStart_ = 0;  // that line's first byte in the file
 };
 
-// RapidJSON copies its stream into a local one while it reads a token; hence no more than two pointers that
-// move and where new ones come from.
+// What RapidJSON takes characters from, one by one: two pointers, and where new ones come from.
 class JsonStream {
   public:
     explicit JsonStream(JsonFile& file) : file_(&file) { readChunk(); }

@@ -112,6 +112,8 @@ bool SceneParser::RawNumber(const char* text, size_t size, bool /*copy*/) {
 
 bool SceneParser::coordinate(std::string_view number) {
     double& value = point_[coordinates_++];
+    value = 0;
+    if (number == "0") return true;  // a third of all: drawings are flat
     const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
     if (result.ec != std::errc() && !readExtreme(number, value))
         return fail(inQuotes(number) + " is too big");

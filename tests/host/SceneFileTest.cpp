@@ -153,12 +153,12 @@ TEST(SceneFile, TakesKeysInAnyOrderAndLeavesOutWhatIsEmpty) {
       "type": "mesh",
       "name": "",
       "points": [
-        [0, 0, 0],
-        [100, -2, 0.5]
+[0,0,0],
+[100,-2,0.5]
       ],
       "polygons": [
-        { "type": "LINE", "vertices": [1, 0], "tags": { "FILL": "red" } },
-        { "type": "ABCD", "vertices": [] }
+{"type":"LINE","vertices":[1,0],"tags":{"FILL":"red"}},
+{"type":"ABCD","vertices":[]}
       ]
     },
     {

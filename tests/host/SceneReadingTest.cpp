@@ -143,7 +143,7 @@ TEST(SceneReading, ReadsAcrossChunks) {
         return folder.read("written.json");
     };
     const std::string expected = rewritten(0, "");
-    ASSERT_NE(std::string::npos, expected.find("[-1.25, 1234567, 0]"));
+    ASSERT_NE(std::string::npos, expected.find("[-1.25,1234567,0]"));
     for (size_t before = 0; before <= text.size(); ++before) {
         const size_t spaces = JsonFile::kChunkSize - before;
         ASSERT_EQ(expected, rewritten(spaces, "")) << before;

@@ -20,10 +20,14 @@ bool sceneTransform(SVGLoader& loader, const XmlNode& element, QTransform& trans
 
 bool addPolygon(SVGLoader& loader, TzTagId type, const QTransform& transform,
                 const std::vector<QPointF>& points, Closing closing) {
+    // What QTransform::map() comes to for nearly all, without a call for each point.
+    const bool onlyScales = transform.type() == QTransform::TxScale;
     std::vector<TzPoint> mapped;
     mapped.reserve(points.size());
     for (const QPointF& point : points) {
-        const QPointF at = transform.map(point);
+        const QPointF at = onlyScales ? QPointF(transform.m11() * point.x() + transform.dx(),
+                                                transform.m22() * point.y() + transform.dy())
+                                      : transform.map(point);
         if (!std::isfinite(at.x()) || !std::isfinite(at.y())) return false;
         mapped.push_back({at.x(), at.y(), 0.0});
     }

@@ -7,18 +7,38 @@
 #include "import/shape/ShapeItem.h"
 
 namespace tzsvg {
+namespace {
+
+// The boundingRect() of a shape's item. A path's is known without one: it is drawn with a hairline.
+bool itemBounds(const XmlNode& node, const LengthContext& lengths, QRectF& bounds, ParsedPaths* paths) {
+    const auto take = [&](const QPainterPath& path) {
+        if (paths) paths->keep(node, path);
+        bounds = path.controlPointRect();
+        return true;
+    };
+    if (node.element() == Element::kPath) {
+        QPainterPath path;
+        return readPath(node, path) && take(path);
+    }
+    const auto item = createShapeItem(node, lengths);
+    if (!item) return false;
+    if (item->type() == QGraphicsPathItem::Type)
+        return take(static_cast<const QGraphicsPathItem&>(*item).path());
+    bounds = item->boundingRect();
+    return true;
+}
+
+}  // namespace
 
 bool elementBounds(const XmlNode& node, const LengthContext& lengths, ElementBounds& bounds,
                    ParsedPaths* paths) {
     bounds = {};
     if (!node.isShape()) return true;
-    const auto item = createShapeItem(node, lengths);
+    QRectF own;
     QTransform transform;
-    if (!item || !elementTransform(node, transform)) return false;
-    if (paths && item->type() == QGraphicsPathItem::Type)
-        paths->keep(node, static_cast<const QGraphicsPathItem&>(*item).path());
+    if (!itemBounds(node, lengths, own, paths) || !elementTransform(node, transform)) return false;
     // A rectangle of negative size is mapped as it is by a mere move.
-    const QRectF rect = transform.mapRect(item->boundingRect()).normalized();
+    const QRectF rect = transform.mapRect(own).normalized();
     bounds = {rect.left(), rect.left() + rect.width(), rect.top(), rect.top() + rect.height()};
     return true;
 }

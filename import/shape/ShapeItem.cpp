@@ -129,10 +129,12 @@ std::unique_ptr<QGraphicsPathItem> buildPolylineItem(const XmlNode& element) {
 }
 
 std::unique_ptr<QGraphicsPathItem> buildPathItem(const XmlNode& element) {
-    if (!element.has(Attribute::kData)) return nullptr;
     QPainterPath path;
-    if (!parsePathData(element.attribute(Attribute::kData), path)) return nullptr;
-    return makePathItem(path);
+    return readPath(element, path) ? makePathItem(path) : nullptr;
+}
+
+bool readPath(const XmlNode& element, QPainterPath& path) {
+    return element.has(Attribute::kData) && parsePathData(element.attribute(Attribute::kData), path);
 }
 
 }  // namespace tzsvg

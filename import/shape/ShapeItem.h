@@ -31,6 +31,9 @@ std::unique_ptr<QGraphicsPolygonItem> buildPolygonItem(const XmlNode& element);
 std::unique_ptr<QGraphicsPathItem> buildPolylineItem(const XmlNode& element);
 std::unique_ptr<QGraphicsPathItem> buildPathItem(const XmlNode& element);
 
+// The path of a path element; false when it is absent or does not read.
+bool readPath(const XmlNode& element, QPainterPath& path);
+
 // The item of a path or polyline that was parsed before.
 std::unique_ptr<QGraphicsPathItem> makePathItem(const QPainterPath& path);
 

@@ -5,10 +5,6 @@
 
 namespace tzsvg {
 
-void skipWhiteSpace(QStringView text, qsizetype& position) {
-    while (position < text.size() && text.at(position).isSpace()) ++position;
-}
-
 bool scanNumber(QStringView text, qsizetype& position, double& value) {
     value = 0.0;
     skipWhiteSpace(text, position);

@@ -12,6 +12,8 @@ namespace tzsvg {
 bool scanNumber(QStringView text, qsizetype& position, double& value);
 
 // Moves `position` past white space.
-void skipWhiteSpace(QStringView text, qsizetype& position);
+inline void skipWhiteSpace(QStringView text, qsizetype& position) {
+    while (position < text.size() && text.at(position).isSpace()) ++position;
+}
 
 }  // namespace tzsvg

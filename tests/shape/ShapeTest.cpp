@@ -146,6 +146,22 @@ TEST(DocumentExtent, boundsOfNegativeSizes) {
     }
 }
 
+// Those of the item, which a path is measured without.
+TEST(DocumentExtent, boundsOfPaths) {
+    for (const char* const xml :
+         {"<path d=''/>", "<path d='M3 4'/>", "<path d='M0 0'/>", "<path d='M1 2M30 40'/>",
+          "<path d='M1 2L5 6Q50 -9 7 7A3 4 30 1 0 9 9z'/>", "<path d='M1 2h0'/>",
+          "<polyline points='1,2 3,-4'/>", "<polyline points='5,5'/>"}) {
+        ElementBounds bounds{};
+        const ParsedDocument parsed(xml);
+        ASSERT_TRUE(elementBounds(parsed.root(), LengthContext(), bounds)) << xml;
+        const QRectF expected = createShapeItem(parsed.root(), LengthContext())->boundingRect();
+        EXPECT_EQ(QRectF(bounds.minX, bounds.minY, bounds.maxX - bounds.minX, bounds.maxY - bounds.minY),
+                  expected)
+            << xml;
+    }
+}
+
 TEST(DocumentExtent, largestY) {
     struct Row {
         const char* xml;

@@ -17,6 +17,16 @@ namespace {
 constexpr uint32_t kShapes = 1000000;
 constexpr double kMostMiBAbove = 1536;
 
+// The system's share, of half a gigabyte written and read, differs most from run to run: the least of three.
+ProgramRun leastOfThree(const std::vector<std::string>& arguments) {
+    ProgramRun least = runProgram(arguments);
+    for (int i = 1; i < 3; ++i) {
+        const ProgramRun run = runProgram(arguments);
+        if (run.seconds < least.seconds) least = run;
+    }
+    return least;
+}
+
 }  // namespace
 
 void addProgramFigures(const Documents& documents) {
@@ -32,7 +42,7 @@ void addProgramFigures(const Documents& documents) {
         const auto [from, to] = name == "import"   ? std::pair(in, scene)
                                 : name == "export" ? std::pair(scene, out)
                                                    : std::pair(in, out);
-        return runs.emplace(name, runProgram({TZHOST, name, from, to})).first->second;
+        return runs.emplace(name, leastOfThree({TZHOST, name, from, to})).first->second;
     };
     const auto own = [&documents]() -> const SceneRun& {
         return sceneRun(documents, SceneKind::kFlat, kShapes);

@@ -2,7 +2,6 @@
 #include "host/MeshData.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 
 #include "hostsdk/CTzError.h"
@@ -12,8 +11,9 @@ namespace {
 
 constexpr uint32_t kMost = std::numeric_limits<uint32_t>::max();
 
+// What is not finite leaves something that is not a number when it is taken from itself.
 bool isFinite(const TzPoint& point) {
-    return std::isfinite(point.x) && std::isfinite(point.y) && std::isfinite(point.z);
+    return (point.x - point.x) + (point.y - point.y) + (point.z - point.z) == 0;
 }
 
 }  // namespace

@@ -56,6 +56,9 @@ class JsonStream {
         if (++at_ >= end_) readChunk();
         return next;
     }
+    // Whether nothing is left: of a NUL in the file RapidJSON cannot tell it from the end.
+    bool atEnd() const { return at_ == end_; }
+
     size_t Tell() const { return file_->offset() + static_cast<size_t>(at_ - file_->begin()); }
 
     // For parsing in place; RapidJSON wants them of every stream and calls them of none but its own.

@@ -40,7 +40,9 @@ std::string parse(JsonFile& file, SceneParser& parser) {
     // an exponent above 308, and more than 308 digits before the point, whatever the exponent.
     const rapidjson::ParseResult result = reader.Parse<rapidjson::kParseNumbersAsStringsFlag>(stream, parser);
     if (result.Code() == rapidjson::kParseErrorTermination) return parser.problem();
-    return result.IsError() ? error(result.Offset(), rapidjson::GetParseError_En(result.Code())) : "";
+    if (result.IsError()) return error(result.Offset(), rapidjson::GetParseError_En(result.Code()));
+    return stream.atEnd() ? ""
+                          : error(stream.Tell(), "The document must not be followed by a NUL character.");
 }
 
 // Adds an item with its packages and channels. `where` names it in messages ("items[0]").

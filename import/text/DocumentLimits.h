@@ -1,6 +1,6 @@
 // One streaming look at an XML text before a tree or a renderer is built from it: the toolkit's tree spends
 // call stack on every level and quadratic time on an element's attributes. Called wherever text from
-// outside is about to be parsed.
+// outside is about to be parsed by the toolkit.
 #pragma once
 
 #include <QString>

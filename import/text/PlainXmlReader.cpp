@@ -52,12 +52,21 @@ Look lookAt(QStringView text) {
     return {other == 0, tabs != 0, references != 0, tags != 0};
 }
 
+bool isEncodingName(QStringView text) {
+    const auto isPart = [](QChar c) { return isNamePart(c.unicode()); };
+    return !text.isEmpty() && isLetter(text.front().unicode()) &&
+           std::all_of(text.begin(), text.end(), isPart);
+}
+
 // What an identifier of a document type may consist of.
 bool isPublicIdentifier(QStringView text) {
     return std::all_of(text.begin(), text.end(), [](QChar c) {
         return isNamePart(c.unicode()) || QStringView(u" '()+,/:=?;!*#@$%").contains(c);
     });
 }
+
+// Qt 5.15 refuses longer ones.
+constexpr qsizetype kMaxPlainName = 4096;
 
 struct Reference {
     QStringView name;
@@ -98,22 +107,26 @@ QXmlStreamReader::TokenType PlainXmlReader::giveUp() {
 }
 
 QXmlStreamReader::TokenType PlainXmlReader::readDeclaration() {
-    const auto value = [this](QStringView name) {
-        const bool isThere = skipBlanks() && skip(name) && skip(u"=");
-        return isThere ? readQuoted() : QStringView();
-    };
-    text_ = value(u"version");
-    if (text_ != u"1.0") return giveUp();
-    if (const QStringView encoding = value(u"encoding"); !encoding.isNull()) {
-        if (encoding.isEmpty() || !isLetter(encoding.front().unicode())) return giveUp();
-        const auto isPart = [](QChar c) { return isNamePart(c.unicode()); };
-        if (!std::all_of(encoding.begin(), encoding.end(), isPart)) return giveUp();
-    }
-    if (const QStringView standalone = value(u"standalone");
-        !standalone.isNull() && standalone != u"yes" && standalone != u"no")
-        return giveUp();
+    QStringView encoding = u"UTF-8";
+    QStringView standalone = u"no";
+    const bool reads = readSetting(u"version", text_) && readSetting(u"encoding", encoding) &&
+                       readSetting(u"standalone", standalone);
+    if (!reads || text_ != u"1.0" || !isEncodingName(encoding)) return giveUp();
+    if (standalone != u"yes" && standalone != u"no") return giveUp();
     skipBlanks();
     return skip(u"?>") ? Token::StartDocument : giveUp();
+}
+
+// One setting of the declaration. An absent one leaves the value as it was; false for a broken one.
+bool PlainXmlReader::readSetting(QStringView name, QStringView& value) {
+    const auto start = position_;
+    if (!skipBlanks() || !skip(name)) {
+        position_ = start;
+        return true;
+    }
+    if (!skip(u"=")) return false;
+    value = readQuoted();
+    return !value.isNull();
 }
 
 QXmlStreamReader::TokenType PlainXmlReader::readDocumentType() {
@@ -123,10 +136,9 @@ QXmlStreamReader::TokenType PlainXmlReader::readDocumentType() {
     if (skipBlanks() && skip(u"PUBLIC")) {
         if (!skipBlanks()) return giveUp();
         const QStringView identifier = readQuoted();
-        if (identifier.isNull() || !isPublicIdentifier(identifier)) return giveUp();
-        const bool isSeparate = skipBlanks();
+        if (identifier.isNull() || !isPublicIdentifier(identifier) || !skipBlanks()) return giveUp();
         const QStringView location = readQuoted();
-        if (!isSeparate || location.isNull()) return giveUp();
+        if (location.isNull()) return giveUp();
         const Look look = lookAt(location);
         if (!look.isPlain || look.hasTab || look.hasReference || look.hasTag) return giveUp();
         skipBlanks();
@@ -161,6 +173,7 @@ QXmlStreamReader::TokenType PlainXmlReader::readStartTag() {
 
 bool PlainXmlReader::readAttribute() {
     const QStringView name = readName();
+    // As many on every element are within the limits: nobody has to count pairs.
     if (name.isEmpty() || isNameTaken(name) || attributes_.size() == kManyAttributes) return false;
     skipBlanks();
     if (!skip(u"=")) return false;
@@ -217,6 +230,7 @@ QStringView PlainXmlReader::readName() {
     for (bool isPrefixed = false;; isPrefixed = true) {
         if (!isNameStart(peek())) return {};
         while (isNamePart(peek())) ++position_;
+        if (position_ - start > kMaxPlainName) return {};
         if (isPrefixed || peek() != u':') return xml_.mid(start, position_ - start);
         ++position_;
     }

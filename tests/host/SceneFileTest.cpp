@@ -32,6 +32,7 @@ const std::vector<Refused>& refusals() {
         {"no JSON", "<svg/>", "line 1, column 1"},
         {"cut short", document("").substr(0, 40), "parse error"},
         {"something after the end", document("") + "x", "parse error"},
+        {"NUL after the end", document("") + std::string("\0x", 2), "parse error at line 1, column 49"},
         {"something after a byte order mark's end", "\xEF\xBB\xBF\xEF\xBB\xBF" + document(""),
          "line 1, column 4"},
         {"half a byte order mark", "\xEF\xBB" + document(""), "line 1, column 3"},

@@ -74,6 +74,7 @@ std::string plainDocument(std::mt19937& random) {
         "<?xml version='1.0'?>",
         "<?xml version=\"1.0\" encoding=\"utf-8\" standalone=\"no\"?> <!-- \xC3\xA9 -->",
         "<!DOCTYPE svg>",
+        "<?xml version='1.0' standalone='yes'?>",
         "<?xml version='1.0' ?><!DOCTYPE svg PUBLIC \"-//W3C//DTD SVG 1.1//EN\" 'http://w3.org/svg11.dtd' >",
     };
     static const char* const kPieces[] = {
@@ -258,6 +259,45 @@ TEST(XmlDocument, equalsTheToolkitsWithPlainTexts) {
     EXPECT_GT(refused, 1000U);
     EXPECT_GT(plain, 1000U);
     EXPECT_GT(read, plain) << "nothing was left for the toolkit to read";
+}
+
+std::string repeated(const char* text, int count) {
+    std::string all;
+    while (count-- > 0) all += text;
+    return all;
+}
+
+// What is nearly plain, at whose edges both have to agree.
+TEST(XmlDocument, equalsTheToolkitsAtTheEdges) {
+    const auto read = [](const std::string& xml) { return readsTheSame(QString::fromStdString(xml)); };
+    for (const std::string declaration :
+         {"version='1.0' encoding?", "version='1.0' encoding=?", "version='1.0' standalone=?",
+          "version='1.0' encoding='utf-8' standalone?", "version='1.0' encoding='utf-8' encoding='utf-8'?",
+          "version='1.0' standalone='no' encoding='utf-8'?", "version='1.0' encoding=''?", "version='1.1'?",
+          "encoding='utf-8'?", "version='1.0'standalone='no'?", "version='1.0' standalone='no' ?", "?",
+          "version = '1.0'?"}) {
+        read("<?xml " + declaration + "><svg/>");
+    }
+    for (const std::string type :
+         {"svg PUBLIC 'a'", "svg PUBLIC 'a''b'", "svg PUBLIC 'a' 'b", "svg PUBLIC '{' 'b'", "svg SYSTEM 'b'",
+          "svg []", "svg PUBLIC 'a' 'b' []", "1svg", "", "a:b", ":"}) {
+        read("<!DOCTYPE " + type + "><svg/>");
+    }
+    for (const size_t length : {4095U, 4096U, 4097U, 4098U}) {
+        const std::string name(length, 'n');
+        read("<" + name + "/>");
+        read("<svg " + name + "='1'/>");
+        read("<a:" + name + "/>");
+        read("<" + name + ":a/>");
+    }
+    for (const int count : {255, 256, 257, 258}) {
+        read(repeated("<g>", count) + repeated("</g>", count));
+        std::string attributes;
+        for (int i = 0; i < count; ++i) attributes.append(" a").append(std::to_string(i)).append("=''");
+        read("<svg" + attributes + "/>");
+    }
+    const std::string text = repeated("lang &amp; breit ", 20000);
+    EXPECT_TRUE(read("<svg d='" + text + "'>" + text + "<!--" + text + "--></svg>"));
 }
 
 // Cut off anywhere, a text is read when the toolkit reads it, and leaves nothing behind when it is not.

@@ -47,6 +47,8 @@ TEST(Definitions, whatGoesIn) {
          "<clipPath id=\"a\"/><clipPath id=\"b\"/>"},
         // Line breaks and tabs go, also as references.
         {"<svg><defs><a b='1&#xA;2&#x9;3&#13;4'>x&#10;y&#9;z</a></defs></svg>", "<a b=\"1234\">xyz</a>", ""},
+        // A text of "defs" itself keeps its quotes, as one further down does.
+        {"<svg><defs>say \"hi\" &amp; go<a>\"x\"</a></defs></svg>", "say \"hi\" &amp; go<a>\"x\"</a>", ""},
         {"<svg><defs><![CDATA[<&]]><!--c--><q:r xmlns:q='u' q:s='\xc3\xa9'/></defs></svg>", nullptr, ""},
     };
     for (const Row& row : rows) {

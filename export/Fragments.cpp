@@ -1,7 +1,7 @@
 // See the header.
 #include "export/Fragments.h"
 
-#include "import/tree/DomForm.h"
+#include "svg/tree/DomForm.h"
 
 namespace tzsvg {
 

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <array>
 
-#include "import/text/DocumentLimits.h"
+#include "svg/text/DocumentLimits.h"
 
 namespace tzsvg {
 namespace {

@@ -4,7 +4,7 @@
 #include <QDomDocument>
 
 #include "export/GroupRecords.h"
-#include "import/text/DocumentLimits.h"
+#include "svg/text/DocumentLimits.h"
 
 namespace tzsvg {
 

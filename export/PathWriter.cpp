@@ -2,7 +2,7 @@
 #include "export/PathWriter.h"
 
 #include "export/SVGSaver.h"
-#include "import/text/RoundTripNames.h"
+#include "svg/text/RoundTripNames.h"
 
 namespace tzsvg {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "export/SVGSaver.h"
-#include "import/text/RoundTripNames.h"
+#include "svg/text/RoundTripNames.h"
 
 namespace tzsvg {
 namespace {

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "import/text/RealText.h"
+#include "svg/text/RealText.h"
 
 namespace tzsvg {
 

@@ -10,7 +10,7 @@
 #include "export/DocumentBlocks.h"
 #include "export/PolygonWriter.h"
 #include "export/StyleAttributes.h"
-#include "import/text/RoundTripNames.h"
+#include "svg/text/RoundTripNames.h"
 
 namespace tzsvg {
 namespace {

@@ -2,7 +2,7 @@
 #include "export/StoredTexts.h"
 
 #include "export/SVGSaver.h"
-#include "import/text/RoundTripNames.h"
+#include "svg/text/RoundTripNames.h"
 
 namespace tzsvg {
 

@@ -10,8 +10,8 @@
 #include <limits>
 
 #include "export/SVGSaver.h"
-#include "import/text/RoundTripNames.h"
-#include "import/text/ScanText.h"
+#include "svg/text/RoundTripNames.h"
+#include "svg/text/ScanText.h"
 
 namespace tzsvg {
 namespace {

@@ -6,7 +6,7 @@
 #include <charconv>
 #include <cmath>
 
-#include "import/text/ScanText.h"
+#include "svg/text/ScanText.h"
 
 namespace tzsvg {
 namespace {

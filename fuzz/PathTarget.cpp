@@ -5,7 +5,7 @@
 #include <cstdlib>
 
 #include "fuzz/FuzzHost.h"
-#include "import/text/PathData.h"
+#include "svg/text/PathData.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::string_view text = tzfuzz::asText(data, size);

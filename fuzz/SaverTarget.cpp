@@ -8,7 +8,7 @@
 #include "host/SceneSaving.h"
 #include "host/TagName.h"
 #include "hostsdk/CTzUser.h"
-#include "import/text/RoundTripNames.h"
+#include "svg/text/RoundTripNames.h"
 
 namespace {
 

@@ -4,9 +4,9 @@
 #include <cstdlib>
 
 #include "fuzz/FuzzHost.h"
-#include "import/text/Length.h"
-#include "import/text/PointList.h"
-#include "import/text/StyleProperty.h"
+#include "svg/text/Length.h"
+#include "svg/text/PointList.h"
+#include "svg/text/StyleProperty.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     using namespace tzsvg;

@@ -3,7 +3,7 @@
 #include <cstdlib>
 
 #include "fuzz/FuzzHost.h"
-#include "import/text/TransformList.h"
+#include "svg/text/TransformList.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::string_view text = tzfuzz::asText(data, size);

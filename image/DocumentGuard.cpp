@@ -11,8 +11,8 @@
 #include "image/LinkedFiles.h"
 #include "image/StyleCost.h"
 #include "image/UseExpansion.h"
-#include "import/text/DocumentLimits.h"
-#include "import/text/DocumentText.h"
+#include "svg/text/DocumentLimits.h"
+#include "svg/text/DocumentText.h"
 
 namespace tzsvg {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "import/text/DocumentLimits.h"
+#include "svg/text/DocumentLimits.h"
 
 namespace tzsvg {
 namespace {

@@ -7,7 +7,7 @@
 #include <array>
 
 #include "hostsdk/CTzError.h"
-#include "import/tree/DomForm.h"
+#include "svg/tree/DomForm.h"
 
 namespace tzsvg {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "import/DocumentSurvey.h"
 #include "import/GroupTable.h"
-#include "import/tree/XmlDocument.h"
+#include "svg/tree/XmlDocument.h"
 
 namespace tzsvg {
 

@@ -1,7 +1,7 @@
 // See the header.
 #include "import/DocumentSurvey.h"
 
-#include "import/tree/XmlNode.h"
+#include "svg/tree/XmlNode.h"
 
 namespace tzsvg {
 namespace {

@@ -8,7 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "import/tree/XmlNode.h"
+#include "svg/tree/XmlNode.h"
 
 namespace tzsvg {
 

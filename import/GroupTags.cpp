@@ -2,8 +2,8 @@
 #include "import/GroupTags.h"
 
 #include "import/SVGLoader.h"
-#include "import/text/RoundTripNames.h"
-#include "import/tree/XmlNode.h"
+#include "svg/text/RoundTripNames.h"
+#include "svg/tree/XmlNode.h"
 
 namespace tzsvg {
 

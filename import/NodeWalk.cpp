@@ -7,8 +7,8 @@
 #include "import/PathConverter.h"
 #include "import/SVGLoader.h"
 #include "import/ShapeConverter.h"
-#include "import/text/RoundTripNames.h"
-#include "import/tree/XmlNode.h"
+#include "svg/text/RoundTripNames.h"
+#include "svg/tree/XmlNode.h"
 
 namespace tzsvg {
 namespace {

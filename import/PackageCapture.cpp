@@ -3,7 +3,7 @@
 
 #include "import/Captures.h"
 #include "import/SVGLoader.h"
-#include "import/text/RoundTripNames.h"
+#include "svg/text/RoundTripNames.h"
 
 namespace tzsvg {
 namespace {

@@ -4,9 +4,9 @@
 #include <array>
 
 #include "import/SVGLoader.h"
-#include "import/text/RoundTripNames.h"
-#include "import/text/StyleProperty.h"
-#include "import/tree/XmlNode.h"
+#include "svg/text/RoundTripNames.h"
+#include "svg/text/StyleProperty.h"
+#include "svg/tree/XmlNode.h"
 
 namespace tzsvg {
 namespace {

@@ -4,7 +4,7 @@
 #include <QScopeGuard>
 #include <algorithm>
 
-#include "import/text/DocumentText.h"
+#include "svg/text/DocumentText.h"
 
 namespace tzsvg {
 

@@ -5,7 +5,7 @@
 #include <QString>
 
 #include "import/DocumentSurvey.h"
-#include "import/tree/XmlDocument.h"
+#include "svg/tree/XmlDocument.h"
 
 namespace tzsvg {
 

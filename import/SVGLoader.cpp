@@ -7,9 +7,9 @@
 #include "import/NodeWalk.h"
 #include "import/PackageCapture.h"
 #include "import/SwitchFlattening.h"
-#include "import/shape/DocumentExtent.h"
-#include "import/text/RoundTripNames.h"
-#include "import/text/Utf8Text.h"
+#include "svg/shape/DocumentExtent.h"
+#include "svg/text/RoundTripNames.h"
+#include "svg/text/Utf8Text.h"
 
 namespace tzsvg {
 

@@ -12,9 +12,9 @@
 #include "import/KeptText.h"
 #include "import/Recognition.h"
 #include "import/SVGIOLogMessage.h"
-#include "import/shape/ElementTransform.h"
-#include "import/shape/ParsedPaths.h"
-#include "import/text/Length.h"
+#include "svg/shape/ElementTransform.h"
+#include "svg/shape/ParsedPaths.h"
+#include "svg/text/Length.h"
 
 namespace tzsvg {
 

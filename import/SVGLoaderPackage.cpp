@@ -4,7 +4,7 @@
 #include <array>
 
 #include "hostsdk/CTzPolymorph.h"
-#include "import/text/RoundTripNames.h"
+#include "svg/text/RoundTripNames.h"
 
 namespace tzsvg {
 namespace {

@@ -9,7 +9,7 @@
 #include "import/PolygonBuilder.h"
 #include "import/SVGLoader.h"
 #include "import/TagChain.h"
-#include "import/shape/ShapeItem.h"
+#include "svg/shape/ShapeItem.h"
 
 namespace tzsvg {
 namespace {

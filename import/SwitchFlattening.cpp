@@ -2,7 +2,7 @@
 // children before it and removing it; a copy has no line number, and so has what a switch held.
 #include "import/SwitchFlattening.h"
 
-#include "import/tree/XmlDocument.h"
+#include "svg/tree/XmlDocument.h"
 
 namespace tzsvg {
 

@@ -5,8 +5,8 @@
 #include "import/PresentationTags.h"
 #include "import/PrimitiveTags.h"
 #include "import/SVGLoader.h"
-#include "import/text/RoundTripNames.h"
-#include "import/tree/XmlNode.h"
+#include "svg/text/RoundTripNames.h"
+#include "svg/tree/XmlNode.h"
 
 namespace tzsvg {
 namespace {

@@ -7,7 +7,7 @@
 #include "image/CSVGImageLoader.h"
 #include "import/SVGLoader.h"
 #include "import/SVGLoaderPackage.h"
-#include "import/text/RoundTripNames.h"
+#include "svg/text/RoundTripNames.h"
 
 namespace tzsvg {
 namespace {

@@ -10,8 +10,8 @@
 #include "import/PrimitiveTags.h"
 #include "import/Recognition.h"
 #include "import/SwitchFlattening.h"
-#include "import/shape/ShapeItem.h"
-#include "import/tree/DomForm.h"
+#include "svg/shape/ShapeItem.h"
+#include "svg/tree/DomForm.h"
 #include "tests/tree/ParsedDocument.h"
 
 namespace tzsvg {

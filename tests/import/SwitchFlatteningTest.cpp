@@ -9,8 +9,8 @@
 #include <random>
 #include <string>
 
-#include "import/tree/DomForm.h"
-#include "import/tree/XmlDocument.h"
+#include "svg/tree/DomForm.h"
+#include "svg/tree/XmlDocument.h"
 
 namespace tzsvg {
 namespace {

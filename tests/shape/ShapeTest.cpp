@@ -1,9 +1,9 @@
 // Shape items, element transforms and the extent of documents, from XML snippets.
 #include <gtest/gtest.h>
 
-#include "import/shape/DocumentExtent.h"
-#include "import/shape/ElementTransform.h"
-#include "import/shape/ShapeItem.h"
+#include "svg/shape/DocumentExtent.h"
+#include "svg/shape/ElementTransform.h"
+#include "svg/shape/ShapeItem.h"
 #include "tests/tree/ParsedDocument.h"
 
 namespace tzsvg {

@@ -4,11 +4,11 @@
 #include <clocale>
 #include <string>
 
-#include "import/text/DocumentLimits.h"
-#include "import/text/PointList.h"
-#include "import/text/ScanText.h"
-#include "import/text/StyleProperty.h"
-#include "import/text/TransformList.h"
+#include "svg/text/DocumentLimits.h"
+#include "svg/text/PointList.h"
+#include "svg/text/ScanText.h"
+#include "svg/text/StyleProperty.h"
+#include "svg/text/TransformList.h"
 
 namespace tzsvg {
 namespace {

@@ -3,9 +3,9 @@
 
 #include <cmath>
 
-#include "import/text/Length.h"
-#include "import/text/NumberScanner.h"
-#include "import/text/NumberText.h"
+#include "svg/text/Length.h"
+#include "svg/text/NumberScanner.h"
+#include "svg/text/NumberText.h"
 
 namespace tzsvg {
 namespace {

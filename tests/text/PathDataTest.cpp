@@ -4,8 +4,8 @@
 
 #include <cmath>
 
-#include "import/text/Arc.h"
-#include "import/text/PathData.h"
+#include "svg/text/Arc.h"
+#include "svg/text/PathData.h"
 
 namespace tzsvg {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "import/tree/XmlDocument.h"
+#include "svg/tree/XmlDocument.h"
 
 namespace tzsvg {
 

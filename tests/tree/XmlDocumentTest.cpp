@@ -1,5 +1,5 @@
 // The import's document against the toolkit's: the same nodes from any text, and the same text from any node.
-#include "import/tree/XmlDocument.h"
+#include "svg/tree/XmlDocument.h"
 
 #include <gtest/gtest.h>
 
@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "import/text/PlainXmlReader.h"
-#include "import/tree/DomForm.h"
+#include "svg/text/PlainXmlReader.h"
+#include "svg/tree/DomForm.h"
 
 namespace tzsvg {
 namespace {

@@ -1,13 +1,13 @@
 // See the header. Read at recognition.
-#include "import/tree/XmlDocument.h"
+#include "svg/tree/XmlDocument.h"
 
 #include <QXmlStreamReader>
 #include <algorithm>
 #include <memory>
 #include <type_traits>
 
-#include "import/text/PlainXmlReader.h"
-#include "import/text/XmlReader.h"
+#include "svg/text/PlainXmlReader.h"
+#include "svg/text/XmlReader.h"
 
 namespace tzsvg {
 namespace {

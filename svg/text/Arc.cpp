@@ -1,10 +1,10 @@
 // See the header. Called by the path data reader; tested by tests/text/PathDataTest.cpp.
-#include "import/text/Arc.h"
+#include "svg/text/Arc.h"
 
 #include <QTransform>
 #include <cmath>
 
-#include "import/text/PathPoint.h"
+#include "svg/text/PathPoint.h"
 
 namespace tzsvg {
 namespace {

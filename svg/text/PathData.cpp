@@ -1,12 +1,12 @@
 // See the header. One reader object per text, one small function per command. Tested by
 // tests/text/PathDataTest.cpp.
-#include "import/text/PathData.h"
+#include "svg/text/PathData.h"
 
 #include <QPointF>
 
-#include "import/text/Arc.h"
-#include "import/text/NumberScanner.h"
-#include "import/text/PathPoint.h"
+#include "svg/text/Arc.h"
+#include "svg/text/NumberScanner.h"
+#include "svg/text/PathPoint.h"
 
 namespace tzsvg {
 namespace {

@@ -1,10 +1,10 @@
 // See the header. Tested by tests/text/ListsTest.cpp.
-#include "import/text/PointList.h"
+#include "svg/text/PointList.h"
 
 #include <cmath>
 
-#include "import/text/NumberScanner.h"
-#include "import/text/NumberText.h"
+#include "svg/text/NumberScanner.h"
+#include "svg/text/NumberText.h"
 
 namespace tzsvg {
 namespace {

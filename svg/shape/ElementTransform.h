@@ -4,7 +4,7 @@
 #include <QTransform>
 #include <vector>
 
-#include "import/tree/XmlNode.h"
+#include "svg/tree/XmlNode.h"
 
 namespace tzsvg {
 

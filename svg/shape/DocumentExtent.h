@@ -2,9 +2,9 @@
 // flips the y axis.
 #pragma once
 
-#include "import/shape/ParsedPaths.h"
-#include "import/text/Length.h"
-#include "import/tree/XmlNode.h"
+#include "svg/shape/ParsedPaths.h"
+#include "svg/text/Length.h"
+#include "svg/tree/XmlNode.h"
 
 namespace tzsvg {
 

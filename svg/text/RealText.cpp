@@ -1,7 +1,7 @@
 // See the header. Nearly every number lies between 0.0001 and 999999 and is no tie: it is scaled to six
 // digits before the point and rounded. Everything else goes to the toolkit. RealText/equalsToolkit pins that
 // both agree.
-#include "import/text/RealText.h"
+#include "svg/text/RealText.h"
 
 #include <QString>
 #include <array>

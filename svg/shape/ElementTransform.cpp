@@ -1,7 +1,7 @@
 // See the header. Used by the converters and the measuring of the document.
-#include "import/shape/ElementTransform.h"
+#include "svg/shape/ElementTransform.h"
 
-#include "import/text/TransformList.h"
+#include "svg/text/TransformList.h"
 
 namespace tzsvg {
 

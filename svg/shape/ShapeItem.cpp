@@ -1,12 +1,12 @@
 // See the header. Called by the converters and by the measuring of the document.
-#include "import/shape/ShapeItem.h"
+#include "svg/shape/ShapeItem.h"
 
 #include <QPen>
 #include <algorithm>
 
-#include "import/text/PathData.h"
-#include "import/text/PathPoint.h"
-#include "import/text/PointList.h"
+#include "svg/text/PathData.h"
+#include "svg/text/PathPoint.h"
+#include "svg/text/PointList.h"
 
 namespace tzsvg {
 namespace {

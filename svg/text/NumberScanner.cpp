@@ -1,7 +1,7 @@
 // See the header. Tested by tests/text/NumbersTest.cpp.
-#include "import/text/NumberScanner.h"
+#include "svg/text/NumberScanner.h"
 
-#include "import/text/NumberText.h"
+#include "svg/text/NumberText.h"
 
 namespace tzsvg {
 

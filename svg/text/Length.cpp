@@ -1,11 +1,11 @@
 // See the header. Tested by tests/text/NumbersTest.cpp.
-#include "import/text/Length.h"
+#include "svg/text/Length.h"
 
 #include <QStringView>
 #include <array>
 
-#include "import/text/NumberText.h"
-#include "import/text/ScanText.h"
+#include "svg/text/NumberText.h"
+#include "svg/text/ScanText.h"
 
 namespace tzsvg {
 namespace {

@@ -1,5 +1,5 @@
 // See the header. Neither a name nor a value holds a ";".
-#include "import/text/StyleProperty.h"
+#include "svg/text/StyleProperty.h"
 
 namespace tzsvg {
 

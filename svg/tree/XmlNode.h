@@ -5,7 +5,7 @@
 #include <QStringView>
 #include <cstdint>
 
-#include "import/tree/KnownNames.h"
+#include "svg/tree/KnownNames.h"
 
 namespace tzsvg {
 

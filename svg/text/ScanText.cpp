@@ -1,5 +1,5 @@
 // See the header.
-#include "import/text/ScanText.h"
+#include "svg/text/ScanText.h"
 
 #include <locale.h>  // NOLINT(modernize-deprecated-headers): newlocale is POSIX
 #include <clocale>

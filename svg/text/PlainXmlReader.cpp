@@ -1,10 +1,10 @@
 // See the header.
-#include "import/text/PlainXmlReader.h"
+#include "svg/text/PlainXmlReader.h"
 
 #include <algorithm>
 #include <iterator>
 
-#include "import/text/DocumentLimits.h"
+#include "svg/text/DocumentLimits.h"
 
 namespace tzsvg {
 namespace {

@@ -1,8 +1,8 @@
 // See the header.
-#include "import/tree/DomForm.h"
+#include "svg/tree/DomForm.h"
 
-#include "import/text/XmlReader.h"
-#include "import/tree/XmlNode.h"
+#include "svg/text/XmlReader.h"
+#include "svg/tree/XmlNode.h"
 
 namespace tzsvg {
 

@@ -1,10 +1,10 @@
 // See the header. Called once a load, before everything else.
-#include "import/shape/DocumentExtent.h"
+#include "svg/shape/DocumentExtent.h"
 
 #include <algorithm>
 
-#include "import/shape/ElementTransform.h"
-#include "import/shape/ShapeItem.h"
+#include "svg/shape/ElementTransform.h"
+#include "svg/shape/ShapeItem.h"
 
 namespace tzsvg {
 namespace {

@@ -1,7 +1,7 @@
 // See the header. Plain numbers are read here, longer ones and exponents by std::from_chars, which rounds as
 // the toolkit does (correctly); whatever it does not take whole goes to the toolkit. NumberText/equalsToolkit
 // pins that all agree.
-#include "import/text/NumberText.h"
+#include "svg/text/NumberText.h"
 
 #include <QString>
 #include <array>

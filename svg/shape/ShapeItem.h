@@ -10,9 +10,9 @@
 #include <QGraphicsRectItem>
 #include <memory>
 
-#include "import/shape/RoundedRectItem.h"
-#include "import/text/Length.h"
-#include "import/tree/XmlNode.h"
+#include "svg/shape/RoundedRectItem.h"
+#include "svg/text/Length.h"
+#include "svg/tree/XmlNode.h"
 
 namespace tzsvg {
 

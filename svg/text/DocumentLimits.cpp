@@ -1,7 +1,7 @@
 // See the header. Two scans: a bare one over the characters for nearly every document, and the toolkit's own
 // stream reader for the few with an internal subset, whose entities and default attributes add elements and
 // attributes that the text does not show.
-#include "import/text/DocumentLimits.h"
+#include "svg/text/DocumentLimits.h"
 
 #include <QXmlStreamReader>
 

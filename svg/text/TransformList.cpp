@@ -1,10 +1,10 @@
 // See the header. Tested by tests/text/ListsTest.cpp.
-#include "import/text/TransformList.h"
+#include "svg/text/TransformList.h"
 
 #include <array>
 #include <cmath>
 
-#include "import/text/NumberScanner.h"
+#include "svg/text/NumberScanner.h"
 
 namespace tzsvg {
 namespace {

@@ -1,6 +1,6 @@
 // A document as the import holds it: the nodes that the toolkit's QDomDocument would have, in a tenth of its
 // room and a fraction of its time, because they are made together, found by code instead of by text, and let
-// go together. What is kept as text still takes the toolkit's form: import/tree/DomForm.h.
+// go together. What is kept as text still takes the toolkit's form: svg/tree/DomForm.h.
 #pragma once
 
 #include <QHash>
@@ -9,7 +9,7 @@
 #include <deque>
 #include <memory_resource>
 
-#include "import/tree/XmlNode.h"
+#include "svg/tree/XmlNode.h"
 
 namespace tzsvg {
 

@@ -1,7 +1,7 @@
 // See the header.
-#include "import/text/XmlReader.h"
+#include "svg/text/XmlReader.h"
 
-#include "import/text/DocumentLimits.h"
+#include "svg/text/DocumentLimits.h"
 
 #if QT_VERSION_MAJOR < 6
 #include <QRegularExpression>

@@ -1,5 +1,5 @@
 // See the header.
-#include "import/tree/KnownNames.h"
+#include "svg/tree/KnownNames.h"
 
 #include <algorithm>
 #include <array>

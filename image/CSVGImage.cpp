@@ -8,10 +8,10 @@
 
 #include "hostsdk/CTzPolymorph.h"
 #include "image/CSVGImageLoader.h"
-#include "image/GuiApplication.h"
 #include "image/PixelConversion.h"
 #include "image/RendererPool.h"
 #include "image/TileRenderer.h"
+#include "svg/GuiApplication.h"
 
 namespace tzsvg {
 namespace {

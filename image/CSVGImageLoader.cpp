@@ -5,8 +5,8 @@
 
 #include "hostsdk/CTzUser_Image.h"
 #include "image/CSVGImage.h"
-#include "image/GuiApplication.h"
 #include "image/RendererPool.h"
+#include "svg/GuiApplication.h"
 
 namespace tzsvg {
 namespace {

@@ -10,8 +10,8 @@
 #include <QImage>
 #include <QTemporaryDir>
 
-#include "image/GuiApplication.h"
 #include "image/RendererPool.h"
+#include "svg/GuiApplication.h"
 
 using namespace tzsvg;
 

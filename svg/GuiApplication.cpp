@@ -1,5 +1,5 @@
 // See the header.
-#include "image/GuiApplication.h"
+#include "svg/GuiApplication.h"
 
 #include <QFileInfo>
 #include <QGuiApplication>

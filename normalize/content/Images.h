@@ -1,0 +1,22 @@
+// Pictures. A mesh holds none, but definitions come back word for word: a picture rides as the fill pattern
+// of a polygon.
+#pragma once
+
+namespace tznormalize {
+
+class OutputElement;
+class SourceElement;
+struct Conversion;
+struct Place;
+struct Target;
+
+// Fills `group` with an `image` element that stands at `place` (its own style and transform included): a
+// polygon whose fill is a pattern that holds the picture; in a definition (not target.isDrawn) the picture
+// itself. Links lead to files only when these lie in the drawing's folder or below, are PNG, JPEG or GIF, and
+// no larger than kLargestPicture; drawings inside are converted in place.
+void convertImage(Conversion& conversion, const SourceElement& image, const Place& place,
+                  OutputElement& group, Target& target);
+
+constexpr long long kLargestPicture = 64 * 1024 * 1024;  // bytes, before base64
+
+}  // namespace tznormalize

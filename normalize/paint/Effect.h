@@ -1,0 +1,19 @@
+// What a clip path, a mask or a filter comes to for one object.
+#pragma once
+
+#include <string>
+
+namespace tznormalize {
+
+enum class EffectKind {
+    kNone,          // nothing to set
+    kUrl,           // `url` is the attribute's value
+    kDrawsNothing,  // the object is not drawn at all
+};
+
+struct Effect {
+    EffectKind kind = EffectKind::kNone;
+    std::string url;  // "url(#clip3)"
+};
+
+}  // namespace tznormalize

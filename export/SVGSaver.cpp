@@ -39,17 +39,19 @@ bool SVGSaver::close() noexcept {
     return closed;
 }
 
+// A warning that does not reach the user stops nobody from saving.
 void SVGSaver::verifyScene() {
-    postMessage(kMessageTable, kMessageWarning, {"SVG sub-paths are output as individual paths."});
+    tzGate([&] {
+        postMessage(kMessageTable, kMessageWarning, {"SVG sub-paths are output as individual paths."});
+    });
 }
 
+// A preparatory pass has nothing to do.
 TzResult SVGSaver::saveScene() {
-    viewBox_ = {};
-    if (pass() == 1) gatherStoredTexts();
     return reallySaving() ? writeDocument() : kTzOk;
 }
 
-// Reads what the packages of the meshes keep: all that a preparatory pass has to do.
+// Reads what the packages of the meshes keep.
 void SVGSaver::gatherStoredTexts() {
     startItemScan(kTzItemMesh);
     while (nextItem()) storedTexts_.push_back(readStoredTexts(*this));
@@ -57,9 +59,12 @@ void SVGSaver::gatherStoredTexts() {
 
 TzResult SVGSaver::writeDocument() {
     document_.clear();
+    viewBox_ = {};
     error_ = ErrorState::kNone;
+    // Before anything is read, so that a save that fails leaves the beginning of a document.
     writeText(kDeclaration);
     lineBreak(false);
+    gatherStoredTexts();
     writeDoctype();
 
     PackageTexts packages;
@@ -135,7 +140,8 @@ TzResult SVGSaver::writeMesh(size_t meshIndex) {
     scanPoints();
     axis_ = findProjectionPlane(points_);
     if (axis_ == PlaneAxis::kNone) return kTzFailed;
-    bounds_ = meshBounds();
+    // A mesh without bounds is one that cannot be written, as one that is not flat: the others go out.
+    if (tzFailed(tzGate([&] { bounds_ = meshBounds(); }))) return kTzFailed;
     const TzPoint& extent = bounds_.extent;
     strokeWidth_ = defaultStrokeWidth(std::max({extent.x, extent.y, extent.z}));
     projection_ =

@@ -9,7 +9,8 @@ namespace tzsvg {
 std::optional<StoredTexts> readStoredTexts(const SVGSaver& saver) {
     bool found = false;
     const auto read = [&](const char* channel) {
-        const std::optional<std::string> text = saver.channel(channel);
+        std::optional<std::string> text;
+        if (tzFailed(tzGate([&] { text = saver.channel(channel); }))) throw CTzError(kTzFailed);
         found = found || text;
         return text.value_or(std::string());
     };

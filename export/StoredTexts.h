@@ -19,7 +19,7 @@ struct StoredTexts {
 };
 
 // The texts of the saver's current item; nothing when it does not carry the package. A channel that does not
-// exist reads as empty.
+// exist reads as empty; one that cannot be read throws CTzError(kTzFailed), whatever the host's code is.
 std::optional<StoredTexts> readStoredTexts(const SVGSaver& saver);
 
 }  // namespace tzsvg

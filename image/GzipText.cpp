@@ -47,9 +47,11 @@ std::optional<QByteArray> unpackGzip(const QByteArray& packed, qint64 limit) {
         inflater->next_out = reinterpret_cast<Bytef*>(chunk.data());
         inflater->avail_out = kChunk;
         const int result = inflate(inflater.get(), Z_NO_FLUSH);
-        if (result != Z_OK && result != Z_STREAM_END) return std::nullopt;
+        const bool atEnd = result == Z_BUF_ERROR && inflater->avail_in == 0;  // nothing more to unpack
+        if (result != Z_OK && result != Z_STREAM_END && !atEnd) return std::nullopt;
         unpacked.append(chunk.constData(), kChunk - static_cast<int>(inflater->avail_out));
         if (unpacked.size() > limit) return std::nullopt;
+        if (atEnd) return unpacked;
         if (result == Z_STREAM_END) {
             if (inflater->avail_in == 0) return unpacked;
             if (inflateReset(inflater.get()) != Z_OK) return std::nullopt;

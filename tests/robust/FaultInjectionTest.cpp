@@ -71,9 +71,8 @@ class FaultInjection : public testing::Test {
                 SCOPED_TRACE(failed + ", call " + std::to_string(call) + ", fault " +
                              std::to_string(static_cast<int>(fault)));
                 ASSERT_EQ(gate.objectsAlive(), alive);
-                if (fault == Fault::kNullResult) {
-                    ASSERT_TRUE(tzFailed(code) || handingOut().count(failed) == 0);
-                } else if (harmless.count(failed) == 0) {
+                const bool mustFail = fault != Fault::kNullResult || handingOut().count(failed) > 0;
+                if (mustFail && harmless.count(failed) == 0) {
                     ASSERT_TRUE(tzFailed(code));
                 }
                 ASSERT_EQ(codeOf(operation), kTzOk);
@@ -107,6 +106,7 @@ TEST_F(FaultInjection, import) {
         [&] { return made; });
 }
 
+// A warning that is not shown costs nothing, and the first of two meshes without bounds only itself.
 TEST_F(FaultInjection, exportOverAGoodFile) {
     const ScenePtr scene = session_.host.makeScene();
     importFile(session_.host, *scene, folder_ / "in.svg");
@@ -124,7 +124,8 @@ TEST_F(FaultInjection, exportOverAGoodFile) {
             }
             tzCheck(code);
         },
-        [&] { return folder_.read("out.svg"); });
+        [&] { return folder_.read("out.svg"); },
+        {"ITzHost::service", "ITzMessages::post", "ITzMesh::bounds"});
 }
 
 // A renderer that cannot be put back into the pool is none that the caller misses.

@@ -1,0 +1,140 @@
+// The state of one conversion, which the walk (convert), the paints (paint) and what is no shape (content)
+// share, and what they hand each other: where an element stands, and what is being written into.
+#pragma once
+
+#include <QString>
+#include <optional>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+#include "normalize/Notes.h"
+#include "normalize/document/SourceDocument.h"
+#include "normalize/geometry/Matrix.h"
+#include "normalize/geometry/Path.h"
+#include "normalize/paint/PlacedPaths.h"
+#include "normalize/style/Style.h"
+#include "normalize/text/Length.h"
+#include "normalize/write/Definitions.h"
+#include "normalize/write/Grid.h"
+
+namespace tznormalize {
+
+// Elements that are being expanded: what a `use`, a pattern, a clip path, a mask or a marker leads to while
+// its content is converted. A reference back to one of them is a cycle and leads nowhere.
+class VisitedElements {
+  public:
+    // References within references; deeper ones are not followed.
+    static constexpr size_t kMostNested = 60;
+
+    bool contains(const SourceElement& element) const { return elements_.count(element.index()) != 0; }
+    bool isEmpty() const { return elements_.empty(); }
+
+    // Whether the content of `element` may be converted now: neither a cycle nor too deep.
+    bool mayEnter(const SourceElement& element) const {
+        return elements_.size() < kMostNested && !contains(element);
+    }
+
+  private:
+    friend class Visit;
+    std::unordered_set<uint32_t> elements_;
+};
+
+// Marks an element as being expanded for as long as it lives.
+class Visit {
+  public:
+    Visit(VisitedElements& visited, const SourceElement& element)
+        : visited_(visited), index_(element.index()), isFirst_(visited.elements_.insert(index_).second) {}
+    ~Visit() {
+        if (isFirst_) visited_.elements_.erase(index_);
+    }
+    Visit(const Visit&) = delete;
+    Visit& operator=(const Visit&) = delete;
+
+  private:
+    VisitedElements& visited_;
+    uint32_t index_;
+    bool isFirst_;
+};
+
+// How many elements are converted, each counted as often as a reference leads to it: a few nested `use`
+// elements can ask for billions.
+class ElementBudget {
+  public:
+    // For what references multiply; the document's own elements come on top.
+    static constexpr size_t kMostExpanded = 200'000;
+
+    explicit ElementBudget(size_t documentElements) : left_(documentElements + kMostExpanded) {}
+
+    // Counts one element; false when there were too many, and from then on.
+    bool spend() {
+        if (left_ == 0) return false;
+        --left_;
+        return left_ != 0;
+    }
+    bool isSpent() const { return left_ == 0; }
+
+  private:
+    size_t left_;
+};
+
+struct Conversion {
+    Conversion(const SourceDocument& document, const Cascade& cascade, const QString& file,
+               Notes& notesToFill, const Box& pageOfResult, const Matrix& toPage, const Grid& pageGrid)
+        : source(document),
+          styles(cascade),
+          fileName(file),
+          notes(notesToFill),
+          page(pageOfResult),
+          base(toPage),
+          grid(pageGrid),
+          definitions(document),
+          budget(document.elementCount()) {}
+
+    const SourceDocument& source;
+    const Cascade& styles;
+    QString fileName;  // of the drawing; may be empty
+    Notes& notes;
+    Box page;     // of the result: what a viewer of the original sees
+    Matrix base;  // from the root's user space to the page
+    Grid grid;
+    Definitions definitions;
+    VisitedElements visited;
+    ElementBudget budget;
+    std::optional<Box> drawn;  // everything drawn, control points included, strokes not
+    bool reachesOverPage = false;
+};
+
+// One note on `element`, where it stands in the source.
+void addNote(Conversion& conversion, NoteCode code, const SourceElement& element, const QString& text,
+             const QString& attribute = QString());
+
+// Where an element stands. Copied downwards; `ctm` leads from the element's user space to the page and
+// includes its own transform, `style` is its own computed style.
+struct Place {
+    Matrix ctm;
+    Style style;
+    Viewport viewport;  // of the nearest svg element or view box, for percentages
+};
+
+// What is being written into.
+struct Target {
+    bool isDrawn = false;     // the drawing itself, not a definition
+    bool isClip = false;      // a clip path: only areas count in it
+    bool isMeasured = false;  // nothing is written; only `box` is wanted
+
+    // The outlines of what was written, kept only while somebody asks for boxes of groups: see isCollecting.
+    std::vector<PlacedPath> paths;
+    int isCollecting = 0;
+
+    std::optional<Box> box;  // when measured: of all control points, in the space of the result
+
+    int depth = 0;           // of groups around
+    int effects = 0;         // how many of these have a mask or a filter, whose result may reach elsewhere
+    std::vector<Box> clips;  // upright boxes in page space outside of which nothing is seen, innermost last
+
+    // Tells of an outline that was written, or would be; `ctm` maps it to the page.
+    void add(const Path& path, const Matrix& ctm);
+};
+
+}  // namespace tznormalize

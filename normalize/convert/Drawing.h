@@ -1,0 +1,19 @@
+// The whole: from a document read to the document that is written.
+#pragma once
+
+#include <QString>
+#include <optional>
+
+#include "normalize/Notes.h"
+#include "normalize/document/SourceDocument.h"
+#include "normalize/style/Style.h"
+#include "normalize/write/OutputElement.h"
+
+namespace tznormalize {
+
+// The converted drawing as one svg element: the outline of the page, definitions, clip paths, and one group
+// with everything drawn. Nothing when references make too many elements of it (Refusal::kTooManyElements).
+std::optional<OutputElement> convertDrawing(const SourceDocument& source, const Cascade& styles,
+                                            const QString& fileName, Notes& notes);
+
+}  // namespace tznormalize

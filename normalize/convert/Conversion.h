@@ -13,7 +13,7 @@
 #include "normalize/geometry/Matrix.h"
 #include "normalize/geometry/Path.h"
 #include "normalize/paint/PlacedPaths.h"
-#include "normalize/style/Style.h"
+#include "normalize/style/Cascade.h"
 #include "normalize/text/Length.h"
 #include "normalize/write/Definitions.h"
 #include "normalize/write/Grid.h"

@@ -6,7 +6,7 @@
 
 #include "normalize/Notes.h"
 #include "normalize/document/SourceDocument.h"
-#include "normalize/style/Style.h"
+#include "normalize/style/Cascade.h"
 #include "normalize/write/OutputElement.h"
 
 namespace tznormalize {

@@ -49,7 +49,7 @@ class Path {
     void close() { verbs_.push_back(Verb::kClose); }
     void append(const Segment& segment);
     void append(const Path& path);
-    void clear();
+    void reserve(size_t segments);
 
     bool isEmpty() const { return verbs_.empty(); }
     size_t size() const { return verbs_.size(); }

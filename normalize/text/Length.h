@@ -18,7 +18,7 @@ struct Viewport {
     double extent(Axis axis) const;  // for kNeither the diagonal over the square root of two
 };
 
-// Reads a length: px, pt, pc, mm, cm, in, em, ex, rem, %, or no unit. Nothing for text that is none: the
+// Reads a length: px, pt, pc, mm, cm, in, em, ex, %, or no unit. Nothing for text that is none: the
 // caller knows what holds then. `fontSize` in user units.
 std::optional<double> readLength(QStringView text, Axis axis, const Viewport& viewport, double fontSize);
 

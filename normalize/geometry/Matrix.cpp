@@ -44,8 +44,8 @@ std::optional<Matrix> Matrix::inverse() const {
     return Matrix{m.a, m.b, m.c, m.d, origin.x, origin.y};
 }
 
-// A matrix is a turn with an even scale plus a reflection with an even scale: their scales add up in one direction and
-// work against each other in the one across.
+// A matrix is a turn with an even scale plus a reflection with an even scale: their scales add up in one
+// direction and work against each other in the one across.
 Matrix::Stretches Matrix::stretches() const {
     const double turn = std::hypot((a + d) / 2, (b - c) / 2);
     const double reflection = std::hypot((a - d) / 2, (b + c) / 2);
@@ -62,8 +62,8 @@ bool Matrix::isEven() const {
 }
 
 Matrix operator*(const Matrix& m, const Matrix& n) {
-    return {m.a * n.a + m.c * n.b,       m.b * n.a + m.d * n.b,       m.a * n.c + m.c * n.d,
-            m.b * n.c + m.d * n.d,       m.a * n.e + m.c * n.f + m.e, m.b * n.e + m.d * n.f + m.f};
+    return {m.a * n.a + m.c * n.b, m.b * n.a + m.d * n.b,       m.a * n.c + m.c * n.d,
+            m.b * n.c + m.d * n.d, m.a * n.e + m.c * n.f + m.e, m.b * n.e + m.d * n.f + m.f};
 }
 
 bool operator==(const Matrix& m, const Matrix& n) {

@@ -68,13 +68,13 @@ bool Path::hasCurves() const {
 }
 
 bool Path::isClosedPolygon() const {
-    return verbs_.size() > 2 && verbs_.back() == Verb::kClose && points_.size() == verbs_.size() - 1 && !hasCurves() &&
-           std::count(verbs_.begin(), verbs_.end(), Verb::kMove) == 1;
+    return verbs_.size() > 2 && verbs_.back() == Verb::kClose && points_.size() == verbs_.size() - 1 &&
+           !hasCurves() && std::count(verbs_.begin(), verbs_.end(), Verb::kMove) == 1;
 }
 
 bool Path::coversArea() const {
-    return verbs_.size() > 2 &&
-           std::any_of(points_.begin() + 1, points_.end(), [this](const Point& p) { return p != points_.front(); });
+    return verbs_.size() > 2 && std::any_of(points_.begin() + 1, points_.end(),
+                                            [this](const Point& p) { return p != points_.front(); });
 }
 
 void Path::map(const Matrix& matrix) {

@@ -33,7 +33,9 @@ void append(Path& path, const SubPath& piece) {
 bool isDot(const SubPath& piece, double step) {
     const auto grid = [step](double value) { return std::round(value / step); };
     const Point start = piece.front().end();
-    const auto isAtStart = [&](const Point& p) { return grid(p.x) == grid(start.x) && grid(p.y) == grid(start.y); };
+    const auto isAtStart = [&](const Point& p) {
+        return grid(p.x) == grid(start.x) && grid(p.y) == grid(start.y);
+    };
     return piece.size() > 1 && std::all_of(piece.begin(), piece.end(), [&](const Path::Segment& segment) {
                return std::all_of(segment.points, segment.points + pointCount(segment.verb), isAtStart);
            });
@@ -134,7 +136,8 @@ bool hasClosing(const Path& path) {
 
 bool isClosedThroughout(const Path& path) {
     const std::vector<Verb>& verbs = path.verbs();
-    return std::count(verbs.begin(), verbs.end(), Verb::kMove) == std::count(verbs.begin(), verbs.end(), Verb::kClose);
+    return std::count(verbs.begin(), verbs.end(), Verb::kMove) ==
+           std::count(verbs.begin(), verbs.end(), Verb::kClose);
 }
 
 Path runOn(const Path& path, double length, double step, bool isDashed) {

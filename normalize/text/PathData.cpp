@@ -216,7 +216,7 @@ class PathReader {
     NumberCursor cursor_;
     Path& path_;
     bool isRelative_ = false;
-    bool isOpen_ = false;  // the sub-path that begins at start_ has been begun
+    bool isOpen_ = false;   // the sub-path that begins at start_ has been begun
     bool isMoved_ = false;  // a move was read, and nothing after it yet
     Family family_ = Family::kNone;
     Point start_;

@@ -44,14 +44,15 @@ bool readArguments(NumberCursor& cursor, Arguments& arguments) {
     if (cursor.peek() != u'(') return false;
     cursor.next();
     cursor.skipBlanks();
-    do {
+    for (bool isMore = true; isMore;) {
         double value = 0.0;
         if (arguments.count == arguments.values.size() || !cursor.readNumber(value)) return false;
         if (!applyUnit(readName(cursor), value)) return false;
         arguments.values[arguments.count++] = value;
-        if (cursor.skipSeparator()) continue;
-        if (cursor.atEnd()) return true;
-    } while (cursor.peek() != u')');
+        const bool isComma = cursor.skipSeparator();
+        if (!isComma && cursor.atEnd()) return true;
+        isMore = isComma || cursor.peek() != u')';
+    }
     cursor.next();
     return true;
 }

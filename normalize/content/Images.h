@@ -17,6 +17,6 @@ struct Target;
 void convertImage(Conversion& conversion, const SourceElement& image, const Place& place,
                   OutputElement& group, Target& target);
 
-constexpr long long kLargestPicture = 64 * 1024 * 1024;  // bytes, before base64
+
 
 }  // namespace tznormalize

@@ -14,6 +14,9 @@ enum class EffectKind {
 struct Effect {
     EffectKind kind = EffectKind::kNone;
     std::string url;  // "url(#clip3)"
+
+    // What could not be carried of it, for a note on the object; null when nothing.
+    const char* leftOut = nullptr;
 };
 
 }  // namespace tznormalize

@@ -12,11 +12,8 @@ struct Target;
 
 // Fills `group` with an `image` element that stands at `place` (its own style and transform included): a
 // polygon whose fill is a pattern that holds the picture; in a definition (not target.isDrawn) the picture
-// itself. Links lead to files only when these lie in the drawing's folder or below, are PNG, JPEG or GIF, and
-// no larger than kLargestPicture; drawings inside are converted in place.
+// itself. What can be carried: EmbeddedPicture.h.
 void convertImage(Conversion& conversion, const SourceElement& image, const Place& place,
                   OutputElement& group, Target& target);
-
-
 
 }  // namespace tznormalize

@@ -23,14 +23,14 @@ Matrix ownTransform(const Conversion& conversion, const SourceElement& clipPath)
 }
 
 // The value to remember: a reference to the clip path written, or kNothing.
-std::string writeClip(Conversion& conversion, const SourceElement& clipPath, const Place& place, const Matrix& base,
-                      const PlacedPaths& object) {
+std::string writeClip(Conversion& conversion, const SourceElement& clipPath, const Place& place,
+                      const Matrix& base, const PlacedPaths& object) {
     Place own = place;
     own.ctm = base;
     own.style = conversion.styles.computedFromRoot(clipPath);
     std::string id = conversion.definitions.freshName("clip", &clipPath);
-    Content content = convertContent(conversion, clipPath, base * ownTransform(conversion, clipPath), own.style,
-                                     place.viewport, ContentKind::kClip);
+    Content content = convertContent(conversion, clipPath, base * ownTransform(conversion, clipPath),
+                                     own.style, place.viewport, ContentKind::kClip);
     if (content.isEmpty()) return kNothing;
     // A clip path may be clipped itself.
     const Visit visit(conversion.visited, clipPath);

@@ -17,8 +17,8 @@ bool isTurned(const Matrix& matrix) {  // otherwise than by quarters
 
 }  // namespace
 
-std::optional<Box> effectRegion(Conversion& conversion, const SourceElement& element, Name units, const Place& place,
-                                const std::optional<Box>& box) {
+std::optional<Box> effectRegion(Conversion& conversion, const SourceElement& element, Name units,
+                                const Place& place, const std::optional<Box>& box) {
     const QStringView unitsText = element.attribute(units);
     const bool isOfBox = unitsText != u"userSpaceOnUse";
     if (isOfBox && !box) return std::nullopt;
@@ -36,7 +36,8 @@ std::optional<Box> effectRegion(Conversion& conversion, const SourceElement& ele
     if (!(width > 0.0 && height > 0.0)) return std::nullopt;
 
     if (isTurned(place.ctm) && (element.has(Name::kX) || element.has(Name::kWidth)))
-        addNote(conversion, NoteCode::kApproximated, element, QStringLiteral("its region no longer turns with the object"));
+        addNote(conversion, NoteCode::kApproximated, element,
+                QStringLiteral("its region no longer turns with the object"));
     const Box region = mapped(Box{x, y, x + width, y + height}, place.ctm);
     const Box& page = conversion.page;
     const Box most = {page.left - kMostPages * page.width(), page.top - kMostPages * page.height(),

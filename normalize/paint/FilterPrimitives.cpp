@@ -10,12 +10,31 @@
 namespace tznormalize {
 namespace {
 
-constexpr const char* kPrimitives[] = {
-    "feBlend",        "feColorMatrix",     "feComponentTransfer", "feComposite",        "feConvolveMatrix",
-    "feDiffuseLighting", "feDisplacementMap", "feDistantLight",   "feDropShadow",       "feFlood",
-    "feFuncA",        "feFuncB",           "feFuncG",             "feFuncR",            "feGaussianBlur",
-    "feImage",        "feMerge",           "feMergeNode",         "feMorphology",       "feOffset",
-    "fePointLight",   "feSpecularLighting", "feSpotLight",        "feTile",             "feTurbulence"};
+constexpr const char* kPrimitives[] = {"feBlend",
+                                       "feColorMatrix",
+                                       "feComponentTransfer",
+                                       "feComposite",
+                                       "feConvolveMatrix",
+                                       "feDiffuseLighting",
+                                       "feDisplacementMap",
+                                       "feDistantLight",
+                                       "feDropShadow",
+                                       "feFlood",
+                                       "feFuncA",
+                                       "feFuncB",
+                                       "feFuncG",
+                                       "feFuncR",
+                                       "feGaussianBlur",
+                                       "feImage",
+                                       "feMerge",
+                                       "feMergeNode",
+                                       "feMorphology",
+                                       "feOffset",
+                                       "fePointLight",
+                                       "feSpecularLighting",
+                                       "feSpotLight",
+                                       "feTile",
+                                       "feTurbulence"};
 
 // The name as a literal; null for names that are no primitive's.
 const char* primitiveName(QStringView name) {
@@ -57,7 +76,8 @@ class Primitive {
         }
         if (name == u"feImage") setPicture();
         if (name == u"feTurbulence")
-            addNote(conversion_, NoteCode::kApproximated, source_, QStringLiteral("its noise has another grain"));
+            addNote(conversion_, NoteCode::kApproximated, source_,
+                    QStringLiteral("its noise has another grain"));
         setColors();
         for (const SourceElement* child = source_.firstChild(); child; child = child->nextSibling())
             appendPrimitive(conversion_, *child, style_, use_, out_);
@@ -90,16 +110,20 @@ class Primitive {
             case Name::kDx:
             case Name::kDy:
             case Name::kPointsAtX:
-            case Name::kPointsAtY: return;
+            case Name::kPointsAtY:
+                return;
             case Name::kStdDeviation:
             case Name::kRadius:
                 return setPair(written, attribute.value, unitWidth() * growth_.x, unitHeight() * growth_.y);
-            case Name::kBaseFrequency: return setPair(written, attribute.value, 1.0 / growth_.x, 1.0 / growth_.y);
+            case Name::kBaseFrequency:
+                return setPair(written, attribute.value, 1.0 / growth_.x, 1.0 / growth_.y);
             case Name::kSurfaceScale:
             case Name::kScale:
             case Name::kZ:
-            case Name::kPointsAtZ: return out_.set(written, shortNumber(number(name.name) * growth_.either));
-            default: return out_.set(written, attribute.value.toString().simplified().toStdString());
+            case Name::kPointsAtZ:
+                return out_.set(written, shortNumber(number(name.name) * growth_.either));
+            default:
+                return out_.set(written, attribute.value.toString().simplified().toStdString());
         }
     }
 
@@ -141,7 +165,8 @@ class Primitive {
     void setPicture() {
         const QStringView link = source_.href();
         if (link.startsWith(u'#')) {
-            addNote(conversion_, NoteCode::kLeftOut, source_, QStringLiteral("the drawn element that it shows"));
+            addNote(conversion_, NoteCode::kLeftOut, source_,
+                    QStringLiteral("the drawn element that it shows"));
             return;
         }
         std::string picture = pictureData(conversion_, source_, link);
@@ -174,8 +199,8 @@ class Primitive {
 
 }  // namespace
 
-void appendPrimitive(Conversion& conversion, const SourceElement& primitive, const Style& parent, const FilterUse& use,
-                     OutputElement& out) {
+void appendPrimitive(Conversion& conversion, const SourceElement& primitive, const Style& parent,
+                     const FilterUse& use, OutputElement& out) {
     if (primitive.tag() != Tag::kFilterPrimitive) return;
     if (const char* const name = primitiveName(primitive.localName()))
         out.append(Primitive(conversion, primitive, parent, use, name).convert());

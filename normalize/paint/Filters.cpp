@@ -41,10 +41,12 @@ Effect resolveFilter(Conversion& conversion, const Place& place, const PlacedPat
     if (!region) return {};
     DefinitionKey key("filter", *filter);
     key.add(place.ctm).add(region->fromUnit());
-    if (const std::string* const known = conversion.definitions.known(key.text())) return {EffectKind::kUrl, *known};
+    if (const std::string* const known = conversion.definitions.known(key.text()))
+        return {EffectKind::kUrl, *known};
 
     if (isBent(place.ctm))
-        addNote(conversion, NoteCode::kApproximated, *filter, QStringLiteral("it no longer turns with the object"));
+        addNote(conversion, NoteCode::kApproximated, *filter,
+                QStringLiteral("it no longer turns with the object"));
     FilterUse use = {place, std::nullopt};
     if (filter->attribute(Name::kPrimitiveUnits) == u"objectBoundingBox") use.unit = box;
     OutputElement out("filter");

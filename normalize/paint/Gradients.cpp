@@ -29,8 +29,7 @@ std::vector<Stop> readStops(const Conversion& conversion, const ReferenceChain& 
     for (const SourceElement* child = holder->firstChild(); child; child = child->nextSibling()) {
         if (child->tag() != Tag::kStop) continue;
         const Style style = conversion.styles.computed(*child, parent, Viewport{1.0, 1.0});
-        const Color color =
-            readColor(style[Property::kStopColor], style.currentColor()).value_or(Color{});
+        const Color color = readColor(style[Property::kStopColor], style.currentColor()).value_or(Color{});
         const double offset = readShare(child->attribute(Name::kOffset)).value_or(0.0);
         last = std::max(last, std::clamp(offset, 0.0, 1.0));
         stops.push_back({last, colorText(color), color.opacity * readOpacity(style[Property::kStopOpacity])});
@@ -54,9 +53,10 @@ constexpr Extent kLinear[] = {{Name::kX1, "x1", Axis::kHorizontal, 0.0},
                               {Name::kY1, "y1", Axis::kVertical, 0.0},
                               {Name::kX2, "x2", Axis::kHorizontal, 1.0},
                               {Name::kY2, "y2", Axis::kVertical, 0.0}};
-constexpr Extent kRadial[] = {{Name::kCx, "cx", Axis::kHorizontal, 0.5}, {Name::kCy, "cy", Axis::kVertical, 0.5},
-                              {Name::kR, "r", Axis::kNeither, 0.5},      {Name::kFx, "fx", Axis::kHorizontal, -1.0},
-                              {Name::kFy, "fy", Axis::kVertical, -1.0},  {Name::kFr, "fr", Axis::kNeither, -1.0}};
+constexpr Extent kRadial[] = {
+    {Name::kCx, "cx", Axis::kHorizontal, 0.5}, {Name::kCy, "cy", Axis::kVertical, 0.5},
+    {Name::kR, "r", Axis::kNeither, 0.5},      {Name::kFx, "fx", Axis::kHorizontal, -1.0},
+    {Name::kFy, "fy", Axis::kVertical, -1.0},  {Name::kFr, "fr", Axis::kNeither, -1.0}};
 
 // Sets the extent on `out`; false where it is a point, of which nothing but the last colour is seen.
 bool setExtent(OutputElement& out, const ReferenceChain& chain, bool isLinear, const Viewport& space,
@@ -98,7 +98,8 @@ std::optional<Paint> gradientPaint(Conversion& conversion, const SourceElement& 
     }
     base = base * readTransform(chain.attribute(Name::kGradientTransform)).value_or(Matrix());
 
-    const DefinitionKey key = DefinitionKey("gradient", gradient).add(base).add(space.width).add(space.height);
+    const DefinitionKey key =
+        DefinitionKey("gradient", gradient).add(base).add(space.width).add(space.height);
     if (const std::string* const known = conversion.definitions.known(key.text())) return Paint{*known, 1.0};
 
     const std::vector<Stop> stops = readStops(conversion, chain);

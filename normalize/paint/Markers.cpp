@@ -60,19 +60,21 @@ std::optional<Measures> readMeasures(const SourceElement& marker, const Place& p
     out.width = length(Name::kMarkerWidth, Axis::kHorizontal, place.viewport, 3.0);
     out.height = length(Name::kMarkerHeight, Axis::kVertical, place.viewport, 3.0);
     if (!(out.width > 0.0 && out.height > 0.0)) return std::nullopt;
-    out.space = readViewBox(marker.attribute(Name::kViewBox)).value_or(ViewBox{0.0, 0.0, out.width, out.height});
+    out.space =
+        readViewBox(marker.attribute(Name::kViewBox)).value_or(ViewBox{0.0, 0.0, out.width, out.height});
     const Viewport space = {out.space.width, out.space.height};
     out.reference = {length(Name::kRefX, Axis::kHorizontal, space, 0.0),
                      length(Name::kRefY, Axis::kVertical, space, 0.0)};
     return out;
 }
 
-std::string writeMarker(Conversion& conversion, const SourceElement& marker, const Measures& measures, double scale,
-                        bool isMirrored, std::string orient) {
+std::string writeMarker(Conversion& conversion, const SourceElement& marker, const Measures& measures,
+                        double scale, bool isMirrored, std::string orient) {
     const double width = measures.width * scale;
     const double height = measures.height * scale;
     const ViewBox& space = measures.space;
-    // Content in the page's units, so that it is written as finely as the page. What is nearly 1 is 1, for normalized input.
+    // Content in the page's units, so that it is written as finely as the page. What is nearly 1 is 1, for
+    // normalized input.
     double growth = std::max(width / space.width, height / space.height);
     if (std::abs(growth - 1.0) < 1e-6) growth = 1.0;
     const double flip = isMirrored ? -growth : growth;
@@ -104,14 +106,16 @@ std::string writeMarker(Conversion& conversion, const SourceElement& marker, con
 }
 
 // The value of the attribute; empty when the marker draws nothing.
-std::string markerUrl(Conversion& conversion, const SourceElement& marker, const Place& place, double strokeWidth) {
+std::string markerUrl(Conversion& conversion, const SourceElement& marker, const Place& place,
+                      double strokeWidth) {
     const bool isByStroke = marker.attribute(Name::kMarkerUnits) != u"userSpaceOnUse";
     const double scale = (isByStroke ? strokeWidth : 1.0) * place.ctm.areaScale();
     if (!(scale > 0.0)) return {};
     const std::optional<Measures> measures = readMeasures(marker, place);
     if (!measures) return {};
     if (!place.ctm.isEven())
-        addNote(conversion, NoteCode::kApproximated, marker, QStringLiteral("it is no longer stretched with the line"));
+        addNote(conversion, NoteCode::kApproximated, marker,
+                QStringLiteral("it is no longer stretched with the line"));
 
     const bool isMirrored = place.ctm.determinant() < 0.0;
     std::string orient = orientOnPage(marker.attribute(Name::kOrient), place.ctm);
@@ -139,8 +143,8 @@ bool hasMarkers(const SourceElement& shape, const Place& place) {
     });
 }
 
-std::vector<MarkerAttribute> markerAttributes(Conversion& conversion, const SourceElement& shape, const Place& place,
-                                              double strokeWidth) {
+std::vector<MarkerAttribute> markerAttributes(Conversion& conversion, const SourceElement& shape,
+                                              const Place& place, double strokeWidth) {
     std::vector<MarkerAttribute> out;
     if (!hasMarkers(shape, place)) return out;
     for (const Position& one : kPositions) {

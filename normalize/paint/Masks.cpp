@@ -17,7 +17,8 @@ const SourceElement* linkedGroup(const Conversion& conversion, const SourceEleme
     return target && target->tag() == Tag::kG ? target : nullptr;
 }
 
-// Content that was moved up stands in a group of its own, which moves it down again. [trap: a `g` in a `mask` refuses the load]
+// Content that was moved up stands in a group of its own, which moves it down again. [trap: a `g` in a `mask`
+// refuses the load]
 void setContent(Conversion& conversion, const SourceElement& mask, Content& content, OutputElement& out) {
     if (content.lift == 0.0) {
         out.takeChildren(content.holder);
@@ -32,8 +33,8 @@ void setContent(Conversion& conversion, const SourceElement& mask, Content& cont
     conversion.definitions.define(std::move(group));
 }
 
-std::string writeMask(Conversion& conversion, const SourceElement& mask, const Place& place, const Matrix& base,
-                      const Box& region, const PlacedPaths& object) {
+std::string writeMask(Conversion& conversion, const SourceElement& mask, const Place& place,
+                      const Matrix& base, const Box& region, const PlacedPaths& object) {
     Place own = place;
     own.style = conversion.styles.computedFromRoot(mask);
     std::string id = conversion.definitions.freshName("mask", &mask);
@@ -73,7 +74,8 @@ Effect resolveMask(Conversion& conversion, const Place& place, const PlacedPaths
     }
     DefinitionKey key("mask", *mask);
     key.add(base).add(region->fromUnit());
-    if (const std::string* const known = conversion.definitions.known(key.text())) return {EffectKind::kUrl, *known};
+    if (const std::string* const known = conversion.definitions.known(key.text()))
+        return {EffectKind::kUrl, *known};
     const std::string url = writeMask(conversion, *mask, place, base, *region, object);
     conversion.definitions.remember(key.text(), url);
     return {EffectKind::kUrl, url};

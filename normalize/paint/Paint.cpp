@@ -21,9 +21,12 @@ std::optional<Paint> referredPaint(Conversion& conversion, QStringView id, const
     if (!element) return std::nullopt;
     switch (element->tag()) {
         case Tag::kLinearGradient:
-        case Tag::kRadialGradient: return gradientPaint(conversion, *element, place, shape);
-        case Tag::kPattern: return patternPaint(conversion, *element, place, shape);
-        default: return std::nullopt;
+        case Tag::kRadialGradient:
+            return gradientPaint(conversion, *element, place, shape);
+        case Tag::kPattern:
+            return patternPaint(conversion, *element, place, shape);
+        default:
+            return std::nullopt;
     }
 }
 

@@ -35,8 +35,8 @@ std::optional<Tile> readTile(const ReferenceChain& chain, const Place& place, co
     return tile;
 }
 
-// By how much the tile is drawn larger than it is defined, for content as fine as the page. What is nearly 1 is 1: a pattern
-// that was normalized before stays as it is.
+// By how much the tile is drawn larger than it is defined, for content as fine as the page. What is nearly 1
+// is 1: a pattern that was normalized before stays as it is.
 double growthOf(const Matrix& base) {
     const double growth = base.stretches().most;
     return std::abs(growth - 1.0) < 1e-6 ? 1.0 : growth;
@@ -73,7 +73,8 @@ std::optional<Paint> patternPaint(Conversion& conversion, const SourceElement& p
     Matrix inner = Matrix::scaling(growth, growth);
     Viewport space = place.viewport;
     if (const std::optional<ViewBox> view = readViewBox(chain.attribute(Name::kViewBox))) {
-        inner = inner * fitViewBox(*view, chain.attribute(Name::kPreserveAspectRatio), tile->width, tile->height);
+        inner =
+            inner * fitViewBox(*view, chain.attribute(Name::kPreserveAspectRatio), tile->width, tile->height);
         space = {view->width, view->height};
     } else {
         inner = inner * Matrix::translation(-tile->x, -tile->y);
@@ -88,7 +89,8 @@ std::optional<Paint> patternPaint(Conversion& conversion, const SourceElement& p
     OutputElement out("pattern");
     const std::string width = shortNumber(tile->width * growth, kDigits);
     const std::string height = shortNumber(tile->height * growth, kDigits);
-    const Matrix placed = base * Matrix::translation(tile->x, tile->y) * Matrix::scaling(1.0 / growth, 1.0 / growth);
+    const Matrix placed =
+        base * Matrix::translation(tile->x, tile->y) * Matrix::scaling(1.0 / growth, 1.0 / growth);
     const std::string url = urlTo(id);
     out.set("id", std::move(id));
     out.set("patternUnits", "userSpaceOnUse");
@@ -98,7 +100,8 @@ std::optional<Paint> patternPaint(Conversion& conversion, const SourceElement& p
     out.set("height", height);
     if (!placed.isIdentity()) out.set("patternTransform", matrixText(placed));
     // The view box says where what was moved up is.
-    if (content.lift != 0.0) out.set("viewBox", "0 " + shortNumber(-content.lift, kDigits) + ' ' + width + ' ' + height);
+    if (content.lift != 0.0)
+        out.set("viewBox", "0 " + shortNumber(-content.lift, kDigits) + ' ' + width + ' ' + height);
     if (style[Property::kOverflow] == u"visible") out.set("overflow", "visible");
     out.takeChildren(content.holder);
     conversion.definitions.define(std::move(out));

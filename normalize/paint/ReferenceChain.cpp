@@ -7,7 +7,8 @@ namespace tznormalize {
 
 ReferenceChain::ReferenceChain(const SourceDocument& document, const SourceElement& first,
                                std::initializer_list<Tag> kinds) {
-    for (const SourceElement* one = &first; one && elements_.size() < kMostLinks; one = document.target(*one)) {
+    for (const SourceElement* one = &first; one && elements_.size() < kMostLinks;
+         one = document.target(*one)) {
         if (std::find(kinds.begin(), kinds.end(), one->tag()) == kinds.end()) break;
         if (std::find(elements_.begin(), elements_.end(), one) != elements_.end()) break;
         elements_.push_back(one);

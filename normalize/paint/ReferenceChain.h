@@ -8,15 +8,17 @@
 
 namespace tznormalize {
 
-// An element and what it refers to, directly and through others, as far as these are of the given kinds. Bounded; a chain that
-// leads back into itself ends there.
+// An element and what it refers to, directly and through others, as far as these are of the given kinds.
+// Bounded; a chain that leads back into itself ends there.
 class ReferenceChain {
   public:
     static constexpr size_t kMostLinks = 32;
 
-    ReferenceChain(const SourceDocument& document, const SourceElement& first, std::initializer_list<Tag> kinds);
+    ReferenceChain(const SourceDocument& document, const SourceElement& first,
+                   std::initializer_list<Tag> kinds);
 
-    // The attribute of the first that has it; a null view when none has. `kind` restricts it to elements of one kind.
+    // The attribute of the first that has it; a null view when none has. `kind` restricts it to elements of
+    // one kind.
     QStringView attribute(Name name) const;
     QStringView attribute(Name name, Tag kind) const;
 

@@ -5,7 +5,6 @@
 #include <QString>
 #include <optional>
 #include <unordered_set>
-#include <utility>
 #include <vector>
 
 #include "normalize/Notes.h"
@@ -104,11 +103,31 @@ struct Conversion {
     size_t pictureBytes = 0;     // written so far: content/EmbeddedPicture.h
     std::optional<Box> drawn;  // everything drawn, control points included, strokes not
     bool reachesOverPage = false;
+    int nesting = 0;  // see Nesting
+};
+
+// Lives while an element is converted: bounds how deep elements are nested, references included, for the sake
+// of the call stack.
+class Nesting {
+  public:
+    static constexpr int kDeepest = 300;
+
+    explicit Nesting(Conversion& conversion) : nesting_(conversion.nesting) { ++nesting_; }
+    ~Nesting() { --nesting_; }
+    Nesting(const Nesting&) = delete;
+    Nesting& operator=(const Nesting&) = delete;
+
+    bool isTooDeep() const { return nesting_ > kDeepest; }
+
+  private:
+    int& nesting_;
 };
 
 // One note on `element`, where it stands in the source.
-void addNote(Conversion& conversion, NoteCode code, const SourceElement& element, const QString& text,
-             const QString& attribute = QString());
+inline void addNote(Conversion& conversion, NoteCode code, const SourceElement& element, const QString& text,
+                    const char* attribute = "") {
+    conversion.notes.add(conversion.source, element, code, attribute, text);
+}
 
 // Where an element stands. Copied downwards; `ctm` leads from the element's user space to the page and
 // includes its own transform, `style` is its own computed style.

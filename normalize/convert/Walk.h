@@ -20,4 +20,7 @@ void convertChildren(Conversion& conversion, const SourceElement& element, const
 // The place of a child of what stands at `parent`: its style computed, its transform applied.
 Place placeOf(const Conversion& conversion, const SourceElement& element, const Place& parent);
 
+// The matrix of "transform", by attribute or style sheet; the identity for one that cannot be read.
+Matrix ownTransform(const Style& style);
+
 }  // namespace tznormalize

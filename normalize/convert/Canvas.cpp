@@ -1,0 +1,99 @@
+#include "normalize/convert/Canvas.h"
+
+#include <algorithm>
+
+#include "normalize/convert/Walk.h"
+#include "normalize/text/ViewBox.h"
+#include "normalize/write/OutputElement.h"
+
+namespace tznormalize {
+namespace {
+
+constexpr double kSmallestPage = 10.0;
+constexpr double kLargestPage = 20'000.0;
+constexpr Viewport kUnknownViewport{100.0, 100.0};
+
+struct Size {
+    double width, height;
+};
+
+struct Layout {
+    Matrix base;
+    Size size;
+};
+
+// Decimals that six digits leave for coordinates on a page.
+int decimalsFor(double longest) {
+    return longest < 1000.0 ? 3 : longest < 10'000.0 ? 2 : 1;
+}
+
+Grid gridFor(double longest) {
+    // Rounding may reach the next size.
+    const Grid grid(decimalsFor(longest));
+    return Grid(decimalsFor(grid.round(longest)));
+}
+
+// "width" or "height" in pixels; 0 when there is none, or none that can be told.
+double extentOf(const SourceDocument& source, const Style& style, Name name, Axis axis,
+                const std::optional<ViewBox>& box) {
+    const QStringView text = source.root().attribute(name);
+    if (!box && text.endsWith(u'%')) return 0.0;
+    const Viewport whole = box ? Viewport{box->width, box->height} : kUnknownViewport;
+    return std::max(0.0, readLength(text, axis, whole, style.fontSize()).value_or(0.0));
+}
+
+std::optional<Layout> declaredLayout(const SourceDocument& source, const Style& style) {
+    const SourceElement& root = source.root();
+    const std::optional<ViewBox> box = readViewBox(root.attribute(Name::kViewBox));
+    Size size{extentOf(source, style, Name::kWidth, Axis::kHorizontal, box),
+              extentOf(source, style, Name::kHeight, Axis::kVertical, box)};
+    if (!box) {
+        if (size.width <= 0.0 || size.height <= 0.0) return std::nullopt;
+        return Layout{Matrix(), size};
+    }
+    if (size.width <= 0.0 && size.height <= 0.0) {
+        size = {box->width, box->height};
+    } else if (size.width <= 0.0) {
+        size.width = size.height * box->width / box->height;
+    } else if (size.height <= 0.0) {
+        size.height = size.width * box->height / box->width;
+    }
+    const QStringView aspect = root.attribute(Name::kPreserveAspectRatio);
+    const Matrix fitted = fitViewBox(*box, aspect, size.width, size.height);
+    if (aspect.trimmed().startsWith(u"none")) return Layout{fitted, size};
+    const double unit = fitted.a;
+    return Layout{Matrix::scaling(1.0 / unit, 1.0 / unit) * fitted, {size.width / unit, size.height / unit}};
+}
+
+// A page around all that is drawn.
+Layout drawnLayout(const SourceDocument& source, const Cascade& styles, const QString& fileName,
+                   const Style& style) {
+    Notes unused;
+    Conversion conversion(source, styles, fileName, unused, {}, {}, Grid(3));
+    Target target;
+    target.isMeasured = true;
+    OutputElement nothing("g");
+    convertChildren(conversion, source.root(), {{}, style, kUnknownViewport}, nothing, target);
+    const Box box = target.box.value_or(Box{0.0, 0.0, 100.0, 100.0});
+    return {Matrix::translation(-box.left, -box.top), {box.width(), box.height()}};
+}
+
+}  // namespace
+
+Canvas canvasOf(const SourceDocument& source, const Cascade& styles, const QString& fileName) {
+    const Style style = styles.computed(source.root(), Style(), kUnknownViewport);
+    std::optional<Layout> declared = declaredLayout(source, style);
+    Layout layout = declared ? *declared : drawnLayout(source, styles, fileName, style);
+    const double longest = std::max({layout.size.width, layout.size.height, 1e-9});
+    double factor = 1.0;
+    while (longest * factor < kSmallestPage) factor *= 10.0;
+    while (longest * factor > kLargestPage) factor /= 10.0;
+    const Grid grid = gridFor(longest * factor);
+    const double width = std::max(grid.round(layout.size.width * factor), grid.step());
+    const double height = std::max(grid.round(layout.size.height * factor), grid.step());
+    const std::optional<ViewBox> box = readViewBox(source.root().attribute(Name::kViewBox));
+    return {factor == 1.0 ? layout.base : Matrix::scaling(factor, factor) * layout.base, width, height,
+            box ? Viewport{box->width, box->height} : Viewport{layout.size.width, layout.size.height}, grid};
+}
+
+}  // namespace tznormalize

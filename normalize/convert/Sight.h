@@ -1,0 +1,19 @@
+// What of the drawing can be seen: on the page, and within the clip paths around.
+#pragma once
+
+#include "normalize/convert/Conversion.h"
+
+namespace tznormalize {
+
+// Whether something drawn cannot be seen, so that it is better left out: it would widen the view box. `path`
+// is in page space, and its stroke reaches over it by `reach`. Never so in definitions, nor under a mask or
+// filter, whose result may reach elsewhere (`hasEffect`: has one itself). What reaches over the page is told
+// the conversion.
+bool isOutOfSight(Conversion& conversion, const Path& path, double reach, bool hasEffect,
+                  const Target& target);
+
+// The box outside of which nothing is seen that is clipped with "clip-path" of `place`; nothing when it
+// cannot be told, or when there is none.
+std::optional<Box> boxOfClip(Conversion& conversion, const Place& place);
+
+}  // namespace tznormalize

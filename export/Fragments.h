@@ -15,7 +15,7 @@ struct ParsedSvg {
 };
 
 // Parses an XML text that must hold exactly one "svg" element, at any place. The element is null when it does
-// not, or passes the limits of svg/text/DocumentLimits.h.
+// not, or passes the limits of svg/tree/DocumentLimits.h.
 ParsedSvg parseSvg(const QString& xml);
 
 // Parses a fragment, a sequence of nodes without a common root: they are the children of the element. Null as

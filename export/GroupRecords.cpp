@@ -4,31 +4,21 @@
 
 #include <QStringView>
 #include <algorithm>
-#include <array>
 
-#include "svg/text/DocumentLimits.h"
+#include "svg/tree/DocumentLimits.h"
+#include "svg/tree/XmlEntities.h"
 
 namespace tzsvg {
 namespace {
 
-// The character that "#38", "#x26" or "amp" stands for; nothing for others.
-std::optional<QString> referenced(QStringView name) {
-    struct Entity {
-        QLatin1String name;
-        char16_t character;
-    };
-    static constexpr std::array<Entity, 5> kEntities = {{{QLatin1String("amp"), u'&'},
-                                                         {QLatin1String("lt"), u'<'},
-                                                         {QLatin1String("gt"), u'>'},
-                                                         {QLatin1String("quot"), u'"'},
-                                                         {QLatin1String("apos"), u'\''}}};
-    for (const Entity& entity : kEntities) {
-        if (name == entity.name) return QString(QChar(entity.character));
-    }
-    if (!name.startsWith(u'#')) return std::nullopt;
-    const bool hexadecimal = name.mid(1).startsWith(u'x');
+// The character that "#38;", "#x26;" or "amp;" stands for; nothing for others.
+std::optional<QString> referenced(QStringView reference) {
+    if (const XmlEntity* const entity = xmlEntityAt(reference)) return QString(QChar(entity->character));
+    if (!reference.startsWith(u'#')) return std::nullopt;
+    const bool hexadecimal = reference.mid(1).startsWith(u'x');
+    const QStringView number = reference.mid(hexadecimal ? 2 : 1).chopped(1);
     bool ok = false;
-    const uint code = name.mid(hexadecimal ? 2 : 1).toString().toUInt(&ok, hexadecimal ? 16 : 10);
+    const uint code = number.toString().toUInt(&ok, hexadecimal ? 16 : 10);
     if (!ok || code == 0 || code > QChar::LastValidCodePoint || QChar::isSurrogate(code)) return std::nullopt;
     const auto character = static_cast<char32_t>(code);
     return QString::fromUcs4(&character, 1);
@@ -44,7 +34,7 @@ QString unescaped(QStringView text) {
         text = text.mid(start + 1);
         constexpr int kLongestReference = 10;  // "#x10FFFF;"
         const auto end = text.left(kLongestReference).indexOf(u';');
-        const auto character = end < 0 ? std::nullopt : referenced(text.left(end));
+        const auto character = end < 0 ? std::nullopt : referenced(text.left(end + 1));
         result.append(character ? *character : QStringLiteral("&"));
         if (character) text = text.mid(end + 1);
     }

@@ -4,7 +4,7 @@
 #include <QDomDocument>
 
 #include "export/GroupRecords.h"
-#include "svg/text/DocumentLimits.h"
+#include "svg/tree/DocumentLimits.h"
 
 namespace tzsvg {
 

@@ -2,7 +2,7 @@
 #include "export/PathWriter.h"
 
 #include "export/SVGSaver.h"
-#include "svg/text/RoundTripNames.h"
+#include "svg/RoundTripNames.h"
 
 namespace tzsvg {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "export/SVGSaver.h"
-#include "svg/text/RoundTripNames.h"
+#include "svg/RoundTripNames.h"
 
 namespace tzsvg {
 namespace {

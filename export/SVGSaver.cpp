@@ -10,7 +10,7 @@
 #include "export/DocumentBlocks.h"
 #include "export/PolygonWriter.h"
 #include "export/StyleAttributes.h"
-#include "svg/text/RoundTripNames.h"
+#include "svg/RoundTripNames.h"
 
 namespace tzsvg {
 namespace {

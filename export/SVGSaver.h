@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "export/ChildOrder.h"
+#include "export/CoordinateText.h"
 #include "export/ElementBuilder.h"
 #include "export/ElementTexts.h"
 #include "export/ErrorState.h"
@@ -19,7 +20,6 @@
 #include "export/PathWriter.h"
 #include "export/PointCache.h"
 #include "export/ProjectionPlane.h"
-#include "export/RealText.h"
 #include "export/StoredTexts.h"
 #include "export/ViewBox.h"
 #include "hostsdk/CTzLineFormat.h"

@@ -2,7 +2,7 @@
 #include "export/StoredTexts.h"
 
 #include "export/SVGSaver.h"
-#include "svg/text/RoundTripNames.h"
+#include "svg/RoundTripNames.h"
 
 namespace tzsvg {
 

@@ -10,8 +10,8 @@
 #include <limits>
 
 #include "export/SVGSaver.h"
-#include "svg/text/RoundTripNames.h"
-#include "svg/text/ScanText.h"
+#include "svg/RoundTripNames.h"
+#include "svg/text/NumberReader.h"
 
 namespace tzsvg {
 namespace {

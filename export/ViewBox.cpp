@@ -6,7 +6,7 @@
 #include <charconv>
 #include <cmath>
 
-#include "svg/text/ScanText.h"
+#include "svg/text/NumberReader.h"
 
 namespace tzsvg {
 namespace {

@@ -8,7 +8,7 @@
 #include "host/SceneSaving.h"
 #include "host/TagName.h"
 #include "hostsdk/CTzUser.h"
-#include "svg/text/RoundTripNames.h"
+#include "svg/RoundTripNames.h"
 
 namespace {
 

@@ -11,8 +11,8 @@
 #include "image/LinkedFiles.h"
 #include "image/StyleCost.h"
 #include "image/UseExpansion.h"
-#include "svg/text/DocumentLimits.h"
-#include "svg/text/DocumentText.h"
+#include "svg/tree/DocumentLimits.h"
+#include "svg/tree/DocumentText.h"
 
 namespace tzsvg {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "svg/text/DocumentLimits.h"
+#include "svg/tree/DocumentLimits.h"
 
 namespace tzsvg {
 namespace {

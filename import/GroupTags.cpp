@@ -2,7 +2,7 @@
 #include "import/GroupTags.h"
 
 #include "import/SVGLoader.h"
-#include "svg/text/RoundTripNames.h"
+#include "svg/RoundTripNames.h"
 #include "svg/tree/XmlNode.h"
 
 namespace tzsvg {

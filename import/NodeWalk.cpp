@@ -7,7 +7,7 @@
 #include "import/PathConverter.h"
 #include "import/SVGLoader.h"
 #include "import/ShapeConverter.h"
-#include "svg/text/RoundTripNames.h"
+#include "svg/RoundTripNames.h"
 #include "svg/tree/XmlNode.h"
 
 namespace tzsvg {

@@ -3,7 +3,7 @@
 
 #include "import/Captures.h"
 #include "import/SVGLoader.h"
-#include "svg/text/RoundTripNames.h"
+#include "svg/RoundTripNames.h"
 
 namespace tzsvg {
 namespace {

@@ -11,8 +11,8 @@
 #include "import/PolygonBuilder.h"
 #include "import/SVGLoader.h"
 #include "import/TagChain.h"
+#include "svg/RoundTripNames.h"
 #include "svg/shape/ShapeItem.h"
-#include "svg/text/RoundTripNames.h"
 
 namespace tzsvg {
 namespace {

@@ -4,7 +4,7 @@
 #include <array>
 
 #include "import/SVGLoader.h"
-#include "svg/text/RoundTripNames.h"
+#include "svg/RoundTripNames.h"
 #include "svg/text/StyleProperty.h"
 #include "svg/tree/XmlNode.h"
 

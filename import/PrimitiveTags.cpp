@@ -7,9 +7,9 @@
 #include <string_view>
 
 #include "import/SVGLoader.h"
+#include "svg/RoundTripNames.h"
 #include "svg/shape/ShapeItem.h"
 #include "svg/text/RealText.h"
-#include "svg/text/RoundTripNames.h"
 
 namespace tzsvg {
 namespace {

@@ -4,7 +4,7 @@
 #include <QScopeGuard>
 #include <algorithm>
 
-#include "svg/text/DocumentText.h"
+#include "svg/tree/DocumentText.h"
 
 namespace tzsvg {
 

@@ -7,11 +7,28 @@
 #include "import/NodeWalk.h"
 #include "import/PackageCapture.h"
 #include "import/SwitchFlattening.h"
+#include "svg/RoundTripNames.h"
 #include "svg/shape/DocumentExtent.h"
-#include "svg/text/RoundTripNames.h"
-#include "svg/text/Utf8Text.h"
 
 namespace tzsvg {
+namespace {
+
+// The bytes that QString::toUtf8() gives, into a string whose room is used again: a document has millions of
+// tags, nearly all of them ASCII.
+void assignUtf8(std::string& bytes, QStringView text) {
+    bytes.resize(static_cast<size_t>(text.size()));
+    char* out = bytes.data();
+    for (const QChar c : text) {
+        if (c.unicode() >= 0x80) {
+            const QByteArray converted = text.toUtf8();
+            bytes.assign(converted.constData(), static_cast<size_t>(converted.size()));
+            return;
+        }
+        *out++ = static_cast<char>(c.unicode());
+    }
+}
+
+}  // namespace
 
 SVGLoader::SVGLoader(const CTzPtr<ITzHost>& host) : CTzSceneLoader(CTzUser_Host(host)), log_(this->host()) {}
 

@@ -12,8 +12,8 @@
 #include "import/KeptText.h"
 #include "import/Recognition.h"
 #include "import/SVGIOLogMessage.h"
+#include "svg/shape/DocumentExtent.h"
 #include "svg/shape/ElementTransform.h"
-#include "svg/shape/ParsedPaths.h"
 #include "svg/text/Length.h"
 
 namespace tzsvg {

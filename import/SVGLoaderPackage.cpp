@@ -4,7 +4,7 @@
 #include <array>
 
 #include "hostsdk/CTzPolymorph.h"
-#include "svg/text/RoundTripNames.h"
+#include "svg/RoundTripNames.h"
 
 namespace tzsvg {
 namespace {

@@ -5,7 +5,7 @@
 #include "import/PresentationTags.h"
 #include "import/PrimitiveTags.h"
 #include "import/SVGLoader.h"
-#include "svg/text/RoundTripNames.h"
+#include "svg/RoundTripNames.h"
 #include "svg/tree/XmlNode.h"
 
 namespace tzsvg {

@@ -7,7 +7,7 @@
 #include "image/CSVGImageLoader.h"
 #include "import/SVGLoader.h"
 #include "import/SVGLoaderPackage.h"
-#include "svg/text/RoundTripNames.h"
+#include "svg/RoundTripNames.h"
 
 namespace tzsvg {
 namespace {

@@ -5,7 +5,6 @@
 #include <algorithm>
 
 #include "svg/text/PathData.h"
-#include "svg/text/PathPoint.h"
 #include "svg/text/PointList.h"
 
 namespace tzsvg {

@@ -10,11 +10,24 @@
 #include <QGraphicsRectItem>
 #include <memory>
 
-#include "svg/shape/RoundedRectItem.h"
 #include "svg/text/Length.h"
 #include "svg/tree/XmlNode.h"
 
 namespace tzsvg {
+
+// A rectangle with corner radii, which Qt has no item for.
+class QGraphicsItemRoundedRect : public QGraphicsRectItem {
+  public:
+    QGraphicsItemRoundedRect(const QRectF& rect, double rx, double ry)
+        : QGraphicsRectItem(rect), rx_(rx), ry_(ry) {}
+
+    double rx() const { return rx_; }
+    double ry() const { return ry_; }
+
+  private:
+    double rx_;
+    double ry_;
+};
 
 // The item of a shape element, or none: for other nodes and elements, and when its builder gives none.
 // Letter case of the name does not matter here, though it does in XmlNode::isShape(); meant so:

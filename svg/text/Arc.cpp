@@ -4,7 +4,7 @@
 #include <QTransform>
 #include <cmath>
 
-#include "svg/text/PathPoint.h"
+#include "svg/text/PathData.h"
 
 namespace tzsvg {
 namespace {

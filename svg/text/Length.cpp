@@ -4,8 +4,7 @@
 #include <QStringView>
 #include <array>
 
-#include "svg/text/NumberText.h"
-#include "svg/text/ScanText.h"
+#include "svg/text/NumberReader.h"
 
 namespace tzsvg {
 namespace {

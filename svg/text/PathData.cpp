@@ -5,8 +5,7 @@
 #include <QPointF>
 
 #include "svg/text/Arc.h"
-#include "svg/text/NumberScanner.h"
-#include "svg/text/PathPoint.h"
+#include "svg/text/NumberReader.h"
 
 namespace tzsvg {
 namespace {

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <QPainterPath>
-#include <QString>
+#include <QPointF>
+#include <QStringView>
+#include <cmath>
 
 namespace tzsvg {
 
@@ -10,5 +12,12 @@ namespace tzsvg {
 // number or flag inside a command does not scan, a number has no command to belong to, or a coordinate comes
 // out too large for the toolkit (1e128). Letters that are no command are skipped.
 bool parsePathData(QStringView text, QPainterPath& path);
+
+// Whether a point can stand in a painter path: Qt drops points that are not finite, or 1e128 and more away,
+// without a word. Checked by everything that builds paths.
+inline bool fitsPainterPath(const QPointF& point) {
+    constexpr double kLimit = 1e128;
+    return std::abs(point.x()) < kLimit && std::abs(point.y()) < kLimit;  // false for not-a-number, too
+}
 
 }  // namespace tzsvg

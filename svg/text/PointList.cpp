@@ -3,8 +3,7 @@
 
 #include <cmath>
 
-#include "svg/text/NumberScanner.h"
-#include "svg/text/NumberText.h"
+#include "svg/text/NumberReader.h"
 
 namespace tzsvg {
 namespace {

@@ -4,7 +4,7 @@
 #include <array>
 #include <cmath>
 
-#include "svg/text/NumberScanner.h"
+#include "svg/text/NumberReader.h"
 
 namespace tzsvg {
 namespace {

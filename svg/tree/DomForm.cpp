@@ -1,8 +1,8 @@
 // See the header.
 #include "svg/tree/DomForm.h"
 
-#include "svg/text/XmlReader.h"
 #include "svg/tree/XmlNode.h"
+#include "svg/tree/XmlReader.h"
 
 namespace tzsvg {
 

@@ -6,8 +6,8 @@
 #include <memory>
 #include <type_traits>
 
-#include "svg/text/PlainXmlReader.h"
-#include "svg/text/XmlReader.h"
+#include "svg/tree/PlainXmlReader.h"
+#include "svg/tree/XmlReader.h"
 
 namespace tzsvg {
 namespace {

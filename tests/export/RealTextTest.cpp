@@ -1,5 +1,5 @@
 // Coordinates as text: the fast printing against the toolkit's.
-#include "export/RealText.h"
+#include "export/CoordinateText.h"
 
 #include <gtest/gtest.h>
 

@@ -4,11 +4,11 @@
 #include <clocale>
 #include <string>
 
-#include "svg/text/DocumentLimits.h"
+#include "svg/text/NumberReader.h"
 #include "svg/text/PointList.h"
-#include "svg/text/ScanText.h"
 #include "svg/text/StyleProperty.h"
 #include "svg/text/TransformList.h"
+#include "svg/tree/DocumentLimits.h"
 
 namespace tzsvg {
 namespace {

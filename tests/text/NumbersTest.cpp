@@ -4,8 +4,7 @@
 #include <cmath>
 
 #include "svg/text/Length.h"
-#include "svg/text/NumberScanner.h"
-#include "svg/text/NumberText.h"
+#include "svg/text/NumberReader.h"
 
 namespace tzsvg {
 namespace {

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "svg/text/PlainXmlReader.h"
 #include "svg/tree/DomForm.h"
+#include "svg/tree/PlainXmlReader.h"
 
 namespace tzsvg {
 namespace {

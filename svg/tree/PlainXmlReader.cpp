@@ -1,10 +1,10 @@
 // See the header.
-#include "svg/text/PlainXmlReader.h"
+#include "svg/tree/PlainXmlReader.h"
 
 #include <algorithm>
-#include <iterator>
 
-#include "svg/text/DocumentLimits.h"
+#include "svg/tree/DocumentLimits.h"
+#include "svg/tree/XmlEntities.h"
 
 namespace tzsvg {
 namespace {
@@ -67,13 +67,6 @@ bool isPublicIdentifier(QStringView text) {
 
 // Qt 5.15 refuses longer ones.
 constexpr qsizetype kMaxPlainName = 4096;
-
-struct Reference {
-    QStringView name;
-    char16_t character;
-};
-constexpr Reference kReferences[] = {
-    {u"amp;", u'&'}, {u"lt;", u'<'}, {u"gt;", u'>'}, {u"quot;", u'"'}, {u"apos;", u'\''}};
 
 }  // namespace
 
@@ -267,12 +260,10 @@ bool PlainXmlReader::unescape(QStringView raw, QString& text) {
         }
         text += raw.left(at);
         raw = raw.mid(at + 1);
-        const auto* const found =
-            std::find_if(std::begin(kReferences), std::end(kReferences),
-                         [&](const Reference& known) { return raw.startsWith(known.name); });
-        if (found == std::end(kReferences)) return false;
-        text += QChar(found->character);
-        raw = raw.mid(found->name.size());
+        const XmlEntity* const entity = xmlEntityAt(raw);
+        if (!entity) return false;
+        text += QChar(entity->character);
+        raw = raw.mid(entity->reference.size());
     }
 }
 

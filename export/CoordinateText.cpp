@@ -1,5 +1,5 @@
 // See the header.
-#include "export/RealText.h"
+#include "export/CoordinateText.h"
 
 #include <algorithm>
 

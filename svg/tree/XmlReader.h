@@ -12,7 +12,7 @@ class XmlReader {
   public:
     explicit XmlReader(const QString& xml);
 
-    // Whether the text is within the limits of svg/text/DocumentLimits.h. Nobody reads one that is not.
+    // Whether the text is within the limits of svg/tree/DocumentLimits.h. Nobody reads one that is not.
     bool withinLimits() const;
 
     // What the stream reads; its offsets count in this text.

@@ -1,7 +1,7 @@
 // See the header.
-#include "svg/text/XmlReader.h"
+#include "svg/tree/XmlReader.h"
 
-#include "svg/text/DocumentLimits.h"
+#include "svg/tree/DocumentLimits.h"
 
 #if QT_VERSION_MAJOR < 6
 #include <QRegularExpression>

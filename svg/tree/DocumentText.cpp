@@ -1,5 +1,5 @@
 // See the header. Called by the scene loader's recognition and by the image loader's look at a document.
-#include "svg/text/DocumentText.h"
+#include "svg/tree/DocumentText.h"
 
 #include <QFile>
 #include <QRegularExpression>

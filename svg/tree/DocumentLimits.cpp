@@ -1,9 +1,11 @@
 // See the header. Two scans: a bare one over the characters for nearly every document, and the toolkit's own
 // stream reader for the few with an internal subset, whose entities and default attributes add elements and
 // attributes that the text does not show.
-#include "svg/text/DocumentLimits.h"
+#include "svg/tree/DocumentLimits.h"
 
 #include <QXmlStreamReader>
+
+#include "svg/tree/XmlEntities.h"
 
 namespace tzsvg {
 namespace {
@@ -107,15 +109,8 @@ class MarkupScan {
         QStringView rest = QStringView(text_).mid(from, to - from);
         for (auto at = rest.indexOf(u'&'); at >= 0; at = rest.indexOf(u'&')) {
             rest = rest.mid(at + 1);
-            if (!isPredefined(rest) && ++references > kMaxReferences) return true;
-        }
-        return false;
-    }
-
-    // Whether a reference names a character by number or is one of the five that every document has.
-    static bool isPredefined(QStringView reference) {
-        for (const QStringView name : {u"#", u"amp;", u"lt;", u"gt;", u"quot;", u"apos;"}) {
-            if (reference.startsWith(name)) return true;
+            const bool isCharacter = rest.startsWith(u'#') || xmlEntityAt(rest);
+            if (!isCharacter && ++references > kMaxReferences) return true;
         }
         return false;
     }

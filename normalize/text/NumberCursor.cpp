@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "svg/text/NumberText.h"
+#include "svg/text/NumberReader.h"
 
 namespace tznormalize {
 namespace {

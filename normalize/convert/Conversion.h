@@ -100,7 +100,7 @@ struct Conversion {
     Definitions definitions;
     VisitedElements visited;
     ElementBudget budget;
-    size_t pictureBytes = 0;     // written so far: content/EmbeddedPicture.h
+    size_t pictureBytes = 0;   // written so far: content/EmbeddedPicture.h
     std::optional<Box> drawn;  // everything drawn, control points included, strokes not
     bool reachesOverPage = false;
     int nesting = 0;  // see Nesting

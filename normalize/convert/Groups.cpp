@@ -40,7 +40,32 @@ bool isKept(const SourceAttribute& attribute) {
            name.localName.startsWith(u"aria-") || name.localName == u"role";
 }
 
+// Whether it is never drawn where it stands: its id is free to name a definition.
+bool standsInDefinition(const SourceElement& element) {
+    for (const SourceElement* above = element.parent(); above; above = above->parent()) {
+        switch (above->tag()) {
+            case Tag::kClipPath:
+            case Tag::kDefs:
+            case Tag::kMarker:
+            case Tag::kMask:
+            case Tag::kPattern:
+            case Tag::kSymbol:
+                return true;
+            default:
+                break;
+        }
+    }
+    return false;
+}
+
 }  // namespace
+
+void noteEffect(Conversion& conversion, const SourceElement& element, const Effect& effect,
+                const char* attribute) {
+    if (effect.leftOut) {
+        addNote(conversion, NoteCode::kLeftOut, element, QString::fromLatin1(effect.leftOut), attribute);
+    }
+}
 
 bool isPlainGroup(const OutputElement& element) {
     return std::strcmp(element.name(), "g") == 0 && element.attributes().empty();
@@ -117,6 +142,7 @@ bool Group::setEffects(const PlacedPaths& object) {
     for (const auto& [attribute, property, resolve] : effects) {
         if (style[property] == u"none") continue;
         const Effect effect = resolve(conversion_, place_, object);
+        noteEffect(conversion_, element_, effect, attribute);
         if (effect.kind == EffectKind::kDrawsNothing) return false;
         if (effect.kind == EffectKind::kUrl) group_.set(attribute, effect.url);
     }
@@ -133,6 +159,7 @@ void Group::finishInClip(OutputElement& out) {
         url = clipToPath(conversion_, *clip_);
     } else {
         const Effect clip = resolveClip(conversion_, place_, PlacedPaths(target_.paths, firstPath_));
+        noteEffect(conversion_, element_, clip, "clip-path");
         if (clip.kind == EffectKind::kDrawsNothing) return;
         url = clip.url;
     }
@@ -170,7 +197,8 @@ void Group::finish(OutputElement& out, Names names) {
     if (group_.attributes().empty()) return out.takeChildren(group_);
     // [trap: a group in a mask or marker refuses the load, one in a group of the definitions the export] Each
     // stands directly in the definitions, and is linked.
-    const std::string name = conversion_.definitions.freshName("part");
+    const SourceElement* const origin = standsInDefinition(element_) ? &element_ : nullptr;
+    const std::string name = conversion_.definitions.freshName("part", origin);
     group_.set("id", name);
     conversion_.definitions.define(std::move(group_));
     out.append(OutputElement("use")).set("xlink:href", "#" + name);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "normalize/convert/Conversion.h"
+#include "normalize/paint/Effect.h"
 #include "normalize/write/OutputElement.h"
 
 namespace tznormalize {
@@ -53,6 +54,10 @@ class Group {
 
 // Whether the style has what only a group can carry: a mask, a filter or a blend mode.
 bool hasGroupEffect(const Style& style);
+
+// Tells what of an effect could not be carried.
+void noteEffect(Conversion& conversion, const SourceElement& element, const Effect& effect,
+                const char* attribute);
 
 // Whether it is a group that nothing is set on.
 bool isPlainGroup(const OutputElement& element);

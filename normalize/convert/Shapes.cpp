@@ -87,6 +87,7 @@ void finishAlone(Conversion& conversion, const SourceElement& shape, const Place
     if (opacity <= 0.0) return;
     if (opacity < 1.0) part.element.set("opacity", shortNumber(opacity));
     const Effect clip = resolveClip(conversion, place, object);
+    noteEffect(conversion, shape, clip, "clip-path");
     if (clip.kind == EffectKind::kDrawsNothing) return;
     if (clip.kind == EffectKind::kUrl) part.element.set("clip-path", clip.url);
     keepId(conversion, shape, part.element, target);

@@ -1,6 +1,7 @@
 // See the header. Tested by tests/export/ChildOrderTest.cpp against placing one by one.
 #include "export/ChildOrder.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace tzsvg {
@@ -37,53 +38,27 @@ class FreePlaces {
 
 }  // namespace
 
-void ChildOrder::place(const ElementText& element, uint32_t index) {
-    place(Child{{}, element}, index);
+void ChildOrder::place(const OutputNode& node, uint32_t index) {
+    if (!adopted_) {
+        adopted_ = true;
+        children_ = std::move(parent_.children());
+        for (uint32_t i = 0; i < children_.size(); ++i) positions_.push_back(i);
+    }
+    const auto count = static_cast<uint32_t>(children_.size());
+    positions_.push_back(std::min(index, count));
+    children_.push_back(node);
 }
 
-void ChildOrder::append(const QDomElement& element) {
-    place(Child{element, {}}, UINT32_MAX);
-}
-
-void ChildOrder::apply(ElementTexts& texts) {
+void ChildOrder::apply() {
     if (!adopted_) return;
     // The last one stands where it was placed; before it, each stands at its position among the places that
     // the later ones left free.
     FreePlaces free(children_.size());
-    std::vector<const Child*> order(children_.size());
-    for (size_t i = children_.size(); i-- > 0;) order[free.take(positions_[i])] = &children_[i];
-
-    std::vector<ElementText> run;
-    const auto endRun = [&] {
-        if (!run.empty()) parent_.appendChild(texts.placeholder(std::exchange(run, {})));
-    };
-    for (const Child* const child : order) {
-        if (child->node.isNull()) {
-            run.push_back(child->text);
-        } else {
-            endRun();
-            parent_.appendChild(child->node);  // moves those that it has already
-        }
-    }
-    endRun();
+    std::vector<OutputNode>& order = parent_.children();
+    order.assign(children_.size(), OutputNode());
+    for (size_t i = children_.size(); i-- > 0;) order[free.take(positions_[i])] = std::move(children_[i]);
     children_ = {};
     positions_ = {};
-}
-
-void ChildOrder::place(Child child, uint32_t index) {
-    adoptChildren();
-    const auto count = static_cast<uint32_t>(children_.size());
-    positions_.push_back(index < count ? index : count);
-    children_.push_back(std::move(child));
-}
-
-void ChildOrder::adoptChildren() {
-    if (adopted_) return;
-    adopted_ = true;
-    for (QDomNode node = parent_.firstChild(); !node.isNull(); node = node.nextSibling()) {
-        positions_.push_back(static_cast<uint32_t>(children_.size()));
-        children_.push_back({node, {}});
-    }
 }
 
 }  // namespace tzsvg

@@ -2,11 +2,10 @@
 // a save has one; polygons are placed in it as they are written, and it is applied when all are.
 #pragma once
 
-#include <QDomElement>
 #include <cstdint>
 #include <vector>
 
-#include "export/ElementTexts.h"
+#include "export/OutputDocument.h"
 
 namespace tzsvg {
 
@@ -14,33 +13,26 @@ namespace tzsvg {
 // out once. n children cost n log n, in whatever order they are placed.
 class ChildOrder {
   public:
-    explicit ChildOrder(const QDomElement& parent) : parent_(parent) {}
+    explicit ChildOrder(OutputElement& parent) : parent_(parent) {}
 
     // Places an element before the child that stands at that index; behind the last when there is none. The
     // children that the parent has when the first element is placed count as well. So elements that are all
     // placed at 0, those without an index, come out in reverse order. Meant so: otherwise existing scenes
     // would be saved stacked the other way round. Saver/scenes (zorder) pins it.
-    void place(const ElementText& element, uint32_t index);
+    void place(const OutputNode& node, uint32_t index);
 
     // Places an element behind the last child.
-    void append(const QDomElement& element);
+    void append(OutputElement& element) { place(&element, UINT32_MAX); }
 
-    // Makes the placed elements children of the parent, placeholders for those that are texts. Called once;
-    // the parent's children are left alone between the first placing and here.
-    void apply(ElementTexts& texts);
+    // Makes the placed nodes children of the parent. Called once; the parent's children are left alone
+    // between the first placing and here.
+    void apply();
 
   private:
-    struct Child {
-        QDomNode node;  // null for an element that is text
-        ElementText text;
-    };
-    void place(Child child, uint32_t index);
-    void adoptChildren();
-
-    QDomElement parent_;
+    OutputElement& parent_;
     bool adopted_ = false;
-    std::vector<Child> children_;      // in the order of their placement
-    std::vector<uint32_t> positions_;  // where each stood when it was placed
+    std::vector<OutputNode> children_;  // in the order of their placement
+    std::vector<uint32_t> positions_;   // where each stood when it was placed
 };
 
 }  // namespace tzsvg

@@ -4,10 +4,35 @@
 #include <QStringList>
 #include <algorithm>
 
-#include "export/Fragments.h"
+#include "svg/tree/XmlDocument.h"
 
 namespace tzsvg {
 namespace {
+
+// A stored text with its one "svg" element, which may stand at any place: null when there is none or more
+// than one, or the text is not well-formed or beyond the limits of svg/tree/DocumentLimits.h.
+struct ParsedSvg {
+    explicit ParsedSvg(const QString& xml) {
+        if (!document.read(xml)) return;
+        for (const XmlNode* node = document.top().nextBelow(document.top()); node;
+             node = node->nextBelow(document.top())) {
+            if (node->element() != Element::kSvg) continue;
+            if (svg) {
+                svg = nullptr;
+                return;
+            }
+            svg = node;
+        }
+    }
+    XmlDocument document;
+    const XmlNode* svg = nullptr;
+};
+
+// A sequence of nodes without a common root: they are the children of the element.
+QString wrapped(const QString& fragment) {
+    return QStringLiteral("<?xml version=\"1.0\" encoding=\"utf-8\"?><svg>") + fragment +
+           QStringLiteral("</svg>");
+}
 
 // One kind of text of all packages: those that are not empty, each once.
 QStringList textsOf(const PackageTexts& packages, QString StoredTexts::*kind) {
@@ -19,70 +44,64 @@ QStringList textsOf(const PackageTexts& packages, QString StoredTexts::*kind) {
     return texts;
 }
 
-void addNamespaces(const QDomElement& from, QDomElement to) {
-    const QDomNamedNodeMap attributes = from.attributes();
-    for (int i = 0; i < attributes.size(); ++i) {
-        const QDomNode attribute = attributes.item(i);
-        const QString name = attribute.nodeName();
+void addNamespaces(const XmlNode& from, SavedAttributes& to) {
+    for (const XmlAttribute& attribute : from) {
+        const QString& name = attribute.name->text;
         const bool declares = name == QLatin1String("xmlns") || name.startsWith(QLatin1String("xmlns:"));
-        if (declares && !to.hasAttribute(name)) {
-            to.setAttribute(name, attribute.nodeValue());
-        }
+        if (declares && !to.has(name)) to.set(name, attribute.value.toString());
     }
-}
-
-QDomElement newRoot(QDomDocument& document) {
-    QDomElement root = document.createElement(QStringLiteral("svg"));
-    root.setAttribute(QStringLiteral("xmlns"), QStringLiteral("http://www.w3.org/2000/svg"));
-    root.setAttribute(QStringLiteral("xmlns:xlink"), QStringLiteral("http://www.w3.org/1999/xlink"));
-    return root;
 }
 
 }  // namespace
 
-ErrorState addRoot(QDomDocument& document, const PackageTexts& packages, QDomElement& root) {
+ErrorState addRoot(OutputDocument& document, const PackageTexts& packages, OutputElement*& root) {
     const QStringList texts = textsOf(packages, &StoredTexts::root);
     if (texts.isEmpty()) {
-        root = newRoot(document);
-        document.appendChild(root);
+        root = &document.makeElement(QStringLiteral("svg"));
+        root->attributes().set(QStringLiteral("xmlns"), QStringLiteral("http://www.w3.org/2000/svg"));
+        root->attributes().set(QStringLiteral("xmlns:xlink"), QStringLiteral("http://www.w3.org/1999/xlink"));
         return ErrorState::kNone;
     }
-    const ParsedSvg stored = parseSvg(texts.first());
-    if (stored.svg.isNull()) return ErrorState::kRoot;
-    root = stored.svg;
-    document.appendChild(root);
-    for (const QString& text : texts.mid(1)) addNamespaces(parseSvg(text).svg, root);
+    const ParsedSvg stored(texts.first());
+    if (!stored.svg) return ErrorState::kRoot;
+    root = &document.makeElement(stored.svg->name());
+    root->attributes() = SavedAttributes(*stored.svg);
+    root->addChildrenOf(*stored.svg);
+    for (const QString& text : texts.mid(1)) {
+        const ParsedSvg later(text);
+        if (later.svg) addNamespaces(*later.svg, root->attributes());
+    }
     return ErrorState::kNone;
 }
 
-ErrorState addDefinitions(QDomDocument& document, const PackageTexts& packages, QDomElement root) {
+ErrorState addDefinitions(OutputDocument& document, const PackageTexts& packages, OutputElement& root) {
     const QStringList texts = textsOf(packages, &StoredTexts::definitions);
     if (texts.isEmpty()) return ErrorState::kNone;
-    QDomElement definitions = document.createElement(QStringLiteral("defs"));
+    OutputElement& definitions = document.makeElement(QStringLiteral("defs"));
     for (const QString& text : texts) {
-        const ParsedSvg fragment = parseFragment(text);
-        if (!fragment.svg.hasChildNodes()) return ErrorState::kDefinitions;
-        moveChildren(fragment.svg, definitions);
+        const ParsedSvg fragment(wrapped(text));
+        if (!fragment.svg || !fragment.svg->firstChild()) return ErrorState::kDefinitions;
+        definitions.addChildrenOf(*fragment.svg);
     }
-    root.appendChild(document.createComment(QStringLiteral(" Definitions block ")));
-    root.appendChild(definitions);
+    root.addComment(QStringLiteral(" Definitions block "));
+    root.children().emplace_back(&definitions);
     return ErrorState::kNone;
 }
 
-ErrorState addClipPaths(QDomDocument& document, const PackageTexts& packages, QDomElement root) {
+ErrorState addClipPaths(const PackageTexts& packages, OutputElement& root) {
     const QStringList texts = textsOf(packages, &StoredTexts::clipPaths);
     if (texts.isEmpty()) return ErrorState::kNone;
-    root.appendChild(document.createComment(QStringLiteral(" Clip paths block ")));
+    root.addComment(QStringLiteral(" Clip paths block "));
     for (const QString& text : texts) {
-        const ParsedSvg fragment = parseFragment(text);
-        if (!fragment.svg.hasChildNodes()) return ErrorState::kClipPaths;
+        const ParsedSvg fragment(wrapped(text));
+        if (!fragment.svg || !fragment.svg->firstChild()) return ErrorState::kClipPaths;
         // Into the root itself, unlike the definitions: a clip path inside "defs" stands there already.
-        moveChildren(fragment.svg, root);
+        root.addChildrenOf(*fragment.svg);
     }
     return ErrorState::kNone;
 }
 
-ErrorState addIllustratorData(const PackageTexts& packages, const QDomElement& root) {
+ErrorState addIllustratorData(const PackageTexts& packages, OutputElement& root) {
     QStringList texts = textsOf(packages, &StoredTexts::illustratorData);
     const auto isBlank = [](const QString& text) { return text.trimmed().isEmpty(); };
     texts.erase(std::remove_if(texts.begin(), texts.end(), isBlank), texts.end());
@@ -93,9 +112,9 @@ ErrorState addIllustratorData(const PackageTexts& packages, const QDomElement& r
                        "x=\"0\" y=\"0\" width=\"1\" height=\"1\">"
                        "<i:pgfRef xlink:href=\"#adobe_illustrator_pgf\"/></foreignObject>"));
     for (const QString& text : texts) {
-        const ParsedSvg fragment = parseFragment(text);
-        if (fragment.svg.isNull()) return ErrorState::kIllustrator;
-        moveChildren(fragment.svg, root);
+        const ParsedSvg fragment(wrapped(text));
+        if (!fragment.svg) return ErrorState::kIllustrator;
+        root.addChildrenOf(*fragment.svg);
     }
     return ErrorState::kNone;
 }

@@ -2,10 +2,10 @@
 // data, from the texts that the packages of the meshes keep. Called by the saver, in this order.
 #pragma once
 
-#include <QDomDocument>
 #include <vector>
 
 #include "export/ErrorState.h"
+#include "export/OutputDocument.h"
 #include "export/StoredTexts.h"
 
 namespace tzsvg {
@@ -14,15 +14,15 @@ namespace tzsvg {
 // once.
 using PackageTexts = std::vector<const StoredTexts*>;
 
-// Makes the root element, the document's last child: the first stored one, with the namespace declarations
-// that only later ones have; or a new one.
-ErrorState addRoot(QDomDocument& document, const PackageTexts& packages, QDomElement& root);
+// Makes the root element: the first stored one, with the namespace declarations that only later ones have; or
+// a new one.
+ErrorState addRoot(OutputDocument& document, const PackageTexts& packages, OutputElement*& root);
 
 // Appends the definitions to the root, in a "defs" element; the clip paths, directly.
-ErrorState addDefinitions(QDomDocument& document, const PackageTexts& packages, QDomElement root);
-ErrorState addClipPaths(QDomDocument& document, const PackageTexts& packages, QDomElement root);
+ErrorState addDefinitions(OutputDocument& document, const PackageTexts& packages, OutputElement& root);
+ErrorState addClipPaths(const PackageTexts& packages, OutputElement& root);
 
 // Appends the Illustrator data to the root, behind the reference to it that Illustrator looks for.
-ErrorState addIllustratorData(const PackageTexts& packages, const QDomElement& root);
+ErrorState addIllustratorData(const PackageTexts& packages, OutputElement& root);
 
 }  // namespace tzsvg

@@ -1,12 +1,15 @@
 // See the header.
 #include "export/ElementBuilder.h"
 
+#include <QString>
+
+#include "svg/tree/SavedForm.h"
+
 namespace tzsvg {
 namespace {
 
-const QString& textOf(ElementName name) {
-    static const std::array<QString, 4> kNames = {QStringLiteral("line"), QStringLiteral("polyline"),
-                                                  QStringLiteral("polygon"), QStringLiteral("path")};
+const char* textOf(ElementName name) {
+    static constexpr std::array<const char*, 4> kNames = {"line", "polyline", "polygon", "path"};
     return kNames[static_cast<size_t>(name)];
 }
 
@@ -38,13 +41,13 @@ const QString& textOf(AttributeName name) {
 }
 
 // A drawing has a dozen; a scene made to have as many as there can be must not fill the memory.
-constexpr size_t kMostShared = 256;
+constexpr size_t kMostOrders = 4096;
 
 }  // namespace
 
 void ElementBuilder::start(ElementName name) {
     name_ = name;
-    key_ = static_cast<uint32_t>(name) << kAttributeCount;
+    key_ = 0;
     set_.clear();
 }
 
@@ -52,41 +55,34 @@ void ElementBuilder::set(AttributeName name, std::string_view text) {
     key_ |= 1U << static_cast<uint32_t>(name);
     set_.push_back(name);
     Value& value = values_[static_cast<size_t>(name)];
-    if (value.bytes == text) return;
+    if (value.bytes == text && !value.saved.empty()) return;
     value.bytes = text;
-    value.text = QString::fromStdString(value.bytes);
+    QString saved(u' ');
+    saveAttribute(saved, textOf(name), QString::fromUtf8(text.data(), static_cast<int>(text.size())));
+    value.saved = saved.toStdString();
 }
 
 void ElementBuilder::save(std::string& text) {
-    auto found = shared_.find(key_);
-    if (found == shared_.end()) {
-        if (shared_.size() == kMostShared) shared_.clear();
-        found = shared_.emplace(key_, makeShared()).first;
+    auto found = orders_.find(key_);
+    if (found == orders_.end()) {
+        if (orders_.size() == kMostOrders) orders_.clear();
+        found = orders_.emplace(key_, makeOrder()).first;
     }
-    Shared& shared = found->second;
-    for (size_t i = 0; i < set_.size(); ++i) {
-        const QString& value = values_[static_cast<size_t>(set_[i])].text;
-        if (shared.texts[i] == value) continue;
-        shared.texts[i] = value;
-        shared.attributes[i].setValue(value);
-    }
-    saved_.resize(0);
-    shared.element.save(stream_, 0);
-    stream_.flush();
-    const QByteArray bytes = saved_.toUtf8();
-    text.append(bytes.constData(), static_cast<size_t>(bytes.size()));
+    text += '<';
+    text += textOf(name_);
+    for (const AttributeName name : found->second) text += values_[static_cast<size_t>(name)].saved;
+    text += "/>";
 }
 
-ElementBuilder::Shared ElementBuilder::makeShared() {
-    Shared shared;
-    shared.element = document_.createElement(textOf(name_));
-    for (const AttributeName name : set_) {
-        const QString& value = values_[static_cast<size_t>(name)].text;
-        shared.element.setAttribute(textOf(name), value);
-        shared.attributes.push_back(shared.element.attributeNode(textOf(name)));
-        shared.texts.push_back(value);
-    }
-    return shared;
+ElementBuilder::Order ElementBuilder::makeOrder() const {
+    SavedAttributes attributes;
+    for (const AttributeName name : set_)
+        attributes.set(textOf(name), QString::number(static_cast<int>(name)));
+    Order order;
+    attributes.forEach([&](const QString&, const QString& number) {
+        order.push_back(static_cast<AttributeName>(number.toInt()));
+    });
+    return order;
 }
 
 }  // namespace tzsvg

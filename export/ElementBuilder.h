@@ -2,10 +2,6 @@
 // writers, through the saver.
 #pragma once
 
-#include <QDomDocument>
-#include <QDomElement>
-#include <QString>
-#include <QTextStream>
 #include <array>
 #include <cstdint>
 #include <string>
@@ -45,9 +41,8 @@ enum class AttributeName {
 
 constexpr size_t kAttributeCount = static_cast<size_t>(AttributeName::kTransform) + 1;
 
-// Elements of one name with the same attributes share one element of the toolkit's, which gets their values
-// in turn. So a million polygons do not need a million elements in memory, which would cost more than all
-// other work on them, and what is saved is to the byte what the toolkit saves of an element of their own.
+// Builds elements one after the other, without a tree: their values are kept as they are written, and the
+// order of their attributes (svg/tree/SavedForm.h) is found once for each set of them.
 class ElementBuilder {
   public:
     // Starts an element.
@@ -57,31 +52,23 @@ class ElementBuilder {
     // once.
     void set(AttributeName name, std::string_view text);
 
-    // Appends the element to the text, in UTF-8, with the line end that the toolkit puts behind an element.
+    // Appends the element to the text, in UTF-8, without a line end.
     void save(std::string& text);
 
   private:
     struct Value {
         std::string bytes;
-        QString text;
+        std::string saved;  // name="value", with a blank before
     };
-    struct Shared {
-        QDomElement element;
-        std::vector<QDomAttr> attributes;  // those of `set_`, in its order
-        std::vector<QString> texts;        // what they are set to
-    };
-    Shared makeShared();
+    using Order = std::vector<AttributeName>;
+    Order makeOrder() const;
 
     // The last value of each attribute: a drawing has a few colours and widths, which come in runs.
     std::array<Value, kAttributeCount> values_;
     ElementName name_ = ElementName::kLine;
     std::vector<AttributeName> set_;  // the attributes of the element
-    uint32_t key_ = 0;                // a bit for each of them, and the name
-
-    QDomDocument document_;  // what the shared elements are made of
-    std::unordered_map<uint32_t, Shared> shared_;
-    QString saved_;
-    QTextStream stream_{&saved_};
+    uint32_t key_ = 0;                // a bit for each of them
+    std::unordered_map<uint32_t, Order> orders_;
 };
 
 }  // namespace tzsvg

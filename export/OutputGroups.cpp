@@ -1,14 +1,12 @@
 // See the header. Built by the groups step of the saver; asked by the polygon writers.
 #include "export/OutputGroups.h"
 
-#include <QDomDocument>
-
 #include "export/GroupRecords.h"
 #include "svg/tree/DocumentLimits.h"
 
 namespace tzsvg {
 
-bool OutputGroups::build(const QString& records, QDomDocument& document, QDomElement root) {
+bool OutputGroups::build(const QString& records, OutputDocument& document, OutputElement& root) {
     std::vector<GroupRecord> list;
     if (!readGroupRecords(records, list)) return false;
     for (const GroupRecord& record : list) {
@@ -24,13 +22,13 @@ bool OutputGroups::build(const QString& records, QDomDocument& document, QDomEle
         const int level = (parent ? parent->level : 1) + 1;
         if (level > kMaxElementDepth) return false;
 
-        QDomElement element = document.createElement(QStringLiteral("g"));
-        for (const auto& [name, value] : record.attributes) element.setAttribute(name, value);
-        (parent ? parent->element : root).appendChild(element);
+        OutputElement& element = document.makeElement(QStringLiteral("g"));
+        for (const auto& [name, value] : record.attributes) element.attributes().set(name, value);
+        (parent ? *parent->element : root).children().emplace_back(&element);
 
-        Group& group = groups_.emplace_back(Group{element, level, ChildOrder(element)});
+        Group& group = groups_.emplace_back(Group{&element, level, ChildOrder(element)});
         if (!byNumber_.emplace(record.number, &group).second) return false;
-        const std::string name = element.attribute(QStringLiteral("id")).toStdString();
+        const std::string name = element.attributes().value(QStringLiteral("id")).toStdString();
         if (!name.empty()) {
             const auto [entry, isNew] = byName_.emplace(name, &group);
             if (!isNew) entry->second = nullptr;
@@ -49,8 +47,8 @@ ChildOrder* OutputGroups::byName(const std::string& name) {
     return found == byName_.end() || !found->second ? nullptr : &found->second->children;
 }
 
-void OutputGroups::apply(ElementTexts& texts) {
-    for (Group& group : groups_) group.children.apply(texts);
+void OutputGroups::apply() {
+    for (Group& group : groups_) group.children.apply();
 }
 
 }  // namespace tzsvg

@@ -2,14 +2,12 @@
 // or the name that a polygon's tags give.
 #pragma once
 
-#include <QDomElement>
+#include <QString>
 #include <deque>
 #include <string>
 #include <unordered_map>
 
 #include "export/ChildOrder.h"
-
-class QDomDocument;
 
 namespace tzsvg {
 
@@ -19,19 +17,19 @@ class OutputGroups {
     // Makes the elements of the records in a text, the outermost ones as last children of the root. False
     // when the records are malformed, a number comes twice, a parent does not stand before its child, or the
     // groups are nested deeper than a document may be.
-    bool build(const QString& records, QDomDocument& document, QDomElement root);
+    bool build(const QString& records, OutputDocument& document, OutputElement& root);
 
     // The children of a group, by its number; by its "id", when exactly one group has it. Null when there is
     // none.
     ChildOrder* byNumber(uint32_t number);
     ChildOrder* byName(const std::string& name);
 
-    // Makes the placed elements children of their groups.
-    void apply(ElementTexts& texts);
+    // Makes what was placed children of the groups.
+    void apply();
 
   private:
     struct Group {
-        QDomElement element;
+        OutputElement* element;
         int level;  // in the document; the root's is 1
         ChildOrder children;
     };

@@ -58,7 +58,7 @@ void SVGSaver::gatherStoredTexts() {
 }
 
 TzResult SVGSaver::writeDocument() {
-    document_.clear();
+    document_ = {};
     viewBox_ = {};
     error_ = ErrorState::kNone;
     // Before anything is read, so that a save that fails leaves the beginning of a document.
@@ -71,18 +71,17 @@ TzResult SVGSaver::writeDocument() {
     for (const auto& texts : storedTexts_) {
         if (texts) packages.push_back(&*texts);
     }
-    document_.appendChild(document_.createComment(QStringLiteral(" SVG file output by VANTO ")));
     const auto failed = [this](ErrorState state) {
         error_ = state;
         return state != ErrorState::kNone;
     };
-    if (failed(addRoot(document_, packages, root_)) || failed(addDefinitions(document_, packages, root_)) ||
-        failed(addClipPaths(document_, packages, root_)) || failed(addGroups())) {
+    if (failed(addRoot(document_, packages, root_)) || failed(addDefinitions(document_, packages, *root_)) ||
+        failed(addClipPaths(packages, *root_)) || failed(addGroups())) {
         return kTzFailed;
     }
     const TzResult result = writeMeshes();
-    if (failed(addIllustratorData(packages, root_))) return kTzFailed;
-    writeText(elementTexts_.save(document_));
+    if (failed(addIllustratorData(packages, *root_))) return kTzFailed;
+    writeText("<!-- SVG file output by VANTO -->\n" + document_.save(*root_));
     return result;
 }
 
@@ -108,7 +107,7 @@ ErrorState SVGSaver::addGroups() {
         if (groups) continue;
         groups = &groups_.emplace_back();
         if (!first) first = groups;
-        if (!groups->build(texts->groups, document_, root_)) return ErrorState::kGroups;
+        if (!groups->build(texts->groups, document_, *root_)) return ErrorState::kGroups;
     }
     for (const auto& texts : storedTexts_) {
         groupsOfMesh_.push_back(texts ? byText.value(texts->groups) : first);
@@ -119,12 +118,12 @@ ErrorState SVGSaver::addGroups() {
 // The result of the last mesh is the result: one that fails before it does not stop the scan. Meant so: one
 // tilted mesh among the flat ones must not cost the user the drawing. Saver/lastMeshDecides pins it.
 TzResult SVGSaver::writeMeshes() {
-    orders_.emplace_back(root_);
+    orders_.emplace_back(*root_);
     TzResult result = kTzOk;
     startItemScan(kTzItemMesh);
     for (size_t mesh = 0; mesh < storedTexts_.size() && nextItem(); ++mesh) result = writeMesh(mesh);
-    for (OutputGroups& groups : groups_) groups.apply(elementTexts_);
-    for (ChildOrder& order : orders_) order.apply(elementTexts_);
+    for (OutputGroups& groups : groups_) groups.apply();
+    for (ChildOrder& order : orders_) order.apply();
     return result;
 }
 
@@ -150,7 +149,7 @@ TzResult SVGSaver::writeMesh(size_t meshIndex) {
     scanPolygons();
     if (polygonCount_ == 0) return kTzOk;
     if (!growViewBox()) return kTzFailed;
-    root_.setAttribute(QStringLiteral("viewBox"), QString::fromStdString(viewBox_.text()));
+    root_->attributes().set(QStringLiteral("viewBox"), QString::fromStdString(viewBox_.text()));
     return error_ == ErrorState::kNone ? kTzOk : kTzFailed;
 }
 
@@ -158,8 +157,8 @@ TzResult SVGSaver::writeMesh(size_t meshIndex) {
 ChildOrder* SVGSaver::addMeshGroup() {
     const std::string name = itemName();
     const std::string id = name.substr(0, name.find(".m"));
-    QDomElement group = document_.createElement(QStringLiteral("g"));
-    if (!id.empty()) group.setAttribute(QStringLiteral("id"), QString::fromStdString(id));
+    OutputElement& group = document_.makeElement(QStringLiteral("g"));
+    if (!id.empty()) group.attributes().set(QStringLiteral("id"), QString::fromStdString(id));
     orders_.front().append(group);
     return &orders_.emplace_back(group);
 }
@@ -211,16 +210,15 @@ ChildOrder* SVGSaver::selectParent() {
 void SVGSaver::addElement(ChildOrder& parent) {
     WriteStyleAttributes(*this);
     const std::string* const index = polygonTag(kTagDrawingIndex);
-    parent.place(elementTexts_.add(element_), index ? readUnsigned(*index).value_or(0) : 0);
+    parent.place(document_.addPolygon(element_), index ? readUnsigned(*index).value_or(0) : 0);
 }
 
 void SVGSaver::reset() noexcept {
     orders_.clear();  // before the document: they hold elements of it
     groups_.clear();
     groupsOfMesh_.clear();
-    root_ = {};
-    document_.clear();
-    elementTexts_ = {};
+    root_ = nullptr;
+    document_ = {};
     storedTexts_.clear();
     viewBox_ = {};
     pathWriter_.reset();

@@ -1,11 +1,9 @@
 // The scene saver server `SVG_SceneSaver`: holds what one save needs, and tells its story in writeDocument()
 // and writeMesh(). The steps are free functions and small classes of this folder; those for polygons get the
 // saver. The whole document is built before it is written; only the XML declaration and the document type go
-// to the file ahead of it. Elements of polygons are in it as placeholders for their saved text: see
-// ElementTexts.h.
+// to the file ahead of it.
 #pragma once
 
-#include <QDomDocument>
 #include <QPointF>
 #include <deque>
 #include <optional>
@@ -14,8 +12,8 @@
 #include "export/ChildOrder.h"
 #include "export/CoordinateText.h"
 #include "export/ElementBuilder.h"
-#include "export/ElementTexts.h"
 #include "export/ErrorState.h"
+#include "export/OutputDocument.h"
 #include "export/OutputGroups.h"
 #include "export/PathWriter.h"
 #include "export/PointCache.h"
@@ -73,11 +71,10 @@ class SVGSaver : public CTzSceneSaver, public CTzLineFormat {
 
     // Of the save.
     std::vector<std::optional<StoredTexts>> storedTexts_;  // one for each mesh in scan order
-    QDomDocument document_;
-    QDomElement root_;
+    OutputDocument document_;
+    OutputElement* root_ = nullptr;
     ElementBuilder element_;
     CoordinateText coordinates_;
-    ElementTexts elementTexts_;
     std::deque<ChildOrder> orders_;  // of the root, which is the first, and of the meshes' own groups
     std::deque<OutputGroups> groups_;
     std::vector<OutputGroups*> groupsOfMesh_;  // one for each mesh in scan order; null when there is none

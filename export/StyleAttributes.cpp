@@ -1,8 +1,7 @@
 // See the header. Called by SVGSaver::addElement(), once for each element.
 #include "export/StyleAttributes.h"
 
-#include <QDomDocument>
-#include <QDomElement>
+#include <QString>
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -82,11 +81,7 @@ std::string strokeColour(const std::string& text) {
 }
 
 std::string defaultStrokeWidth(double largestExtent) {
-    const QString name = QStringLiteral("stroke-width");
-    QDomDocument document;  // an element uses its document when it is written to
-    QDomElement element = document.createElement(name);
-    element.setAttribute(name, 0.0025 * largestExtent);
-    return element.attribute(name).toStdString();
+    return QString::number(0.0025 * largestExtent, 'g', 17).toStdString();
 }
 
 void WriteStyleAttributes(SVGSaver& saver) {

@@ -3,7 +3,6 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <QHashFunctions>
 #include <QtGlobal>
 #include <clocale>
 #include <csignal>
@@ -35,13 +34,6 @@ void prepareStreams() {
 
 // The module uses the same Qt in the same process: what is set here holds for it too.
 void prepareProcess() {
-    // Attributes of a saved element stand in hash order: a fixed seed makes the same input give the same
-    // bytes.
-#if QT_VERSION >= QT_VERSION_CHECK(6, 2, 0)
-    QHashSeed::setDeterministicGlobalSeed();
-#else
-    qSetGlobalQHashSeed(0);
-#endif
     // File names are UTF-8 whatever the user's locale, and numbers are written as in the C locale.
     std::setlocale(LC_CTYPE, "C.UTF-8");  // NOLINT(concurrency-mt-unsafe): no other thread runs yet
     // stderr is for progress and for the one line of a failure, not for the toolkit's remarks.

@@ -1,19 +1,18 @@
 // See the header. Called by import/PackageCapture.cpp.
 #include "import/Captures.h"
 
+#include <QDomDocument>
 #include <QRegularExpression>
 #include <QTextStream>
 #include <algorithm>
 #include <array>
 
 #include "hostsdk/CTzError.h"
-#include "svg/tree/DomForm.h"
+#include "svg/tree/XmlReader.h"
+#include "svg/tree/SavedForm.h"
 
 namespace tzsvg {
 namespace {
-
-// The form in which everything is kept: saved by the toolkit at indent 0.
-constexpr int kIndent = 0;
 
 // Elements one after the other as text, as long as there is room.
 class ElementsText {
@@ -21,8 +20,7 @@ class ElementsText {
     explicit ElementsText(qint64 room) : room_(room) {}
 
     void add(const XmlNode& node) {
-        forms_.save(stream_, node);
-        stream_.flush();
+        saveNode(text_, node);
         if (text_.size() > room_) throw CTzError(kTzOutOfMemory);
     }
     QString text() const { return withoutLineBreaks(text_); }
@@ -30,8 +28,6 @@ class ElementsText {
   private:
     const qint64 room_;
     QString text_;
-    QTextStream stream_{&text_};
-    DomForms forms_;
 };
 
 void addOutsideDefinitions(ElementsText& text, const DocumentSurvey::List& elements) {
@@ -40,16 +36,15 @@ void addOutsideDefinitions(ElementsText& text, const DocumentSurvey::List& eleme
     }
 }
 
-// In the order of the toolkit's list.
-void writeAttributes(QTextStream& stream, const QDomNamedNodeMap& attributes) {
+// One behind the other, without blanks between.
+void writeAttributes(QTextStream& stream, const SavedAttributes& attributes) {
     if (attributes.isEmpty()) return;
-    stream << "attributes{";
-    for (int i = 0; i < attributes.size(); ++i) {
-        const QDomNode attribute = attributes.item(i);
+    QString text;
+    attributes.forEach([&](const QString& name, const QString& value) {
         // The transform is in the geometry below the group, and is never kept here.
-        if (attribute.nodeName() != nameOf(Attribute::kTransform)) attribute.save(stream, kIndent);
-    }
-    stream << '}';
+        if (name != nameOf(Attribute::kTransform)) saveAttribute(text, name, value);
+    });
+    stream << "attributes{" << text << '}';
 }
 
 bool isIllustratorDocument(const XmlNode& document) {
@@ -87,7 +82,7 @@ void saveByName(QTextStream& stream, const QDomNamedNodeMap& declarations) {
     for (int i = 0; i < declarations.size(); ++i) nodes.push_back(declarations.item(i));
     std::sort(nodes.begin(), nodes.end(),
               [](const QDomNode& a, const QDomNode& b) { return a.nodeName() < b.nodeName(); });
-    for (const QDomNode& node : nodes) node.save(stream, kIndent);
+    for (const QDomNode& node : nodes) node.save(stream, 0);
 }
 
 }  // namespace
@@ -123,7 +118,6 @@ bool captureGroups(const DocumentSurvey& survey, GroupTable& table, QString& rec
     for (const XmlNode* const group : survey.groups) table.record(*group);
 
     QTextStream stream(&records);
-    DomForms forms;
     for (const XmlNode* const group : survey.groups) {
         const auto number = table.numberOf(*group);
         if (!number) return false;
@@ -142,7 +136,7 @@ bool captureGroups(const DocumentSurvey& survey, GroupTable& table, QString& rec
             stream << *parentNumber;
         }
         stream << '}';
-        writeAttributes(stream, forms.alone(*group).attributes());
+        writeAttributes(stream, SavedAttributes(*group));
         stream << ';';
     }
     return true;
@@ -150,9 +144,10 @@ bool captureGroups(const DocumentSurvey& survey, GroupTable& table, QString& rec
 
 QString captureDoctype(const XmlDocument& document) {
     if (document.prolog().isEmpty()) return {};
-    // The toolkit's list of declarations belongs to a document of its own, which needs an element.
+    // Qt's list of declarations belongs to a document of its own, which needs an element.
+    XmlReader reader(document.prolog() + QStringLiteral("<svg/>"));
     QDomDocument declared;
-    if (!parseXml(document.prolog() + QStringLiteral("<svg/>"), declared)) throw CTzError(kTzFailed);
+    if (!reader.withinLimits() || !declared.setContent(&reader.stream(), false)) throw CTzError(kTzFailed);
     const QDomDocumentType type = declared.doctype();
     QString text;
     QTextStream stream(&text);
@@ -178,27 +173,21 @@ QString captureDoctype(const XmlDocument& document) {
 }
 
 QString captureRoot(const XmlNode& root) {
-    DomForms forms;
-    QDomElement copy = forms.alone(root);
+    SavedAttributes attributes(root);
     for (const Attribute geometry :
          {Attribute::kX, Attribute::kY, Attribute::kWidth, Attribute::kHeight, Attribute::kViewBox}) {
-        copy.removeAttribute(nameOf(geometry));
+        attributes.remove(nameOf(geometry));
     }
     QString text;
-    QTextStream stream(&text);
-    copy.save(stream, kIndent);
-    stream.flush();
-    return text;
+    saveTagOpening(text, root.name(), attributes);
+    return text + QLatin1String("/>\n");
 }
 
 QString captureIllustratorData(const DocumentSurvey& survey) {
     QString text;
-    QTextStream stream(&text);
-    DomForms forms;
     for (const XmlNode* const element : survey.privateData) {
-        if (element->attribute(Attribute::kId) == u"adobe_illustrator_pgf") forms.save(stream, *element);
+        if (element->attribute(Attribute::kId) == u"adobe_illustrator_pgf") saveNode(text, *element);
     }
-    stream.flush();
     return text;
 }
 

@@ -1,6 +1,6 @@
 // A document as the import holds it: the nodes that the toolkit's QDomDocument would have, in a tenth of its
 // room and a fraction of its time, because they are made together, found by code instead of by text, and let
-// go together. What is kept as text still takes the toolkit's form: svg/tree/DomForm.h.
+// go together. What is kept as text takes the form that Qt's tree would be saved in: svg/tree/SavedForm.h.
 #pragma once
 
 #include <QHash>

@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QDomDocument>
 #include <QStringList>
 
 #include "export/OutputGroups.h"
@@ -101,9 +100,8 @@ TEST(OutputGroups, refuses) {
              {"own parent", QStringLiteral("g=id{1}parent{1};"), false},
              {"cycle", QStringLiteral("g=id{1}parent{2};g=id{2}parent{1};"), false},
          }) {
-        QDomDocument document;
-        QDomElement root = document.createElement(QStringLiteral("svg"));
-        document.appendChild(root);
+        OutputDocument document;
+        OutputElement& root = document.makeElement(QStringLiteral("svg"));
         OutputGroups groups;
         EXPECT_EQ(groups.build(row.text, document, root), row.good) << row.name;
     }

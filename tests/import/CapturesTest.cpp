@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <QGraphicsEllipseItem>
-#include <QTextStream>
 #include <cstring>
 #include <random>
 
@@ -11,14 +10,14 @@
 #include "import/Recognition.h"
 #include "import/SwitchFlattening.h"
 #include "svg/shape/ShapeItem.h"
-#include "svg/tree/DomForm.h"
+#include "svg/tree/SavedForm.h"
 #include "tests/tree/ParsedDocument.h"
 
 namespace tzsvg {
 namespace {
 
-// A document with what the captures read from it. Attribute order is the toolkit's: cases use one attribute
-// where the text is compared whole.
+// A document with what the captures read from it. Attributes stand in hash order: cases use one
+// attribute where the text is compared whole.
 struct Parsed : ParsedDocument {
     explicit Parsed(const char* xml) : ParsedDocument(xml), survey(document.top()) {}
     DocumentSurvey survey;
@@ -185,9 +184,7 @@ TEST(SwitchFlattening, everyAlternativeInOrder) {
         "<svg><a/><switch><b/><switch><c><switch><d/></switch></c></switch><e/></switch><f/><switch/></svg>");
     flattenSwitches(parsed.survey);
     QString flat;
-    QTextStream stream(&flat);
-    DomForms().save(stream, parsed.root());
-    stream.flush();
+    saveNode(flat, parsed.root());
     EXPECT_EQ(text(withoutLineBreaks(flat)), "<svg><a/><b/><c><d/></c><e/><f/></svg>");
     const auto line = [&](const char* name) { return parsed.named(name).line(); };
     EXPECT_EQ(line("a"), 1);

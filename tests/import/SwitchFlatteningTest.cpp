@@ -9,8 +9,8 @@
 #include <random>
 #include <string>
 
-#include "svg/tree/DomForm.h"
 #include "svg/tree/XmlDocument.h"
+#include "tests/tree/ParsedDocument.h"
 
 namespace tzsvg {
 namespace {

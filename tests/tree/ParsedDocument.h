@@ -1,11 +1,20 @@
-// A document of the import, read from a text, and ways to its nodes.
+// A document of the import, read from a text, and ways to its nodes; the same of Qt, to compare with.
 #pragma once
 
 #include <gtest/gtest.h>
 
+#include <QDomDocument>
+
+#include "svg/tree/XmlReader.h"
 #include "svg/tree/XmlDocument.h"
 
 namespace tzsvg {
+
+// Qt's tree of the same text.
+inline bool parseXml(const QString& xml, QDomDocument& document) {
+    XmlReader reader(xml);
+    return reader.withinLimits() && document.setContent(&reader.stream(), false);
+}
 
 struct ParsedDocument {
     explicit ParsedDocument(const QString& xml) { EXPECT_TRUE(document.read(xml)) << xml.toStdString(); }

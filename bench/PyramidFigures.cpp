@@ -7,9 +7,9 @@
 #include "bench/ChildRun.h"
 #include "bench/Figures.h"
 #include "bench/Table.h"
-#include "host/Pyramid.h"
-#include "host/PyramidFiles.h"
-#include "host/Session.h"
+#include "host/ModuleLibrary.h"
+#include "host/pyramid/Pyramid.h"
+#include "host/pyramid/PyramidFiles.h"
 
 namespace tzbench {
 namespace {

@@ -12,9 +12,9 @@
 #include <utility>
 
 #include "bench/ChildRun.h"
+#include "host/ModuleLibrary.h"
 #include "host/SceneLoading.h"
 #include "host/SceneSaving.h"
-#include "host/Session.h"
 
 namespace tzbench {
 namespace {

@@ -12,7 +12,7 @@
 #include "bench/Figures.h"
 #include "bench/Table.h"
 #include "host/ImageLoading.h"
-#include "host/Session.h"
+#include "host/ModuleLibrary.h"
 
 namespace tzbench {
 namespace {

@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "host/Host.h"
-#include "host/OperationError.h"
+#include "host/core/OperationError.h"
 #include "hostsdk/ITzModule.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);

@@ -2,7 +2,6 @@
 // inside, and the first of the finest. Compressed bytes are handed over as a compressed file.
 #include "fuzz/FuzzHost.h"
 #include "host/ImageLoading.h"
-#include "host/TilePixels.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     using namespace tzfuzz;

@@ -1,8 +1,8 @@
 // Fuzz target: a whole drawing through the scene loader, and what it made through the saver and the preview.
 #include "fuzz/FuzzHost.h"
-#include "host/Preview.h"
 #include "host/SceneLoading.h"
 #include "host/SceneSaving.h"
+#include "host/preview/Preview.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     using namespace tzfuzz;

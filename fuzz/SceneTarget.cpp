@@ -2,10 +2,10 @@
 #include <cstdlib>
 
 #include "fuzz/FuzzHost.h"
-#include "host/Preview.h"
-#include "host/SceneReader.h"
 #include "host/SceneSaving.h"
-#include "host/SceneWriter.h"
+#include "host/preview/Preview.h"
+#include "host/scenefile/SceneReader.h"
+#include "host/scenefile/SceneWriter.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     using namespace tzfuzz;

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <utility>
 
-#include "host/Services.h"
+#include "host/services/Services.h"
 #include "hostsdk/CTzPolymorph.h"
 #include "hostsdk/ITzLog.h"
 #include "hostsdk/ITzMessages.h"
@@ -47,17 +47,19 @@ class Host::Object : public HostObject, public ITzHost {
     std::shared_ptr<const std::vector<Service>> services_;
 };
 
-Host::Host()
-    : core_(std::make_shared<HostCore>()),
-      services_(std::make_shared<const std::vector<Service>>(std::vector<Service>{
-          {ITzServerRegistry::kId, makeServerRegistry(core_)},
-          {ITzLogService::kId, makeLogService(core_)},
-          {ITzLogWriter::kId, makeLogWriter(core_)},
-          {ITzMessages::kId, makeMessageService(core_)},
-          {ITzImageService::kId, makeImageService(core_)},
-          {ITzTypeService::kId, makeTypeService(core_)},
-          {ITzThreadService::kId, makeThreadService(core_)},
-      })),
+std::vector<Host::Service> Host::makeServices(const std::shared_ptr<HostCore>& core) {
+    LogServices log = makeLogServices(core);
+    return {
+        {ITzServerRegistry::kId, makeServerRegistry(core)}, {ITzLogService::kId, std::move(log.service)},
+        {ITzLogWriter::kId, std::move(log.writer)},         {ITzMessages::kId, makeMessageService(core)},
+        {ITzImageService::kId, makeImageService(core)},     {ITzTypeService::kId, makeTypeService(core)},
+        {ITzThreadService::kId, makeThreadService(core)},
+    };
+}
+
+Host::Host(std::shared_ptr<Observer> observer)
+    : core_(std::make_shared<HostCore>(observer ? std::move(observer) : std::make_shared<Observer>())),
+      services_(std::make_shared<const std::vector<Service>>(makeServices(core_))),
       object_(CTzPolymorph<Object, ITzHost>::create(core_, services_)) {}
 
 Host::~Host() {

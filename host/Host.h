@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "host/HostCore.h"
-#include "host/Scene.h"
+#include "host/core/HostCore.h"
+#include "host/scene/Scene.h"
 #include "hostsdk/CTzPtr.h"
 #include "hostsdk/ITzHost.h"
 
@@ -15,7 +15,8 @@ namespace tzhost {
 
 class Host {
   public:
-    Host();
+    // Without an observer, progress, messages and log lines are dropped and nothing is ever cancelled.
+    explicit Host(std::shared_ptr<Observer> observer = nullptr);
     // Lets go of the servers: a factory keeps the host that it makes objects for.
     ~Host();
     Host(const Host&) = delete;
@@ -26,8 +27,7 @@ class Host {
 
     ServiceGate& gate() const { return core_->gate; }
     ServerTable& servers() const { return core_->servers; }
-    Log& log() const { return core_->log; }
-    Messages& messages() const { return core_->messages; }
+    Observer& observer() const { return *core_->observer; }
     const std::shared_ptr<HostCore>& core() const { return core_; }
 
     // A new, empty scene.
@@ -43,6 +43,8 @@ class Host {
         CTzPtr<ITzObject> object;
     };
     class Object;
+
+    static std::vector<Service> makeServices(const std::shared_ptr<HostCore>& core);
 
     std::shared_ptr<HostCore> core_;
     std::shared_ptr<const std::vector<Service>> services_;

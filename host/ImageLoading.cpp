@@ -1,9 +1,9 @@
 // See the header.
 #include "host/ImageLoading.h"
 
-#include "host/InputFile.h"
-#include "host/OperationError.h"
-#include "host/Progress.h"
+#include "host/core/OperationError.h"
+#include "host/core/Progress.h"
+#include "host/io/InputFile.h"
 #include "hostsdk/CTzText.h"
 
 namespace tzhost {
@@ -32,7 +32,7 @@ LoadedImage loadImage(const Host& host, const std::filesystem::path& file) {
     requireReadable(file);
     requireUtf8Name(file, "open");
     const std::string& fileName = file.native();
-    const Progress progress("opening " + fileName);
+    const Progress progress(host.observer(), "opening " + fileName);
     TzLoadAccess access{};
     access.fileName = tzText(fileName);
     const auto loader = inStep(fileName, "recognise", [&] {
@@ -53,6 +53,21 @@ LoadedImage loadImage(const Host& host, const std::filesystem::path& file) {
         if (!loaded.tiles || !loaded.samples) throw CTzError(kTzNoInterface);
     });
     return loaded;
+}
+
+CTzUser_Image fetchTile(ITzTileImage& tiles, uint32_t level, TzTilePlace place) {
+    ITzImage* image = nullptr;
+    tzCheck(tiles.tile(level, place, &image));
+    return CTzUser_Image(CTzPtr<ITzImage>::adopt(image));
+}
+
+std::vector<float> readPixels(const CTzUser_Image& image) {
+    const TzSize size = image.size();
+    std::vector<float> pixels(size_t{size.width} * size.height * 4);
+    for (uint32_t y = 0; y < size.height; ++y) {
+        image.readLine(0, y, size.width, kTzPixelRgbaFloat, pixels.data() + size_t{y} * size.width * 4);
+    }
+    return pixels;
 }
 
 }  // namespace tzhost

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "host/Host.h"
 #include "hostsdk/CTzUser_Image.h"
@@ -26,6 +27,12 @@ struct LoadedImage {
     CTzPtr<ITzTileImage> tiles;
     CTzPtr<ITzImageLevelSample> samples;
 };
+
+// The image of a tile; throws CTzError. Level 0 is the finest.
+CTzUser_Image fetchTile(ITzTileImage& tiles, uint32_t level, TzTilePlace place);
+
+// All pixels of an image, red, green, blue, alpha each, row by row.
+std::vector<float> readPixels(const CTzUser_Image& image);
 
 // Throws OperationError: steps "open", "recognise" and "load".
 LoadedImage loadImage(const Host& host, const std::filesystem::path& file);

@@ -6,7 +6,7 @@
 #include <array>
 #include <cstdio>
 
-#include "host/OperationError.h"
+#include "host/core/OperationError.h"
 
 namespace tzhost {
 namespace {
@@ -70,10 +70,6 @@ std::vector<std::string> ModuleLibrary::unload() {
     void* const library = library_.release();
     if (reports.empty()) CloseLibrary()(library);
     return reports;
-}
-
-std::filesystem::path ModuleLibrary::besideProgram() {
-    return std::filesystem::read_symlink("/proc/self/exe").parent_path() / "tzsvg.so";
 }
 
 void ModuleLibrary::create(const std::string& fileName) {

@@ -28,9 +28,6 @@ class ModuleLibrary {
     // whose code may still be called stays open.
     std::vector<std::string> unload();
 
-    // The module beside the running program, in the build tree and when installed.
-    static std::filesystem::path besideProgram();
-
   private:
     struct CloseLibrary {
         void operator()(void* library) const;
@@ -41,6 +38,16 @@ class ModuleLibrary {
     Host& host_;
     std::unique_ptr<void, CloseLibrary> library_;
     CTzPtr<ITzModule> module_;
+};
+
+// A host with its module, loaded and unloaded together.
+struct Session {
+    // Throws OperationError when the module cannot be loaded.
+    explicit Session(const std::filesystem::path& moduleFile, std::shared_ptr<Observer> observer = nullptr)
+        : host(std::move(observer)), module(host, moduleFile) {}
+
+    Host host;
+    ModuleLibrary module;
 };
 
 }  // namespace tzhost

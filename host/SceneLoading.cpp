@@ -3,10 +3,10 @@
 
 #include <chrono>
 
-#include "host/InputFile.h"
-#include "host/Interrupt.h"
-#include "host/Monitor.h"
-#include "host/OperationError.h"
+#include "host/core/OperationError.h"
+#include "host/core/Progress.h"
+#include "host/io/InputFile.h"
+#include "hostsdk/CTzPolymorph.h"
 #include "hostsdk/CTzText.h"
 #include "hostsdk/ITzSceneLoader.h"
 
@@ -15,6 +15,41 @@ namespace {
 
 constexpr TzTagId kSubPathTag = tzTag("SPAT");
 constexpr std::string_view kFirstSubPath = "start{";
+
+// The monitor that a load reports to.
+class Monitor : public HostObject, public ITzMonitor {
+  public:
+    TzResult initialise(uint64_t stepCount) noexcept override {
+        return onHostThread("ITzMonitor::initialise", [&] { progress_.setCount(stepCount); });
+    }
+
+    TzResult step(uint32_t steps) noexcept override {
+        return onHostThread("ITzMonitor::step", [&] {
+            done_ += steps;
+            progress_.step(steps);
+            cancelled_ =
+                cancelled_ || core().observer->cancelled() || (cancelAfter_ != 0 && done_ >= cancelAfter_);
+            return cancelled_ ? kTzCancelled : kTzOk;
+        });
+    }
+
+    // Whether a step has reported a cancel.
+    bool cancelled() const { return cancelled_; }
+
+    // The load is over, whoever still holds the monitor.
+    void close() noexcept { progress_.close(); }
+
+  protected:
+    Monitor(const std::shared_ptr<HostCore>& core, const std::string& title, uint64_t cancelAfter)
+        : HostObject(core, "monitor"), cancelAfter_(cancelAfter), progress_(*core->observer, title) {}
+    ~Monitor() = default;
+
+  private:
+    const uint64_t cancelAfter_;  // as in ImportOptions
+    uint64_t done_ = 0;
+    bool cancelled_ = false;
+    Progress progress_;
+};
 
 // The first loader, in registration order, that recognises the file.
 CTzPtr<ITzSceneLoader> recognise(const Host& host, const std::string& fileName) {
@@ -48,11 +83,10 @@ ImportSummary importFile(Host& host, Scene& scene, const std::filesystem::path& 
     requireReadable(file);
     const std::string& fileName = file.native();
     requireUtf8Name(file, "open");
-    const InterruptScope interruptScope;
     const auto began = std::chrono::steady_clock::now();
     const size_t itemsBefore = scene.items().size();
-    const MonitorPtr monitor = CTzPolymorph<Monitor, ITzMonitor>::createSelf(
-        host.core(), "importing " + fileName, options.cancelAfter);
+    const auto monitor = CTzPolymorph<Monitor, ITzMonitor>::createSelf(host.core(), "importing " + fileName,
+                                                                       options.cancelAfter);
     try {
         const auto loader = inStep(fileName, "recognise", [&] { return recognise(host, fileName); });
         scene.setNameHint(file.stem().native());

@@ -1,10 +1,9 @@
 // See the header.
 #include "host/SceneSaving.h"
 
-#include "host/InputFile.h"
-#include "host/Interrupt.h"
-#include "host/OperationError.h"
-#include "host/Progress.h"
+#include "host/core/OperationError.h"
+#include "host/core/Progress.h"
+#include "host/io/InputFile.h"
 #include "hostsdk/CTzText.h"
 #include "hostsdk/ITzSceneSaver.h"
 
@@ -26,7 +25,7 @@ CTzPtr<ITzSceneSaver> spawnSaver(const Host& host) {
 class SaveProgress {
   public:
     SaveProgress(HostCore& core, const std::string& fileName, uint64_t polygonReads)
-        : core_(core), progress_("saving " + fileName, polygonReads) {
+        : core_(core), progress_(*core.observer, "saving " + fileName, polygonReads) {
         core_.polygonReads = &progress_;
     }
     ~SaveProgress() { core_.polygonReads = nullptr; }
@@ -49,14 +48,13 @@ uint64_t polygonCount(const Scene& scene) {
 void exportScene(Host& host, Scene& scene, OutputFile& out, const ExportOptions& options) {
     const std::string& fileName = out.name();
     requireUtf8Name(fileName, "save");
-    const InterruptScope interruptScope;
     const SaveProgress progress(*host.core(), fileName, polygonCount(scene));
     const auto saver = inStep(fileName, "find saver", [&] { return spawnSaver(host); });
     inStep(fileName, "verify", [&] { tzCheck(saver->verify(&scene)); });
     const uint32_t flags = options.preparatoryPass ? kTzSavePreparatoryPass : 0;
     inStep(fileName, "save", [&] {
         tzCheck(saver->save(tzText(out.temporaryName()), &scene, flags));
-        if (interrupted()) throw CTzError(kTzCancelled);
+        if (host.observer().cancelled()) throw CTzError(kTzCancelled);
     });
 }
 

@@ -8,11 +8,13 @@
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
+#include <memory>
 #include <string>
 
-#include "host/OperationError.h"
-#include "host/Utf8.h"
+#include "host/ModuleLibrary.h"
 #include "host/commands/Commands.h"
+#include "host/core/OperationError.h"
+#include "host/core/Utf8.h"
 
 namespace tzhost {
 namespace {
@@ -41,6 +43,11 @@ void prepareProcess() {
         [](QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& /*text*/) {});
 }
 
+// In the build tree and when installed.
+std::filesystem::path moduleBesideProgram() {
+    return std::filesystem::read_symlink("/proc/self/exe").parent_path() / "tzsvg.so";
+}
+
 void printError(const char* text) {
     std::fprintf(stderr, "tzhost: %s\n", text);
 }
@@ -67,13 +74,9 @@ void describeProgram(CLI::App& app, std::string& moduleFile) {
 }
 
 void runCommand(const CommandRun& run, const std::filesystem::path& module) {
-    Session session(module);
-    // On a terminal there may be a bar in the line.
-    const char* const lineStart = isatty(STDERR_FILENO) == 1 ? "\r\033[K" : "";
-    session.host.messages().setSink([lineStart](const std::string& text) {
-        std::fprintf(stderr, "%swarning: %s\n", lineStart, text.c_str());
-    });
-    run.work(session);
+    const auto terminal = std::make_shared<Terminal>();
+    Session session(module, terminal);
+    run.work({session.host, *terminal});
     requirePrinted();
     // The work is done and stands; what the module did not let go of is told all the same.
     for (const auto& [operation, times] : session.host.gate().misuses()) {
@@ -110,7 +113,7 @@ int runProgram(int argc, char** argv) {
         return kWrongUsage;
     }
     const std::filesystem::path module =
-        moduleFile.empty() ? ModuleLibrary::besideProgram() : std::filesystem::path(moduleFile);
+        moduleFile.empty() ? moduleBesideProgram() : std::filesystem::path(moduleFile);
     inStep(run.file.empty() ? module.native() : run.file, app.get_subcommands().front()->get_name(),
            [&] { runCommand(run, module); });
     return kDone;

@@ -3,7 +3,7 @@
 
 #include <cstdio>
 
-#include "host/OperationError.h"
+#include "host/core/OperationError.h"
 
 namespace tzhost {
 

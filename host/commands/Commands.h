@@ -6,16 +6,23 @@
 #include <functional>
 #include <string>
 
-#include "host/Session.h"
+#include "host/Host.h"
+#include "host/commands/Terminal.h"
 
 namespace tzhost {
+
+// What a command works with: a host whose module is loaded and whose observer is the terminal.
+struct CommandContext {
+    Host& host;
+    Terminal& terminal;
+};
 
 // A command that has been parsed.
 struct CommandRun {
     // What the command reads; empty when it is the module. Names what fails outside of any step.
     std::string file;
     // Everything that it holds of the module is gone when it returns.
-    std::function<void(Session&)> work;
+    std::function<void(const CommandContext&)> work;
 };
 
 // What has been printed is out: called before an output file gets its name, so that there is none without its

@@ -2,10 +2,10 @@
 #include <memory>
 #include <string>
 
-#include "host/SceneReader.h"
 #include "host/SceneSaving.h"
 #include "host/commands/Commands.h"
 #include "host/commands/LogFile.h"
+#include "host/scenefile/SceneReader.h"
 
 namespace tzhost {
 namespace {
@@ -17,12 +17,13 @@ struct ExportArguments {
     ExportOptions options;
 };
 
-void runExport(Session& session, const ExportArguments& arguments) {
-    const ScenePtr scene = session.host.makeScene();
+void runExport(const CommandContext& context, const ExportArguments& arguments) {
+    const ScenePtr scene = context.host.makeScene();
     readSceneFile(*scene, arguments.scene);
-    LogFile log(session.host, arguments.log, arguments.scene);
+    LogFile log(context.terminal, arguments.log, arguments.scene);
     OutputFile out(arguments.out, "save");
-    exportScene(session.host, *scene, out, arguments.options);
+    const InterruptScope interruptScope;
+    exportScene(context.host, *scene, out, arguments.options);
     log.commit();
     out.commit();
 }
@@ -39,7 +40,8 @@ void addExportCommand(CLI::App& app, CommandRun& run) {
     LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost export logo.json back.svg");
     command->callback([arguments, &run] {
-        run = {arguments->scene, [arguments](Session& session) { runExport(session, *arguments); }};
+        run = {arguments->scene,
+               [arguments](const CommandContext& context) { runExport(context, *arguments); }};
     });
 }
 

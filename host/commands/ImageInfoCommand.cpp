@@ -6,11 +6,11 @@
 #include <vector>
 
 #include "host/ImageLoading.h"
-#include "host/OperationError.h"
-#include "host/Types.h"
-#include "host/Utf8.h"
 #include "host/commands/Commands.h"
 #include "host/commands/LogFile.h"
+#include "host/core/OperationError.h"
+#include "host/core/Utf8.h"
+#include "host/services/Services.h"
 
 namespace tzhost {
 namespace {
@@ -81,9 +81,9 @@ void printJson(const RecognisedImage& recognised, TzSize size, TzPixelFormat for
     std::printf("%s\n", document.dump(2).c_str());
 }
 
-void runImageInfo(const Session& session, const ImageInfoArguments& arguments) {
-    LogFile log(session.host, arguments.log, arguments.in);
-    const LoadedImage loaded = loadImage(session.host, arguments.in);
+void runImageInfo(const CommandContext& context, const ImageInfoArguments& arguments) {
+    LogFile log(context.terminal, arguments.log, arguments.in);
+    const LoadedImage loaded = loadImage(context.host, arguments.in);
     log.commit();
     inStep(arguments.in, "describe", [&] {
         const auto print = arguments.json ? printJson : printPlain;
@@ -101,7 +101,8 @@ void addImageInfoCommand(CLI::App& app, CommandRun& run) {
     LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost image-info logo.svg --json");
     command->callback([arguments, &run] {
-        run = {arguments->in, [arguments](Session& session) { runImageInfo(session, *arguments); }};
+        run = {arguments->in,
+               [arguments](const CommandContext& context) { runImageInfo(context, *arguments); }};
     });
 }
 

@@ -6,10 +6,10 @@
 #include <string>
 
 #include "host/SceneLoading.h"
-#include "host/SceneWriter.h"
-#include "host/Utf8.h"
 #include "host/commands/Commands.h"
 #include "host/commands/LogFile.h"
+#include "host/core/Utf8.h"
+#include "host/scenefile/SceneWriter.h"
 
 namespace tzhost {
 namespace {
@@ -21,11 +21,12 @@ struct ImportArguments {
     int64_t cancelAfter = 0;  // signed, or the parser would take -1 for a very large number
 };
 
-void runImport(Session& session, const ImportArguments& arguments) {
-    const ScenePtr scene = session.host.makeScene();
-    LogFile log(session.host, arguments.log, arguments.in);
+void runImport(const CommandContext& context, const ImportArguments& arguments) {
+    const ScenePtr scene = context.host.makeScene();
+    LogFile log(context.terminal, arguments.log, arguments.in);
+    const InterruptScope interruptScope;
     const ImportOptions options{static_cast<uint64_t>(arguments.cancelAfter)};
-    const ImportSummary summary = importFile(session.host, *scene, arguments.in, options);
+    const ImportSummary summary = importFile(context.host, *scene, arguments.in, options);
     OutputFile out(arguments.scene, "write");
     writeScene(*scene, out);
     log.commit();
@@ -50,7 +51,7 @@ void addImportCommand(CLI::App& app, CommandRun& run) {
         ->check(CLI::Range(int64_t{1}, std::numeric_limits<int64_t>::max()));
     command->footer("Example:\n  tzhost import logo.svg logo.json --log logo.log");
     command->callback([arguments, &run] {
-        run = {arguments->in, [arguments](Session& session) { runImport(session, *arguments); }};
+        run = {arguments->in, [arguments](const CommandContext& context) { runImport(context, *arguments); }};
     });
 }
 

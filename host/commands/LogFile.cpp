@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "host/InputFile.h"
+#include "host/io/InputFile.h"
 #include "hostsdk/CTzError.h"
 
 namespace tzhost {
@@ -12,11 +12,12 @@ void LogFile::addOption(CLI::App& command, std::string& file) {
     command.add_option("--log", file, "Write the lines that the module logs to this file")->type_name("FILE");
 }
 
-LogFile::LogFile(const Host& host, const std::string& file, const std::string& input) : host_(host) {
+LogFile::LogFile(Terminal& terminal, const std::string& file, const std::string& input)
+    : terminal_(terminal) {
     if (file.empty()) return;
     if (!input.empty()) requireReadable(input);
     out_.emplace(file, "write log");
-    host_.log().setSink([this](std::string_view line) { out_->write(line); });
+    terminal_.setLogSink([this](std::string_view line) { out_->write(line); });
 }
 
 LogFile::~LogFile() {
@@ -27,7 +28,7 @@ LogFile::~LogFile() {
 
 void LogFile::commit() {
     if (!out_) return;
-    host_.log().setSink({});
+    terminal_.setLogSink({});
     committed_ = true;
     out_->commit();
 }

@@ -6,8 +6,8 @@
 #include <optional>
 #include <string>
 
-#include "host/Host.h"
-#include "host/OutputFile.h"
+#include "host/commands/Terminal.h"
+#include "host/io/OutputFile.h"
 
 namespace tzhost {
 
@@ -19,7 +19,7 @@ class LogFile {
     // Takes the log's lines from here on; no file name, no file. `input` is the file that the command reads,
     // if any. Throws OperationError, steps "open" for an input that cannot be read, which leaves no log, and
     // "write log".
-    LogFile(const Host& host, const std::string& file, const std::string& input);
+    LogFile(Terminal& terminal, const std::string& file, const std::string& input);
 
     // The log of what failed is kept.
     ~LogFile();
@@ -30,7 +30,7 @@ class LogFile {
     void commit();
 
   private:
-    const Host& host_;
+    Terminal& terminal_;
     std::optional<OutputFile> out_;
     bool committed_ = false;
 };

@@ -2,15 +2,15 @@
 #include <memory>
 #include <string>
 
-#include "host/OperationError.h"
-#include "host/OutputFile.h"
-#include "host/Preview.h"
-#include "host/Progress.h"
 #include "host/SceneLoading.h"
-#include "host/SceneReader.h"
-#include "host/TilePixels.h"
 #include "host/commands/Commands.h"
 #include "host/commands/LogFile.h"
+#include "host/core/OperationError.h"
+#include "host/core/Progress.h"
+#include "host/io/OutputFile.h"
+#include "host/preview/Preview.h"
+#include "host/pyramid/TilePixels.h"
+#include "host/scenefile/SceneReader.h"
 
 namespace tzhost {
 namespace {
@@ -29,19 +29,20 @@ bool isSceneFile(const std::string& fileName) {
     return extension == ".json" || extension == ".JSON";
 }
 
-void runPreview(Session& session, const PreviewArguments& arguments) {
-    const ScenePtr scene = session.host.makeScene();
-    LogFile log(session.host, arguments.log, arguments.in);
+void runPreview(const CommandContext& context, const PreviewArguments& arguments) {
+    const ScenePtr scene = context.host.makeScene();
+    LogFile log(context.terminal, arguments.log, arguments.in);
     if (isSceneFile(arguments.in)) {
         readSceneFile(*scene, arguments.in);
     } else {
-        importFile(session.host, *scene, arguments.in);
+        const InterruptScope interruptScope;
+        importFile(context.host, *scene, arguments.in);
     }
     log.commit();
     std::string png;
     inStep(arguments.in, "draw", [&] {
         const QImage picture = drawScene(*scene, arguments.size);
-        const Progress progress("compressing " + arguments.out);
+        const Progress progress(context.terminal, "compressing " + arguments.out);
         png = pngBytes(picture);
     });
     OutputFile out(arguments.out, "write");
@@ -63,7 +64,8 @@ void addPreviewCommand(CLI::App& app, CommandRun& run) {
     LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost preview logo.svg logo.png --size 2048");
     command->callback([arguments, &run] {
-        run = {arguments->in, [arguments](Session& session) { runPreview(session, *arguments); }};
+        run = {arguments->in,
+               [arguments](const CommandContext& context) { runPreview(context, *arguments); }};
     });
 }
 

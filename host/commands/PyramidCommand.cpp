@@ -5,10 +5,10 @@
 #include <string>
 #include <thread>
 
-#include "host/Pyramid.h"
-#include "host/Utf8.h"
 #include "host/commands/Commands.h"
 #include "host/commands/LogFile.h"
+#include "host/core/Utf8.h"
+#include "host/pyramid/Pyramid.h"
 
 namespace tzhost {
 namespace {
@@ -20,10 +20,11 @@ struct PyramidArguments {
     PyramidOptions options{12, std::max(1U, std::thread::hardware_concurrency())};
 };
 
-void runPyramid(const Session& session, const PyramidArguments& arguments) {
-    LogFile log(session.host, arguments.log, arguments.in);
+void runPyramid(const CommandContext& context, const PyramidArguments& arguments) {
+    LogFile log(context.terminal, arguments.log, arguments.in);
+    const InterruptScope interruptScope;
     const PyramidSummary summary =
-        writePyramid(session.host, arguments.in, arguments.folder, arguments.options);
+        writePyramid(context.host, arguments.in, arguments.folder, arguments.options);
     log.commit();
     std::printf("%s: %llu tiles written, %llu kept, %.3f s -> %s\n", toOneLine(arguments.in).c_str(),
                 static_cast<unsigned long long>(summary.written),
@@ -53,7 +54,8 @@ void addPyramidCommand(CLI::App& app, CommandRun& run) {
     LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost pyramid town-map.svg town-map --max-level 13");
     command->callback([arguments, &run] {
-        run = {arguments->in, [arguments](Session& session) { runPyramid(session, *arguments); }};
+        run = {arguments->in,
+               [arguments](const CommandContext& context) { runPyramid(context, *arguments); }};
     });
 }
 

@@ -16,12 +16,13 @@ struct RoundTripArguments {
     std::string log;
 };
 
-void runRoundTrip(Session& session, const RoundTripArguments& arguments) {
-    const ScenePtr scene = session.host.makeScene();
-    LogFile log(session.host, arguments.log, arguments.in);
-    importFile(session.host, *scene, arguments.in);
+void runRoundTrip(const CommandContext& context, const RoundTripArguments& arguments) {
+    const ScenePtr scene = context.host.makeScene();
+    LogFile log(context.terminal, arguments.log, arguments.in);
+    const InterruptScope interruptScope;
+    importFile(context.host, *scene, arguments.in);
     OutputFile out(arguments.out, "save");
-    exportScene(session.host, *scene, out);
+    exportScene(context.host, *scene, out);
     log.commit();
     out.commit();
 }
@@ -36,7 +37,8 @@ void addRoundTripCommand(CLI::App& app, CommandRun& run) {
     LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost roundtrip logo.svg back.svg");
     command->callback([arguments, &run] {
-        run = {arguments->in, [arguments](Session& session) { runRoundTrip(session, *arguments); }};
+        run = {arguments->in,
+               [arguments](const CommandContext& context) { runRoundTrip(context, *arguments); }};
     });
 }
 

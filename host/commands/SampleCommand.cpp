@@ -4,10 +4,10 @@
 #include <string>
 
 #include "host/ImageLoading.h"
-#include "host/OperationError.h"
-#include "host/Progress.h"
 #include "host/commands/Commands.h"
 #include "host/commands/LogFile.h"
+#include "host/core/OperationError.h"
+#include "host/core/Progress.h"
 
 namespace tzhost {
 namespace {
@@ -20,12 +20,12 @@ struct SampleArguments {
     uint32_t y = 0;
 };
 
-void runSample(const Session& session, const SampleArguments& arguments) {
-    LogFile log(session.host, arguments.log, arguments.in);
-    const LoadedImage loaded = loadImage(session.host, arguments.in);
+void runSample(const CommandContext& context, const SampleArguments& arguments) {
+    LogFile log(context.terminal, arguments.log, arguments.in);
+    const LoadedImage loaded = loadImage(context.host, arguments.in);
     float pixel[4] = {};
     inStep(arguments.in, "sample", [&] {
-        const Progress progress("drawing " + arguments.in);
+        const Progress progress(context.terminal, "drawing " + arguments.in);
         tzCheck(
             loaded.samples->samplePixel(arguments.level, arguments.x, arguments.y, kTzPixelRgbaFloat, pixel));
     });
@@ -47,7 +47,7 @@ void addSampleCommand(CLI::App& app, CommandRun& run) {
     LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost sample logo.svg 10 512 300");
     command->callback([arguments, &run] {
-        run = {arguments->in, [arguments](Session& session) { runSample(session, *arguments); }};
+        run = {arguments->in, [arguments](const CommandContext& context) { runSample(context, *arguments); }};
     });
 }
 

@@ -3,10 +3,10 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "host/OperationError.h"
-#include "host/Utf8.h"
 #include "host/commands/Commands.h"
 #include "host/commands/LogFile.h"
+#include "host/core/OperationError.h"
+#include "host/core/Utf8.h"
 
 namespace tzhost {
 namespace {
@@ -51,9 +51,9 @@ void addServersCommand(CLI::App& app, CommandRun& run) {
     command->add_flag("--json", *json, "As JSON");
     LogFile::addOption(*command, *logFile);
     command->callback([json, logFile, &run] {
-        run = {{}, [json, logFile](Session& session) {
-                   LogFile log(session.host, *logFile, {});
-                   *json ? printJson(session.host) : printPlain(session.host);
+        run = {{}, [json, logFile](const CommandContext& context) {
+                   LogFile log(context.terminal, *logFile, {});
+                   *json ? printJson(context.host) : printPlain(context.host);
                    log.commit();
                }};
     });

@@ -5,13 +5,13 @@
 #include <vector>
 
 #include "host/ImageLoading.h"
-#include "host/OperationError.h"
-#include "host/OutputFile.h"
-#include "host/Progress.h"
-#include "host/TilePixels.h"
-#include "host/WorkerThreads.h"
 #include "host/commands/Commands.h"
 #include "host/commands/LogFile.h"
+#include "host/core/OperationError.h"
+#include "host/core/Progress.h"
+#include "host/io/OutputFile.h"
+#include "host/pyramid/TilePixels.h"
+#include "host/pyramid/WorkerThreads.h"
 
 namespace tzhost {
 namespace {
@@ -48,12 +48,12 @@ CTzUser_Image fetchOnThreads(ITzTileImage& tiles, const TileArguments& arguments
     return images.front();
 }
 
-void runTile(const Session& session, const TileArguments& arguments) {
-    LogFile log(session.host, arguments.log, arguments.in);
-    const LoadedImage loaded = loadImage(session.host, arguments.in);
+void runTile(const CommandContext& context, const TileArguments& arguments) {
+    LogFile log(context.terminal, arguments.log, arguments.in);
+    const LoadedImage loaded = loadImage(context.host, arguments.in);
     std::string bytes;
     inStep(arguments.in, "tile", [&] {
-        const Progress progress("drawing " + arguments.in);
+        const Progress progress(context.terminal, "drawing " + arguments.in);
         const CTzUser_Image tile = fetchOnThreads(*loaded.tiles, arguments);
         if (endsWith(arguments.out, ".png")) {
             bytes = pngBytes(readPicture(tile, tile.size()));
@@ -89,7 +89,7 @@ void addTileCommand(CLI::App& app, CommandRun& run) {
     LogFile::addOption(*command, arguments->log);
     command->footer("Example:\n  tzhost tile logo.svg 4 3 5 tile.png");
     command->callback([arguments, &run] {
-        run = {arguments->in, [arguments](Session& session) { runTile(session, *arguments); }};
+        run = {arguments->in, [arguments](const CommandContext& context) { runTile(context, *arguments); }};
     });
 }
 

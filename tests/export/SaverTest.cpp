@@ -10,12 +10,13 @@
 #include <functional>
 #include <vector>
 
-#include "host/OperationError.h"
-#include "host/SceneReader.h"
+#include "host/ModuleLibrary.h"
 #include "host/SceneSaving.h"
-#include "host/Session.h"
+#include "host/core/OperationError.h"
+#include "host/scenefile/SceneReader.h"
 #include "hostsdk/CTzText.h"
 #include "hostsdk/ITzSceneSaver.h"
+#include "tests/host/Recorder.h"
 #include "tests/host/TestFolder.h"
 
 namespace tzhost {
@@ -80,7 +81,8 @@ class Saver : public testing::Test {
     }
 
     TestFolder folder_;
-    Session session_{TZSVG_MODULE};
+    std::shared_ptr<Recorder> recorder_ = std::make_shared<Recorder>();
+    Session session_{TZSVG_MODULE, recorder_};
 };
 
 TEST_F(Saver, scenes) {
@@ -283,11 +285,9 @@ TEST_F(Saver, endsWithoutStartsAreBounded) {
 }
 
 TEST_F(Saver, messagesAndArguments) {
-    std::vector<std::string> messages;
-    session_.host.messages().setSink([&](const std::string& text) { messages.push_back(text); });
     const ScenePtr scene = sceneOf("kinds");
     exported(scene);
-    EXPECT_EQ(messages, std::vector<std::string>{"SVG sub-paths are output as individual paths."});
+    EXPECT_EQ(recorder_->messages, std::vector<std::string>{"SVG sub-paths are output as individual paths."});
 
     const auto saver = session_.host.servers().spawn<ITzSceneSaver>("SVG_SceneSaver");
     EXPECT_EQ(saver->verify(nullptr), kTzInvalidArgument);

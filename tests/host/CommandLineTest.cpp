@@ -12,7 +12,7 @@
 #include <new>
 #include <stdexcept>
 
-#include "host/OperationError.h"
+#include "host/core/OperationError.h"
 #include "tests/host/ProgramRun.h"
 
 using namespace tzhost;
@@ -122,6 +122,12 @@ TEST_F(CommandLineTest, ImportsDrawsAndListsServers) {
 TEST_F(CommandLineTest, KeepsTheLogOfARefusedImport) {
     EXPECT_EQ(1, run("import bad.probe out.json --log log.txt"));
     EXPECT_EQ("triangle\n", folder_.read("log.txt"));
+}
+
+TEST_F(CommandLineTest, CancelsAtTheFirstInterrupt) {
+    folder_.write("interrupted.probe", "probe\ntriangle\ninterrupt\ntriangle\n");
+    EXPECT_EQ(1, run("import interrupted.probe out.json"));
+    EXPECT_EQ("tzhost: interrupted.probe: load: 0x80000006 (cancelled)\n", folder_.read(".err"));
 }
 
 TEST_F(CommandLineTest, WarnsOfWhatTheModuleKeeps) {

@@ -1,10 +1,10 @@
 // Output files: what is there before, meanwhile and afterwards.
-#include "host/OutputFile.h"
+#include "host/io/OutputFile.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "host/OperationError.h"
+#include "host/core/OperationError.h"
 #include "tests/host/TestFolder.h"
 
 using namespace tzhost;

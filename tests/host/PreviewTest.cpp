@@ -1,10 +1,10 @@
 // Pictures of scenes, looked at pixel by pixel where it matters.
-#include "host/Preview.h"
+#include "host/preview/Preview.h"
 
 #include <gtest/gtest.h>
 
 #include "host/Host.h"
-#include "host/SceneReader.h"
+#include "host/scenefile/SceneReader.h"
 #include "hostsdk/CTzError.h"
 #include "tests/host/TestFolder.h"
 

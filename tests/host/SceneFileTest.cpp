@@ -8,9 +8,9 @@
 
 #include "host/Host.h"
 #include "host/ModuleLibrary.h"
-#include "host/OperationError.h"
-#include "host/SceneReader.h"
-#include "host/SceneWriter.h"
+#include "host/core/OperationError.h"
+#include "host/scenefile/SceneReader.h"
+#include "host/scenefile/SceneWriter.h"
 #include "hostsdk/CTzText.h"
 #include "tests/host/SceneText.h"
 #include "tests/host/TestFolder.h"

@@ -6,10 +6,10 @@
 #include <optional>
 
 #include "host/Host.h"
-#include "host/JsonFile.h"
-#include "host/OperationError.h"
-#include "host/SceneReader.h"
-#include "host/SceneWriter.h"
+#include "host/core/OperationError.h"
+#include "host/scenefile/JsonFile.h"
+#include "host/scenefile/SceneReader.h"
+#include "host/scenefile/SceneWriter.h"
 #include "tests/host/SceneText.h"
 #include "tests/host/TestFolder.h"
 

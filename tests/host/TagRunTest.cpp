@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "host/TagRun.h"
-#include "host/Utf8.h"
+#include "host/core/Utf8.h"
+#include "host/scene/TagRun.h"
 
 using namespace tzhost;
 

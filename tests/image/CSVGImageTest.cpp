@@ -12,7 +12,7 @@
 #include <cmath>
 #include <thread>
 
-#include "host/Types.h"
+#include "host/services/Services.h"
 #include "tests/image/ImageFixture.h"
 
 using namespace tzsvg;
@@ -77,7 +77,7 @@ TEST_F(ImageTest, recognise) {
         }
         ASSERT_EQ(recognise(), kTzOk);
         EXPECT_EQ(host.lines().size(), linesBefore);
-        EXPECT_EQ(access.targetType, tzhost::typeCode("image"));
+        EXPECT_EQ(access.targetType, tzTag("IMAG"));
         EXPECT_EQ(access.flags, 1U);
         EXPECT_EQ(tzView(access.formatName), "SVG");
         ASSERT_NE(access.target, nullptr);

@@ -1,16 +1,16 @@
 // The reference host as image tests use it, in one program with the module's object code.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "host/Host.h"
 #include "hostsdk/CTzPolymorph.h"
 #include "hostsdk/CTzUser_Image.h"
+#include "tests/host/Recorder.h"
 
 struct ImageHost {
-    ImageHost() { host.log().keepLines(); }
-
     CTzPtr<ITzHost> object() const { return CTzPtr<ITzHost>::share(host.object()); }
 
     template <class Service>
@@ -27,11 +27,12 @@ struct ImageHost {
     // The lines of the log, each as "subsystem|heading|text".
     std::vector<std::string> lines() const {
         std::vector<std::string> lines;
-        const auto entries = host.log().entries();
-        for (const tzhost::LogLine& line : host.log().lines())
-            lines.push_back(entries.at(line.entry).subsystem + "|" + line.heading + "|" + line.text);
+        for (size_t i = 0; i < recorder->lines.size(); ++i)
+            lines.push_back(recorder->entries[i].subsystem + "|" + recorder->headings[i] + "|" +
+                            recorder->lines[i]);
         return lines;
     }
 
-    tzhost::Host host;
+    std::shared_ptr<tzhost::Recorder> recorder = std::make_shared<tzhost::Recorder>();
+    tzhost::Host host{recorder};
 };

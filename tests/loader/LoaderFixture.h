@@ -7,27 +7,20 @@
 #include <string>
 #include <vector>
 
-#include "host/OperationError.h"
+#include "host/ModuleLibrary.h"
 #include "host/SceneLoading.h"
-#include "host/Session.h"
-#include "host/TagName.h"
+#include "host/core/OperationError.h"
+#include "host/scene/TagName.h"
+#include "tests/host/Recorder.h"
 #include "tests/host/TestFolder.h"
 
 namespace tzhost {
 
 class LoaderTest : public testing::Test {
   protected:
-    LoaderTest() {
-        // A line that was cut comes without its end, and the end after it.
-        session_.host.log().setSink([this](std::string_view text) {
-            if (log_.empty() || log_.back().back() == '\n') log_.emplace_back();
-            log_.back() += text;
-        });
-    }
-
     // Imports a document; the scene's items, or none when it was refused.
     const std::vector<CTzPtr<Item>>& import(const std::string& document, const ImportOptions& options = {}) {
-        log_.clear();
+        recorder_->clear();
         refusal_.clear();
         code_ = kTzOk;
         scene_ = session_.host.makeScene();
@@ -116,9 +109,10 @@ class LoaderTest : public testing::Test {
     }
 
     TestFolder folder_;
-    Session session_{TZSVG_MODULE};
+    std::shared_ptr<Recorder> recorder_ = std::make_shared<Recorder>();
+    Session session_{TZSVG_MODULE, recorder_};
     ScenePtr scene_;
-    std::vector<std::string> log_;
+    const std::vector<std::string>& log_ = recorder_->lines;
     std::string refusal_;  // of the last import: the host's message and code
     TzResult code_ = kTzOk;
 };

@@ -7,11 +7,10 @@
 #include <thread>
 
 #include "host/ImageLoading.h"
+#include "host/ModuleLibrary.h"
 #include "host/SceneLoading.h"
 #include "host/SceneSaving.h"
-#include "host/SceneWriter.h"
-#include "host/Session.h"
-#include "host/TilePixels.h"
+#include "host/scenefile/SceneWriter.h"
 #include "tests/host/TestFolder.h"
 
 namespace tzhost {

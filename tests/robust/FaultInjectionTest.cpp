@@ -6,12 +6,11 @@
 #include <set>
 
 #include "host/ImageLoading.h"
-#include "host/OperationError.h"
+#include "host/ModuleLibrary.h"
 #include "host/SceneLoading.h"
 #include "host/SceneSaving.h"
-#include "host/SceneWriter.h"
-#include "host/Session.h"
-#include "host/TilePixels.h"
+#include "host/core/OperationError.h"
+#include "host/scenefile/SceneWriter.h"
 #include "tests/host/TestFolder.h"
 
 namespace tzhost {

@@ -1,0 +1,47 @@
+// The terminal as the host's observer: progress and messages go to stderr, log lines to where `--log` wants
+// them, and Ctrl-C cancels what can be cancelled. main() makes the one that there is.
+#pragma once
+
+#include <csignal>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "host/core/Observer.h"
+
+namespace tzhost {
+
+class Terminal : public Observer {
+  public:
+    Terminal();
+
+    // Where the log's lines go, each with its line end; without a sink they are dropped. Set while no module
+    // works.
+    using LineSink = std::function<void(std::string_view line)>;
+    void setLogSink(LineSink sink) { logSink_ = std::move(sink); }
+
+    // On a terminal progress is a bar, elsewhere a line now and then, and nothing for work that is soon done.
+    std::unique_ptr<Work> begin(const std::string& title) override;
+    bool cancelled() noexcept override;
+    void message(const std::string& text) override;
+    void log(const LogLine& line) override;
+
+  private:
+    const bool isTerminal_;  // stderr
+    LineSink logSink_;
+};
+
+// While one is alive, the first Ctrl-C is noted, for Terminal::cancelled(), and the second ends the program
+// as usual. Without one every Ctrl-C does. One at a time, on the main thread.
+class InterruptScope {
+  public:
+    InterruptScope();
+    ~InterruptScope();
+    InterruptScope(const InterruptScope&) = delete;
+    InterruptScope& operator=(const InterruptScope&) = delete;
+
+  private:
+    struct sigaction previous_ {};
+};
+
+}  // namespace tzhost

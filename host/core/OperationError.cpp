@@ -1,0 +1,42 @@
+// See the header.
+#include "host/core/OperationError.h"
+
+#include <array>
+#include <cstdio>
+#include <exception>
+
+#include "host/core/Utf8.h"
+
+namespace tzhost {
+namespace {
+
+std::string line(std::string_view file, std::string_view step, TzResult code, std::string_view reason) {
+    std::array<char, 16> hexadecimal{};
+    std::snprintf(hexadecimal.data(), hexadecimal.size(), "0x%08X", static_cast<unsigned>(code));
+    std::string text = toOneLine(file, 4096);
+    text.append(": ").append(step).append(": ").append(hexadecimal.data()).append(" (");
+    text.append(toOneLine(reason.empty() ? tzResultText(code) : reason));
+    return text.append(")");
+}
+
+}  // namespace
+
+OperationError::OperationError(std::string_view file, std::string_view step, TzResult code,
+                               std::string_view reason)
+    : CTzError(code), line_(std::make_shared<const std::string>(line(file, step, code, reason))) {}
+
+OperationError failureOfStep(std::string_view file, std::string_view step) {
+    std::string reason;
+    const TzResult code = tzGate([&] {
+        try {
+            throw;
+        } catch (const std::exception& error) {
+            reason = error.what();
+            throw;
+        }
+    });
+    // A code of its own says more than the exception's words; they are for what is no more than a failure.
+    return {file, step, code, code == kTzFailed ? reason : std::string()};
+}
+
+}  // namespace tzhost

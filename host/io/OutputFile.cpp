@@ -1,0 +1,121 @@
+// See the header.
+#include "host/io/OutputFile.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+#include "host/core/OperationError.h"
+
+namespace tzhost {
+namespace {
+
+constexpr mode_t kNewFileMode = 0666;  // less the umask
+constexpr int kAttempts = 100;
+constexpr size_t kLongestExtension = 16;
+
+// A name beside the target that no other file of this process has, short whatever the target's is; it keeps
+// the extension, which writers may look at.
+std::string temporaryBeside(const std::filesystem::path& target) {
+    static std::atomic<uint32_t> made{0};
+    std::string extension = target.extension().native();
+    if (extension.size() > kLongestExtension) extension.clear();
+    std::string name = ".tzhost-" + std::to_string(getpid()) + "-" + std::to_string(made++) + extension;
+    return (target.parent_path() / name).native();
+}
+
+}  // namespace
+
+OutputFile::OutputFile(const std::filesystem::path& target, std::string step)
+    : shown_(target.native()), step_(std::move(step)) {
+    // What a symbolic link leads to is replaced, not the link.
+    std::error_code error;
+    std::filesystem::path resolved = std::filesystem::weakly_canonical(target, error);
+    if (error) resolved = std::filesystem::absolute(target);
+    target_ = resolved.native();
+
+    struct stat present {};
+    const bool exists = stat(target_.c_str(), &present) == 0;
+    if (exists && S_ISDIR(present.st_mode)) fail(EISDIR);
+    // Under /dev there are also other names of open files (/dev/stdout), which must not be renamed away.
+    direct_ = exists && (!S_ISREG(present.st_mode) || shown_.rfind("/dev/", 0) == 0);
+    if (direct_) {
+        temporary_ = shown_;
+        descriptor_ = open(temporary_.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC);
+        if (descriptor_ < 0) fail(errno);
+        return;
+    }
+    for (int attempt = 0; descriptor_ < 0; ++attempt) {
+        temporary_ = temporaryBeside(resolved);
+        descriptor_ = open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFileMode);
+        if (descriptor_ < 0 && (errno != EEXIST || attempt == kAttempts)) fail(errno);
+    }
+    if (exists) fchmod(descriptor_, present.st_mode & 0777U);
+}
+
+OutputFile::~OutputFile() {
+    discard();
+}
+
+void OutputFile::writeLarge(std::string_view bytes) noexcept {
+    while (!bytes.empty() && failure_ == 0) {
+        if (used_ == kBufferSize) flush();
+        const size_t taken = std::min(bytes.size(), kBufferSize - used_);
+        std::memcpy(buffer_.data() + used_, bytes.data(), taken);
+        used_ += taken;
+        bytes.remove_prefix(taken);
+    }
+}
+
+void OutputFile::complete() {
+    flush();
+    if (descriptor_ >= 0 && close(std::exchange(descriptor_, -1)) != 0 && failure_ == 0) failure_ = errno;
+    failIfFailed();
+}
+
+void OutputFile::commit() {
+    complete();
+    if (!direct_ && rename(temporary_.c_str(), target_.c_str()) != 0) failure_ = errno;
+    failIfFailed();
+    temporary_.clear();
+}
+
+void OutputFile::failIfFailed() {
+    if (failure_ == 0) return;
+    discard();
+    fail(failure_);
+}
+
+void OutputFile::flush() noexcept {
+    size_t done = 0;
+    while (done < used_ && failure_ == 0) {
+        const ssize_t written = ::write(descriptor_, buffer_.data() + done, used_ - done);
+        if (written >= 0) {
+            done += static_cast<size_t>(written);
+        } else if (errno != EINTR) {
+            failure_ = errno;
+        }
+    }
+    used_ = 0;
+}
+
+void OutputFile::discard() noexcept {
+    if (descriptor_ >= 0) close(std::exchange(descriptor_, -1));
+    if (!direct_ && !temporary_.empty()) unlink(temporary_.c_str());
+    temporary_.clear();
+}
+
+void OutputFile::fail(int error) const {
+    const TzResult code = error == ENOENT || error == ENOTDIR ? kTzNotFound
+                          : error == ENOMEM                   ? kTzOutOfMemory
+                                                              : kTzFailed;
+    throw OperationError(shown_, step_, code, std::strerror(error));
+}
+
+}  // namespace tzhost

@@ -1,0 +1,24 @@
+// How a polygon is drawn in a preview, read from its presentation tags; what a tag does not say is as in SVG.
+// Used by Preview.cpp.
+#pragma once
+
+#include <QBrush>
+#include <QPen>
+
+#include "host/preview/PreviewGradients.h"
+#include "host/scene/TagRun.h"
+
+namespace tzhost {
+
+struct ShapeStyle {
+    QBrush brush;
+    QPen pen;
+    Qt::FillRule fillRule = Qt::WindingFill;
+    double opacity = 1.0;
+};
+
+// `scale` is pixels for one scene unit; lengths with an absolute unit are in metres, as the geometry is. A
+// paint that a preview cannot have (a pattern) becomes a neutral, translucent grey.
+ShapeStyle readStyle(const TagRun& tags, const PreviewGradients& gradients, double scale);
+
+}  // namespace tzhost

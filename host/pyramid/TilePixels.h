@@ -1,0 +1,21 @@
+// Pixels of an image as an 8-bit picture, and pictures as PNG files. Used by the commands that write
+// pictures.
+#pragma once
+
+#include <QImage>
+#include <string>
+
+#include "hostsdk/CTzUser_Image.h"
+
+namespace tzhost {
+
+// The part of that size from the top left pixel on, 8 bits a channel, straight alpha.
+QImage readPicture(const CTzUser_Image& image, TzSize part);
+
+// A whole level, through the level-sample interface.
+QImage readLevel(ITzImageLevelSample& samples, uint32_t level, TzSize size);
+
+// A picture as the bytes of a PNG file; throws CTzError.
+std::string pngBytes(const QImage& picture);
+
+}  // namespace tzhost

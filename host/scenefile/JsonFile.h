@@ -1,0 +1,81 @@
+// A file as RapidJSON reads it: chunk by chunk, its bytes counted as they come, and the place in it that an
+// error is told with. Used by SceneReader.cpp.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "host/core/Progress.h"
+
+namespace tzhost {
+
+class JsonFile {
+  public:
+    static constexpr size_t kChunkSize = size_t{1} << 16U;
+
+    // Throws when the file cannot be opened.
+    JsonFile(const std::filesystem::path& file, Progress& progress);
+
+    // Reads the next chunk over the one before. After the last one it is empty, again and again.
+    void readChunk();
+
+    // The chunk. A NUL stands at its end, since that is how RapidJSON knows the end of a text.
+    const char* begin() const { return buffer_.data(); }
+    const char* end() const { return end_; }
+
+    // The chunk's first byte in the file.
+    size_t offset() const { return offset_; }
+
+    // "line 1, column 2" of a byte in the file; a byte before the chunk counts as the chunk's first.
+    std::string place(size_t offset) const;
+
+  private:
+    std::filebuf file_;
+    Progress& progress_;
+    std::vector<char> buffer_;
+    const char* end_;
+    size_t offset_ = 0;
+    size_t line_ = 1;       // where the chunk begins
+    size_t lineStart_ = 0;  // that line's first byte in the file
+};
+
+// What RapidJSON takes characters from, one by one: two pointers, and where new ones come from.
+class JsonStream {
+  public:
+    explicit JsonStream(JsonFile& file) : file_(&file) { readChunk(); }
+
+    // ---- The names are RapidJSON's. ----
+
+    using Ch = char;
+    Ch Peek() const { return *at_; }
+    Ch Take() {
+        const Ch next = *at_;
+        if (++at_ >= end_) readChunk();
+        return next;
+    }
+    // Whether nothing is left: of a NUL in the file RapidJSON cannot tell it from the end.
+    bool atEnd() const { return at_ == end_; }
+
+    size_t Tell() const { return file_->offset() + static_cast<size_t>(at_ - file_->begin()); }
+
+    // For parsing in place; RapidJSON wants them of every stream and calls them of none but its own.
+    Ch* PutBegin() { return nullptr; }
+    void Put(Ch /*character*/) {}
+    size_t PutEnd(Ch* /*begin*/) { return 0; }
+
+  private:
+    void readChunk() {
+        file_->readChunk();
+        at_ = file_->begin();
+        end_ = file_->end();
+    }
+
+    JsonFile* file_;
+    const char* at_ = nullptr;
+    const char* end_ = nullptr;
+};
+
+}  // namespace tzhost

@@ -1,0 +1,108 @@
+// The scene file as JSON events: takes them from RapidJSON, checks them and gathers items. Used by
+// SceneReader.cpp alone. A file may have its keys in any order, so that vertices can be held against the
+// points only at the end of an item.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "host/scene/Item.h"
+#include "host/scenefile/JsonReader.h"
+
+namespace tzhost {
+
+// An item as it stands in the file: its packages and channels are for the scene to make.
+struct FileItem {
+    ItemData data;
+    std::vector<std::string> packages;
+    std::vector<std::pair<std::string, std::string>> channels;
+};
+
+class SceneParser : public JsonHandler<SceneParser> {
+  public:
+    // What has been gathered, and what was wrong, with the place in the file: empty when all is well.
+    std::vector<FileItem>& items() { return items_; }
+    const std::string& problem() const { return problem_; }
+
+    // ---- Events; false ends the parse. The names are RapidJSON's. ----
+
+    bool Default() { return refuseValue(); }  // null, true, false
+    bool RawNumber(const char* text, size_t size, bool copy);
+    bool String(const char* text, size_t size, bool copy);
+    bool StartObject() { return open(true); }
+    bool Key(const char* text, size_t size, bool copy);
+    bool EndObject(size_t size);
+    bool StartArray() { return open(false); }
+    bool EndArray(size_t size);
+
+    // Where in the file the parser is, in the names of the format, and at which key there.
+    enum class Place {
+        kOutside,
+        kDocument,
+        kItems,
+        kItem,
+        kItemTags,
+        kPackages,
+        kChannels,
+        kPoints,
+        kPoint,
+        kPolygons,
+        kPolygon,
+        kVertices,
+        kPolygonTags,
+    };
+    enum class Member {
+        kNone,
+        kFormat,
+        kVersion,
+        kItems,
+        kType,
+        kName,
+        kTags,
+        kPackages,
+        kChannels,
+        kPoints,
+        kPolygons,
+        kVertices
+    };
+
+  private:
+    bool open(bool object);
+    bool coordinate(std::string_view number);
+    bool vertex(std::string_view number);
+    bool endItem();
+    bool endPolygon();
+    bool endPoint();
+    bool tagKey(std::string_view name);
+    bool distinctTags();
+    bool haveKeys(std::initializer_list<Member> required);
+    unsigned& keysSeen();
+    bool refuseValue();
+    bool fail(const std::string& what);
+    std::string where() const;
+    FileItem& item() { return items_.back(); }
+
+    std::vector<FileItem> items_;
+    std::string problem_;
+    Place place_ = Place::kOutside;
+    Member key_ = Member::kNone;  // of the object that is being read: document, item or polygon
+    unsigned documentKeys_ = 0;
+    unsigned itemKeys_ = 0;
+    unsigned polygonKeys_ = 0;
+
+    // What is being read, until it is complete.
+    std::array<double, 3> point_{};
+    size_t coordinates_ = 0;
+    TzTagId polygonType_ = 0;
+    std::vector<uint32_t> vertices_;
+    TagRun polygonTags_;
+    TzTagId tag_ = 0;
+    std::vector<TzTagId> tags_;  // of the object that is being read
+};
+
+}  // namespace tzhost

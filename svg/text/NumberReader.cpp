@@ -16,10 +16,28 @@
 namespace tzsvg {
 namespace {
 
-// Reads the plain number that a text begins with: digits with or without a "-" before and a point among them.
-// The answer is where it ends, at the first other character or at a second point; null, with `value`
-// unchanged, when there are no digits or more than fifteen.
-//
+bool isAsciiDigitOrPoint(char c) {
+    return (c >= '0' && c <= '9') || c == '.';
+}
+
+// Puts the calling thread into the "C" locale for its lifetime.
+class CLocaleScope {
+  public:
+    CLocaleScope() : previous_(uselocale(cLocale())) {}
+    ~CLocaleScope() { uselocale(previous_); }
+    CLocaleScope(const CLocaleScope&) = delete;
+    CLocaleScope& operator=(const CLocaleScope&) = delete;
+
+  private:
+    static locale_t cLocale() {
+        static const locale_t locale = newlocale(LC_ALL_MASK, "C", nullptr);  // lives as long as the module
+        return locale;
+    }
+    locale_t previous_;
+};
+
+}  // namespace
+
 // Up to fifteen digits are a whole number and a power of ten that doubles hold exactly, and their quotient is
 // rounded once: correctly.
 const char16_t* readPlainNumber(const char16_t* text, const char16_t* end, double& value) {
@@ -51,28 +69,6 @@ const char16_t* readPlainNumber(const char16_t* text, const char16_t* end, doubl
     if (negative) value = -value;
     return at;
 }
-
-bool isAsciiDigitOrPoint(char c) {
-    return (c >= '0' && c <= '9') || c == '.';
-}
-
-// Puts the calling thread into the "C" locale for its lifetime.
-class CLocaleScope {
-  public:
-    CLocaleScope() : previous_(uselocale(cLocale())) {}
-    ~CLocaleScope() { uselocale(previous_); }
-    CLocaleScope(const CLocaleScope&) = delete;
-    CLocaleScope& operator=(const CLocaleScope&) = delete;
-
-  private:
-    static locale_t cLocale() {
-        static const locale_t locale = newlocale(LC_ALL_MASK, "C", nullptr);  // lives as long as the module
-        return locale;
-    }
-    locale_t previous_;
-};
-
-}  // namespace
 
 double toDouble(QStringView text, bool& ok) {
     double number = 0.0;

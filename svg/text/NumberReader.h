@@ -22,6 +22,11 @@ inline double toDouble(QStringView text) {
 // behind the last character of the number; on failure 0.0, with `position` behind the skipped blanks.
 bool scanNumber(QStringView text, qsizetype& position, double& value);
 
+// Reads the plain number that a text begins with: digits with or without a "-" before and a point among them,
+// what nearly every number of a drawing is. The answer is where it ends, at the first other character or at a
+// second point; null, with `value` unchanged, when there are no digits or more than fifteen.
+const char16_t* readPlainNumber(const char16_t* text, const char16_t* end, double& value);
+
 // Moves `position` past white space.
 inline void skipWhiteSpace(QStringView text, qsizetype& position) {
     while (position < text.size() && text.at(position).isSpace()) ++position;

@@ -7,12 +7,12 @@
 #include <QXmlStreamReader>
 #include <vector>
 
-#include "image/GzipText.h"
 #include "image/LinkedFiles.h"
 #include "image/StyleCost.h"
 #include "image/UseExpansion.h"
 #include "svg/tree/DocumentLimits.h"
 #include "svg/tree/DocumentText.h"
+#include "svg/tree/GzipText.h"
 
 namespace tzsvg {
 namespace {

@@ -2,11 +2,13 @@
 #pragma once
 
 #include <QString>
+#include <cstdint>
+#include <set>
+#include <tuple>
 #include <vector>
 
 namespace tznormalize {
 
-class SourceDocument;
 class SourceElement;
 
 enum class NoteCode {
@@ -34,24 +36,25 @@ class Notes {
   public:
     static constexpr size_t kMostNotes = 10'000;
 
-    void add(const SourceDocument& document, const SourceElement& element, NoteCode code,
-             const char* attribute, const QString& text);
-
-    // Without an attribute.
-    void add(const SourceDocument& document, const SourceElement& element, NoteCode code,
-             const QString& text) {
-        add(document, element, code, "", text);
-    }
+    void add(NoteCode code, const SourceElement& element, const QString& text,
+             const QString& attribute = QString());
 
     const std::vector<Note>& list() const { return list_; }
     size_t leftOutOfList() const { return more_; }
 
-    // Forgets what was noted after there were `count` notes: for a pass that is made again.
-    size_t mark() const { return list_.size(); }
+    // For a pass that is made again: forgets what was noted after there were `count` notes, list().size()
+    // then.
     void rewind(size_t count);
 
   private:
+    using Key = std::tuple<uint32_t, NoteCode, QString, QString>;
+    static Key keyOf(const Note& note, uint32_t index) {
+        return {index, note.code, note.text, note.attribute};
+    }
+
     std::vector<Note> list_;
+    std::vector<uint32_t> elements_;  // of the list, by SourceElement::index()
+    std::set<Key> keys_;              // of the list
     size_t more_ = 0;
 };
 

@@ -126,7 +126,7 @@ class Nesting {
 // One note on `element`, where it stands in the source.
 inline void addNote(Conversion& conversion, NoteCode code, const SourceElement& element, const QString& text,
                     const char* attribute = "") {
-    conversion.notes.add(conversion.source, element, code, attribute, text);
+    conversion.notes.add(code, element, text, QLatin1String(attribute));
 }
 
 // Where an element stands. Copied downwards; `ctm` leads from the element's user space to the page and

@@ -92,7 +92,7 @@ OutputElement assemble(Conversion& conversion, const Canvas& canvas) {
 std::optional<OutputElement> convertDrawing(const SourceDocument& source, const Cascade& styles,
                                             const QString& fileName, Notes& notes) {
     const Canvas canvas = canvasOf(source, styles, fileName);
-    const size_t mark = notes.mark();
+    const size_t mark = notes.list().size();
     double lift = 0.0;
     for (int pass = 1;; ++pass) {
         notes.rewind(mark);

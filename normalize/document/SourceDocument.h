@@ -19,15 +19,8 @@ struct Namespace {
     std::string uri;
 };
 
-// Where something stands in the text of the document, both counted from 1.
-struct SourcePlace {
-    qint64 line = 0;
-    qint64 column = 0;
-};
-
 class SourceDocument {
   public:
-    static constexpr int kMaxDepth = 256;  // the module refuses deeper documents, too
     static constexpr uint32_t kMaxElements =
         4'000'000;  // in the text; what `use` makes of them is counted apart
 
@@ -51,16 +44,12 @@ class SourceDocument {
     // What the element's href leads to inside of the document ("#id"); null when nowhere.
     const SourceElement* target(const SourceElement& element) const;
 
-    // Of the element's "<". Finding it is quick, but is for notes, not for every element.
-    SourcePlace place(const SourceElement& element) const;
-
     // The namespaces of AttributeName::written.
     const std::vector<Namespace>& namespaces() const;
 
-  private:
-    friend class TreeBuilder;
     struct Storage;
 
+  private:
     std::unique_ptr<Storage> storage_;
 };
 

@@ -61,17 +61,21 @@ class SourceElement {
     const SourceAttribute* begin() const { return attributes_; }
     const SourceAttribute* end() const { return attributes_ + attributeCount_; }
 
+    // Where its "<" stands in the document, counted from 1.
+    qint64 line() const { return line_; }
+    qint64 column() const { return column_; }
+
     // The place in document order, from 0 for the root: a key for caches, and for marks of what is visited.
     uint32_t index() const { return index_; }
 
   private:
     friend class TreeBuilder;
-    friend class SourceDocument;
 
     Tag tag_ = Tag::kOther;
     uint16_t attributeCount_ = 0;
     uint32_t index_ = 0;
-    uint32_t offset_ = 0;  // of its "<" in the document's text
+    uint32_t line_ = 0;
+    uint32_t column_ = 0;
     const SourceAttribute* attributes_ = nullptr;
     const SourceElement* parent_ = nullptr;
     const SourceElement* firstChild_ = nullptr;

@@ -29,20 +29,22 @@ class MarkupScan {
   public:
     explicit MarkupScan(const QString& text) : text_(text) {}
 
-    bool withinLimits() {
+    DocumentLimit limitPassed() {
         while (true) {
             const auto start = position_;
             position_ = text_.indexOf(u'<', position_);
-            if (tooManyReferences(start, position_ < 0 ? text_.size() : position_)) return false;
-            if (position_ < 0) return true;
+            if (tooManyReferences(start, position_ < 0 ? text_.size() : position_))
+                return DocumentLimit::kExpansion;
+            if (position_ < 0) return DocumentLimit::kNone;
             ++position_;
             if (skipPast(u"!--", u"-->") || skipPast(u"![CDATA[", u"]]>") || skipPast(u"?", u"?>")) continue;
             if (startsWith(u"!")) {
                 skipDeclaration();
             } else if (startsWith(u"/")) {
                 --depth_;
-            } else if (!scanElement()) {
-                return false;
+            } else {
+                const DocumentLimit passed = scanElement();
+                if (passed != DocumentLimit::kNone) return passed;
             }
         }
     }
@@ -78,14 +80,16 @@ class MarkupScan {
         }
     }
 
-    bool scanElement() {
+    DocumentLimit scanElement() {
         const auto start = position_;
-        return scanTag() && !tooManyReferences(start, position_);
+        const DocumentLimit passed = scanTag();
+        if (passed != DocumentLimit::kNone) return passed;
+        return tooManyReferences(start, position_) ? DocumentLimit::kExpansion : DocumentLimit::kNone;
     }
 
-    // An element's tag, attribute values skipped as wholes. False when a limit is passed.
-    bool scanTag() {
-        if (++depth_ > kMaxElementDepth) return false;
+    // An element's tag, attribute values skipped as wholes.
+    DocumentLimit scanTag() {
+        if (++depth_ > kMaxElementDepth) return DocumentLimit::kDepth;
         int attributes = 0;
         for (; position_ < text_.size(); ++position_) {
             const QChar c = text_.at(position_);
@@ -98,7 +102,7 @@ class MarkupScan {
                 break;
             }
         }
-        return attributes_.add(attributes);
+        return attributes_.add(attributes) ? DocumentLimit::kNone : DocumentLimit::kAttributes;
     }
 
     // Whether a stretch refers to more entities of the document than kMaxReferences: the toolkit's reader
@@ -134,7 +138,7 @@ qint64 sizeOf(const QXmlStreamAttributes& attributes) {
 // The same limits by the toolkit's reader, which expands entities and bounds the expansion of each; and the
 // limit on all expansions together: a reference of three characters stands for up to 4,096 of the reader's,
 // a default attribute is added to every element.
-bool expandedWithinLimits(const QString& xml) {
+DocumentLimit limitPassedExpanded(const QString& xml) {
     qint64 room = kMaxAddedText + qint64{kMaxExpansion} * xml.size();
     QXmlStreamReader reader(xml);
     reader.setNamespaceProcessing(false);
@@ -143,14 +147,15 @@ bool expandedWithinLimits(const QString& xml) {
         switch (reader.readNext()) {
             case QXmlStreamReader::StartElement: {
                 const QXmlStreamAttributes attributes = reader.attributes();
-                if (++depth > kMaxElementDepth || !count.add(attributes.size())) return false;
+                if (++depth > kMaxElementDepth) return DocumentLimit::kDepth;
+                if (!count.add(attributes.size())) return DocumentLimit::kAttributes;
                 room -= reader.qualifiedName().size() + sizeOf(attributes);
                 break;
             }
             case QXmlStreamReader::DTD:
                 if (reader.entityDeclarations().size() + reader.notationDeclarations().size() >
                     kMaxDeclarations)
-                    return false;
+                    return DocumentLimit::kExpansion;
                 room -= reader.text().size();
                 break;
             case QXmlStreamReader::EndElement:
@@ -162,15 +167,16 @@ bool expandedWithinLimits(const QString& xml) {
                 break;
         }
     }
-    return room >= 0;
+    return room >= 0 ? DocumentLimit::kNone : DocumentLimit::kExpansion;
 }
 
 }  // namespace
 
-bool withinLimits(const QString& xml) {
+DocumentLimit limitPassed(const QString& xml) {
     MarkupScan scan(xml);
-    if (!scan.withinLimits()) return false;
-    return !scan.sawInternalSubset() || expandedWithinLimits(xml);
+    const DocumentLimit passed = scan.limitPassed();
+    if (passed != DocumentLimit::kNone || !scan.sawInternalSubset()) return passed;
+    return limitPassedExpanded(xml);
 }
 
 }  // namespace tzsvg

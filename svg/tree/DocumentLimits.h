@@ -22,11 +22,23 @@ constexpr qint64 kMaxAddedText = qint64{1} << 20;  // and this many characters, 
 constexpr int kMaxReferences = 4096;               // to entities of the document, in one text or tag
 constexpr int kMaxDeclarations = 4096;             // of entities and notations: the toolkit lists them slowly
 
-// Whether no element of the text is nested deeper than kMaxElementDepth or has more attributes than
-// kMaxAttributes, and all have no more pairs than kMaxAttributePairs, entities and default attributes of an
-// internal subset included, and these do not make the text much longer. The answer is exact for well-formed
-// text; for other text it may be either, but a text that passes cannot build a tree that is deeper. Linear in
-// the text.
-bool withinLimits(const QString& xml);
+enum class DocumentLimit {
+    kNone,
+    kDepth,
+    kAttributes,
+    kExpansion,  // by entities and default attributes
+};
+
+// The limit that a text passes: kDepth when an element is nested deeper than kMaxElementDepth, kAttributes
+// when one has more attributes than kMaxAttributes, or all have more pairs than kMaxAttributePairs, entities
+// and default attributes of an internal subset included; kExpansion when these make the text much longer. The
+// answer is exact for well-formed text; for other text it may be any, but a text that passes none cannot
+// build a tree that is deeper. Linear in the text.
+DocumentLimit limitPassed(const QString& xml);
+
+// Whether it passes none.
+inline bool withinLimits(const QString& xml) {
+    return limitPassed(xml) == DocumentLimit::kNone;
+}
 
 }  // namespace tzsvg

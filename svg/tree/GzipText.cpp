@@ -1,5 +1,5 @@
 // See the header.
-#include "image/GzipText.h"
+#include "svg/tree/GzipText.h"
 
 #include <zlib.h>
 

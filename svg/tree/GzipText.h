@@ -1,4 +1,4 @@
-// Unpacking of compressed documents. Called by DocumentGuard.
+// Unpacking of compressed documents. Called by the image loader (DocumentGuard) and by normalize.
 #pragma once
 
 #include <QByteArray>

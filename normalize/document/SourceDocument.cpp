@@ -1,0 +1,108 @@
+// See the header.
+#include "normalize/document/SourceDocument.h"
+
+#include <QXmlStreamReader>
+
+#include "normalize/document/DocumentBytes.h"
+#include "normalize/document/TreeBuilder.h"
+#include "svg/tree/DocumentLimits.h"
+
+namespace tznormalize {
+namespace {
+
+// Why the reader stopped. What has no svg element before the fault is no drawing at all.
+Reason reasonOf(const QXmlStreamReader& reader, const QString& text) {
+    const bool looksLikeSvg = text.contains(QLatin1String("<svg")) || text.contains(QLatin1String(":svg"));
+    Reason reason{Refusal::kNotWellFormed,
+                  QStringLiteral("not well-formed: ") + reader.errorString().simplified(),
+                  reader.lineNumber(), reader.columnNumber()};
+    if (text.trimmed().isEmpty())
+        reason = {Refusal::kNotSvg, QStringLiteral("no SVG: it is empty")};
+    else if (!looksLikeSvg)
+        reason = {Refusal::kNotSvg, QStringLiteral("no SVG: it has no svg element")};
+    return reason;
+}
+
+Reason limitReason(const QString& text) {
+    switch (tzsvg::limitPassed(text)) {
+        case tzsvg::DocumentLimit::kNone:
+            return {};
+        case tzsvg::DocumentLimit::kDepth:
+            return {
+                Refusal::kTooDeep,
+                QStringLiteral("its elements are nested deeper than %1 levels").arg(tzsvg::kMaxElementDepth)};
+        case tzsvg::DocumentLimit::kAttributes:
+            return {Refusal::kTooLarge,
+                    QStringLiteral("an element has more than %1 attributes").arg(tzsvg::kMaxAttributes)};
+        case tzsvg::DocumentLimit::kExpansion:
+            break;
+    }
+    return {Refusal::kTooLarge, QStringLiteral("its entities expand to too much text")};
+}
+
+}  // namespace
+
+QStringView SourceElement::href() const {
+    const QStringView plain = attribute(Name::kHref);
+    return (plain.isNull() ? attribute(Name::kXlinkHref) : plain).trimmed();
+}
+
+SourceDocument::SourceDocument() : storage_(std::make_unique<Storage>()) {}
+SourceDocument::~SourceDocument() = default;
+
+Reason SourceDocument::read(const QByteArray& bytes) {
+    QString text;
+    const Reason unreadable = textOfBytes(bytes, text);
+    if (unreadable) return unreadable;
+    QXmlStreamReader reader(text);
+    reader.setNamespaceProcessing(false);
+    qint64 line = 1;
+    qint64 column = 1;
+    while (!reader.atEnd() && !reader.isStartElement()) {
+        line = reader.lineNumber();
+        column = reader.columnNumber() + 1;
+        reader.readNext();
+    }
+    if (reader.hasError()) return reasonOf(reader, text);
+    if (reader.name() != QLatin1String("svg") && !reader.qualifiedName().endsWith(QLatin1String(":svg"))) {
+        return {Refusal::kNotSvg,
+                QStringLiteral("no SVG: its root is the element \"%1\"").arg(reader.qualifiedName()), line,
+                column};
+    }
+    const Reason limited = limitReason(text);
+    if (limited) return limited;
+    const Reason refused = TreeBuilder(reader, *storage_).build(line, column);
+    if (refused) return refused;
+    if (reader.hasError()) return reasonOf(reader, text);
+    if (root().tag() != Tag::kSvg) {
+        return {Refusal::kNotSvg, QStringLiteral("no SVG: its root is of another namespace"), line, column};
+    }
+    return {};
+}
+
+const SourceElement& SourceDocument::root() const {
+    return storage_->elements.front();
+}
+
+size_t SourceDocument::elementCount() const {
+    return storage_->elements.size();
+}
+
+const SourceElement& SourceDocument::element(uint32_t index) const {
+    return storage_->elements[index];
+}
+
+const SourceElement* SourceDocument::byId(QStringView id) const {
+    return storage_->byId.value(id);
+}
+
+const SourceElement* SourceDocument::target(const SourceElement& element) const {
+    const QStringView link = element.href();
+    return link.startsWith(u'#') ? byId(link.mid(1)) : nullptr;
+}
+
+const std::vector<Namespace>& SourceDocument::namespaces() const {
+    return storage_->namespaces;
+}
+
+}  // namespace tznormalize

@@ -1,0 +1,73 @@
+// Builds the tree of a document from the tokens of an XML reader. Used by SourceDocument.
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <QXmlStreamReader>
+#include <deque>
+#include <vector>
+
+#include "normalize/document/NamespaceScopes.h"
+#include "normalize/document/SourceDocument.h"
+#include "normalize/document/TextArena.h"
+
+namespace tznormalize {
+
+struct SourceDocument::Storage {
+    std::deque<SourceElement> elements;
+    std::deque<AttributeName> names;
+    Arena<SourceAttribute> attributes;
+    TextArena texts;
+    std::vector<Namespace> namespaces;
+    QHash<QStringView, const SourceElement*> byId;
+};
+
+class TreeBuilder {
+  public:
+    // The reader stands at the start tag of the root, and does not look after namespaces: drawings often use
+    // prefixes that they do not declare, which renderers forgive.
+    TreeBuilder(QXmlStreamReader& reader, SourceDocument::Storage& storage)
+        : reader_(reader), storage_(storage) {}
+
+    // Reads to the end of the document. `line` and `column` are those of the root's "<".
+    Reason build(qint64 line, qint64 column);
+
+  private:
+    // An element whose end has not come.
+    struct Open {
+        SourceElement* element;
+        SourceElement* lastChild;
+        bool keepsText;
+    };
+
+    struct ElementName {
+        Tag tag;
+        QStringView localName;
+    };
+
+    void startElement(qint64 line, qint64 column);
+    void endElement();
+    void flushText();
+    void readAttributes(SourceElement& element, const QXmlStreamAttributes& attributes);
+    ElementName elementName(QStringView qualifiedName);
+    const AttributeName* attributeName(QStringView qualifiedName);
+    const AttributeName* makeName(QStringView namespaceUri, QStringView prefix, QStringView localName);
+    std::string prefixFor(QStringView namespaceUri, QStringView prefix);
+
+    QXmlStreamReader& reader_;
+    SourceDocument::Storage& storage_;
+    std::vector<Open> open_;
+    NamespaceScopes scopes_;
+    bool hasNamespace_ = true;  // the root has one
+
+    // What qualified names mean in the scope that holds.
+    QHash<QStringView, ElementName> elementNames_;
+    QHash<QStringView, const AttributeName*> attributeNames_;
+
+    // All names, by namespace and local name.
+    QHash<QPair<QStringView, QStringView>, const AttributeName*> names_;
+
+    QString text_;  // since the last tag
+};
+
+}  // namespace tznormalize

@@ -73,7 +73,7 @@ std::string pictureData(Conversion& conversion, const SourceElement& element, QS
     if (!reason && conversion.pictureBytes + data.size() > kMostPictureBytes)
         reason = "the drawing has too many pictures";
     if (reason) {
-        addNote(conversion, NoteCode::kLeftOut, element, QString::fromLatin1(reason), QStringLiteral("href"));
+        addNote(conversion, NoteCode::kLeftOut, element, QString::fromLatin1(reason), "href");
         return {};
     }
     conversion.pictureBytes += data.size();

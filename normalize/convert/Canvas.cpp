@@ -71,6 +71,7 @@ Layout drawnLayout(const SourceDocument& source, const Cascade& styles, const QS
     Notes unused;
     Conversion conversion(source, styles, fileName, unused, {}, {}, Grid(3));
     Target target;
+    target.isDrawn = true;
     target.isMeasured = true;
     OutputElement nothing("g");
     convertChildren(conversion, source.root(), {{}, style, kUnknownViewport}, nothing, target);

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "normalize/Notes.h"
+#include "normalize/content/Fonts.h"
 #include "normalize/document/SourceDocument.h"
 #include "normalize/geometry/Matrix.h"
 #include "normalize/geometry/Path.h"
@@ -100,6 +101,8 @@ struct Conversion {
     Definitions definitions;
     VisitedElements visited;
     ElementBudget budget;
+    Fonts fonts;
+    size_t letters = 0;        // laid out so far: content/TextOutlines.cpp
     size_t pictureBytes = 0;   // written so far: content/EmbeddedPicture.h
     std::optional<Box> drawn;  // everything drawn, control points included, strokes not
     bool reachesOverPage = false;

@@ -1,0 +1,102 @@
+// See the header.
+#include "normalize/content/ShapedRun.h"
+
+#include <QFontMetricsF>
+#include <QGlyphRun>
+#include <QTextOption>
+#include <QtEndian>
+#include <algorithm>
+
+namespace tznormalize {
+namespace {
+
+// A number of a font's table, in shares of an em; `otherwise` where there is no such table.
+double fontNumber(const QRawFont& font, const char* table, int offset, double otherwise) {
+    const QByteArray bytes = font.fontTable(table);
+    if (bytes.size() < offset + 2 || font.unitsPerEm() <= 0.0) return otherwise;
+    return qFromBigEndian<qint16>(bytes.constData() + offset) / font.unitsPerEm();
+}
+
+// So little that it is not seen: letters that are spaced form no ligatures.
+constexpr double kNoLigatures = 1.0 / 64.0;
+
+}  // namespace
+
+ShapedRun::ShapedRun(const QString& words, const Face& face, double fontSize, bool isRightToLeft,
+                     bool keepsLettersApart)
+    : scale_(fontSize / kFontUnits) {
+    QFont font = face.font;
+    if (keepsLettersApart && font.letterSpacing() == 0.0)
+        font.setLetterSpacing(QFont::AbsoluteSpacing, kNoLigatures);
+    QTextOption option;
+    option.setUseDesignMetrics(true);
+    option.setWrapMode(QTextOption::NoWrap);
+    option.setTextDirection(isRightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
+    option.setFlags(QTextOption::IncludeTrailingSpaces);
+    option.setAlignment(Qt::AlignLeft | Qt::AlignAbsolute);
+    layout_.setText(words);
+    layout_.setFont(font);
+    layout_.setTextOption(option);
+    layout_.setCacheEnabled(true);
+    layout_.beginLayout();
+    line_ = layout_.createLine();
+    line_.setNumColumns(int(words.size()));
+    layout_.endLayout();
+}
+
+ShapedRun::Extent ShapedRun::extent(int from, int to) const {
+    const double a = line_.cursorToX(from) * scale_;
+    const double b = line_.cursorToX(to) * scale_;
+    return {std::min(a, b), std::abs(b - a)};
+}
+
+Path ShapedRun::outline(Fonts& fonts, int from, int to) const {
+    Path out;
+    const QList<QGlyphRun> runs = line_.glyphRuns(from, to - from);
+    for (const QGlyphRun& run : runs) {
+        const QRawFont font = run.rawFont();
+        const QVector<quint32> glyphs = run.glyphIndexes();
+        const QVector<QPointF> positions = run.positions();
+        for (int i = 0; i < int(std::min(glyphs.size(), positions.size())); ++i) {
+            const QPointF at = positions[i] - QPointF(0.0, line_.y() + line_.ascent());
+            out.append(fonts.outline(font, glyphs[i])
+                           .mapped({scale_, 0.0, 0.0, scale_, at.x() * scale_, at.y() * scale_}));
+        }
+    }
+    return out;
+}
+
+int ShapedRun::missing() const {
+    int count = 0;
+    const QList<QGlyphRun> runs = line_.glyphRuns();
+    for (const QGlyphRun& run : runs) {
+        const QVector<quint32> glyphs = run.glyphIndexes();
+        count += int(std::count(glyphs.begin(), glyphs.end(), 0U));
+    }
+    return count;
+}
+
+// Offsets of the OpenType tables "post" and "OS/2"; the shares are those of common fonts.
+ShapedRun::Line ShapedRun::underline() const {
+    const QRawFont font = QRawFont::fromFont(layout_.font());
+    const double em = scale_ * kFontUnits;
+    const double thickness = fontNumber(font, "post", 10, 0.05) * em;
+    return {-fontNumber(font, "post", 8, -0.1) * em - thickness / 2.0, thickness};
+}
+
+ShapedRun::Line ShapedRun::overline() const {
+    const Line under = underline();
+    return {-ascent(), under.thickness};
+}
+
+ShapedRun::Line ShapedRun::lineThrough() const {
+    const QRawFont font = QRawFont::fromFont(layout_.font());
+    const double em = scale_ * kFontUnits;
+    return {-fontNumber(font, "OS/2", 28, 0.25) * em, fontNumber(font, "OS/2", 26, 0.05) * em};
+}
+
+double ShapedRun::xHeight() const {
+    return QFontMetricsF(layout_.font()).xHeight() * scale_;
+}
+
+}  // namespace tznormalize

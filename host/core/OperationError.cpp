@@ -23,7 +23,9 @@ std::string line(std::string_view file, std::string_view step, TzResult code, st
 
 OperationError::OperationError(std::string_view file, std::string_view step, TzResult code,
                                std::string_view reason)
-    : CTzError(code), line_(std::make_shared<const std::string>(line(file, step, code, reason))) {}
+    : CTzError(code),
+      told_(std::make_shared<const Told>(
+          Told{line(file, step, code, reason), std::string(file), std::string(step)})) {}
 
 OperationError failureOfStep(std::string_view file, std::string_view step) {
     std::string reason;

@@ -15,10 +15,17 @@ class OperationError : public CTzError {
   public:
     OperationError(std::string_view file, std::string_view step, TzResult code, std::string_view reason = {});
 
-    const char* what() const noexcept override { return line_->c_str(); }
+    const char* what() const noexcept override { return told_->line.c_str(); }
+    const std::string& file() const noexcept { return told_->file; }
+    const std::string& step() const noexcept { return told_->step; }
 
   private:
-    std::shared_ptr<const std::string> line_;  // shared: copying an exception must not throw
+    struct Told {
+        std::string line;
+        std::string file;
+        std::string step;
+    };
+    std::shared_ptr<const Told> told_;  // shared: copying an exception must not throw
 };
 
 // The exception that is being handled, as one of that step.

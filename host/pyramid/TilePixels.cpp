@@ -2,18 +2,12 @@
 #include "host/pyramid/TilePixels.h"
 
 #include <QBuffer>
-#include <algorithm>
+#include <vector>
+
+#include "host/ImageLoading.h"
 
 namespace tzhost {
 namespace {
-
-// To the nearest. Also for values that no module should give: out of range, not a number.
-void toBytes(const float* values, size_t count, uint8_t* bytes) {
-    for (size_t i = 0; i < count; ++i) {
-        const float within = std::min(std::max(0.0F, values[i]), 1.0F);  // not a number comes out as 0
-        bytes[i] = static_cast<uint8_t>(static_cast<int32_t>(within * 510.0F + 1.0F) / 2);
-    }
-}
 
 // A picture of that size from the lines that `read(y, line)` gives.
 template <class Read>

@@ -56,6 +56,7 @@ class Item : public HostObject, public ITzItem {
     // ---- For the host. Failures throw CTzError, as the operations above answer them. ----
 
     const ItemData& data() const { return data_; }
+    MeshData& mesh() { return data_.mesh; }
     void attachPackage(std::string_view serverName);
     void putChannel(std::string_view name, std::string_view text);
 

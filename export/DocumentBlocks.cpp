@@ -1,9 +1,10 @@
-// See the header.
 #include "export/DocumentBlocks.h"
 
 #include <QStringList>
 #include <algorithm>
 
+#include "hostsdk/CTzSceneSaver.h"
+#include "svg/RoundTripNames.h"
 #include "svg/tree/XmlDocument.h"
 
 namespace tzsvg {
@@ -54,16 +55,35 @@ void addNamespaces(const XmlNode& from, SavedAttributes& to) {
 
 }  // namespace
 
-ErrorState addRoot(OutputDocument& document, const PackageTexts& packages, OutputElement*& root) {
+std::optional<StoredTexts> readStoredTexts(const CTzSceneSaver& saver) {
+    bool found = false;
+    const auto read = [&](const char* channel) {
+        std::optional<std::string> text;
+        if (tzFailed(tzGate([&] { text = saver.channel(channel); }))) throw CTzError(kTzFailed);
+        found = found || text;
+        return text.value_or(std::string());
+    };
+    StoredTexts texts;
+    texts.doctype = read(kChannelDoctype);
+    texts.root = QString::fromStdString(read(kChannelRoot));
+    texts.definitions = QString::fromStdString(read(kChannelDefinitions));
+    texts.clipPaths = QString::fromStdString(read(kChannelClipPaths));
+    texts.groups = QString::fromStdString(read(kChannelGroups));
+    texts.illustratorData = QString::fromStdString(read(kChannelIllustrator));
+    if (!found) return std::nullopt;
+    return texts;
+}
+
+bool addRoot(OutputDocument& document, const PackageTexts& packages, OutputElement*& root) {
     const QStringList texts = textsOf(packages, &StoredTexts::root);
     if (texts.isEmpty()) {
         root = &document.makeElement(QStringLiteral("svg"));
         root->attributes().set(QStringLiteral("xmlns"), QStringLiteral("http://www.w3.org/2000/svg"));
         root->attributes().set(QStringLiteral("xmlns:xlink"), QStringLiteral("http://www.w3.org/1999/xlink"));
-        return ErrorState::kNone;
+        return true;
     }
     const ParsedSvg stored(texts.first());
-    if (!stored.svg) return ErrorState::kRoot;
+    if (!stored.svg) return false;
     root = &document.makeElement(stored.svg->name());
     root->attributes() = SavedAttributes(*stored.svg);
     root->addChildrenOf(*stored.svg);
@@ -71,41 +91,41 @@ ErrorState addRoot(OutputDocument& document, const PackageTexts& packages, Outpu
         const ParsedSvg later(text);
         if (later.svg) addNamespaces(*later.svg, root->attributes());
     }
-    return ErrorState::kNone;
+    return true;
 }
 
-ErrorState addDefinitions(OutputDocument& document, const PackageTexts& packages, OutputElement& root) {
+bool addDefinitions(OutputDocument& document, const PackageTexts& packages, OutputElement& root) {
     const QStringList texts = textsOf(packages, &StoredTexts::definitions);
-    if (texts.isEmpty()) return ErrorState::kNone;
+    if (texts.isEmpty()) return true;
     OutputElement& definitions = document.makeElement(QStringLiteral("defs"));
     for (const QString& text : texts) {
         const ParsedSvg fragment(wrapped(text));
-        if (!fragment.svg || !fragment.svg->firstChild()) return ErrorState::kDefinitions;
+        if (!fragment.svg || !fragment.svg->firstChild()) return false;
         definitions.addChildrenOf(*fragment.svg);
     }
     root.addComment(QStringLiteral(" Definitions block "));
     root.children().emplace_back(&definitions);
-    return ErrorState::kNone;
+    return true;
 }
 
-ErrorState addClipPaths(const PackageTexts& packages, OutputElement& root) {
+bool addClipPaths(const PackageTexts& packages, OutputElement& root) {
     const QStringList texts = textsOf(packages, &StoredTexts::clipPaths);
-    if (texts.isEmpty()) return ErrorState::kNone;
+    if (texts.isEmpty()) return true;
     root.addComment(QStringLiteral(" Clip paths block "));
     for (const QString& text : texts) {
         const ParsedSvg fragment(wrapped(text));
-        if (!fragment.svg || !fragment.svg->firstChild()) return ErrorState::kClipPaths;
+        if (!fragment.svg || !fragment.svg->firstChild()) return false;
         // Into the root itself, unlike the definitions: a clip path inside "defs" stands there already.
         root.addChildrenOf(*fragment.svg);
     }
-    return ErrorState::kNone;
+    return true;
 }
 
-ErrorState addIllustratorData(const PackageTexts& packages, OutputElement& root) {
+bool addIllustratorData(const PackageTexts& packages, OutputElement& root) {
     QStringList texts = textsOf(packages, &StoredTexts::illustratorData);
     const auto isBlank = [](const QString& text) { return text.trimmed().isEmpty(); };
     texts.erase(std::remove_if(texts.begin(), texts.end(), isBlank), texts.end());
-    if (texts.isEmpty()) return ErrorState::kNone;
+    if (texts.isEmpty()) return true;
     texts.prepend(
         QStringLiteral("<foreignObject "
                        "requiredExtensions=\"http://ns.adobe.com/AdobeIllustrator/10.0/\" "
@@ -113,10 +133,10 @@ ErrorState addIllustratorData(const PackageTexts& packages, OutputElement& root)
                        "<i:pgfRef xlink:href=\"#adobe_illustrator_pgf\"/></foreignObject>"));
     for (const QString& text : texts) {
         const ParsedSvg fragment(wrapped(text));
-        if (!fragment.svg) return ErrorState::kIllustrator;
+        if (!fragment.svg) return false;
         root.addChildrenOf(*fragment.svg);
     }
-    return ErrorState::kNone;
+    return true;
 }
 
 }  // namespace tzsvg

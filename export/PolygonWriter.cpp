@@ -1,4 +1,3 @@
-// See the header. Called by SVGSaver::visitPolygon().
 #include "export/PolygonWriter.h"
 
 #include <string>
@@ -13,10 +12,10 @@ bool setEndPoints(SVGSaver& saver) {
     const auto first = saver.project(saver.polygonVertices()[0]);
     const auto second = saver.project(saver.polygonVertices()[1]);
     if (!first || !second) return false;
-    saver.element().set(AttributeName::kX1, realText(first->x()));
-    saver.element().set(AttributeName::kY1, realText(first->y()));
-    saver.element().set(AttributeName::kX2, realText(second->x()));
-    saver.element().set(AttributeName::kY2, realText(second->y()));
+    saver.element().set(Attribute::kX1, realText(first->x()));
+    saver.element().set(Attribute::kY1, realText(first->y()));
+    saver.element().set(Attribute::kX2, realText(second->x()));
+    saver.element().set(Attribute::kY2, realText(second->y()));
     return true;
 }
 
@@ -30,17 +29,38 @@ bool setPoints(SVGSaver& saver) {
         // Saver/scenes pins it.
         text.appendPair(point->x(), point->y());
     }
-    saver.element().set(AttributeName::kPoints, text.view());
+    saver.element().set(Attribute::kPoints, text.view());
     return true;
+}
+
+// "M" before the first point, "C" before every third from the second on. False when a vertex cannot be
+// projected.
+bool makePathData(SVGSaver& saver) {
+    CoordinateText& text = saver.coordinates();
+    text.clear();
+    int state = 0;
+    for (const uint32_t vertex : saver.polygonVertices()) {
+        const auto point = saver.project(vertex);
+        if (!point) return false;
+        if (state == 0) text.append('M');
+        if (state == 1) text.append('C');
+        state = state == 3 ? 1 : state + 1;
+        text.appendPlainPair(point->x(), point->y());
+    }
+    return true;
+}
+
+bool contains(const std::string& text, QLatin1String word) {
+    return QString::fromStdString(text).contains(word, Qt::CaseInsensitive);
 }
 
 }  // namespace
 
-ErrorState writeLinePolygon(SVGSaver& saver) {
+bool PolygonWriter::writeLine(SVGSaver& saver) {
     const std::string* const primitive = saver.polygonTag(kTagPrimitive);
     const std::string kind = primitive ? *primitive : "POLYLINE";
     ChildOrder* const parent = kind.empty() ? nullptr : saver.selectParent();
-    if (!parent) return ErrorState::kPolygon;
+    if (!parent) return false;
 
     const auto isKind = [&](const char* name) { return kind.find(name) != std::string::npos; };
     // Rectangles come back as polylines: the numbers in the kind text are not read. Meant so: the mesh may
@@ -48,13 +68,43 @@ ErrorState writeLinePolygon(SVGSaver& saver) {
     const bool isPolyline = isKind("POLYLINE");
     const bool isPolygon = !isPolyline && isKind("POLYGON");
     const bool isLine = !isPolyline && !isPolygon && saver.polygonVertices().size() == 2;
-    saver.element().start(isLine      ? ElementName::kLine
-                          : isPolygon ? ElementName::kPolygon
-                                      : ElementName::kPolyline);
+    saver.element().start(isLine ? Element::kLine : isPolygon ? Element::kPolygon : Element::kPolyline);
     const bool written = isLine ? setEndPoints(saver) : setPoints(saver);
-    if (!written) return ErrorState::kPolygon;
+    if (!written) return false;
     saver.addElement(*parent);
-    return ErrorState::kNone;
+    return true;
+}
+
+bool PolygonWriter::writePath(SVGSaver& saver) {
+    ChildOrder* const parent = saver.selectParent();
+    if (!parent || !makePathData(saver)) return false;
+    const std::string_view own = saver.coordinates().view();
+
+    const std::string* const piece = saver.polygonTag(kTagSubPath);
+    const bool isPiece = piece && !piece->empty();
+    const bool isEnd = isPiece && contains(*piece, QLatin1String("end"));
+    if (isPiece) {
+        if (contains(*piece, QLatin1String("start"))) {
+            subPaths_.clear();
+            subPathsUsed_ = false;
+        }
+        subPaths_ += own;
+        if (!isEnd) return true;
+    }
+    if (isEnd && subPathsUsed_) {
+        // Ends without starts: each element repeats the pieces before it. Bounded, as the output would grow
+        // with the square of the input.
+        constexpr size_t kMostRepeated = size_t{1} << 24;
+        repeated_ += subPaths_.size();
+        if (repeated_ > kMostRepeated) return false;
+    }
+    subPathsUsed_ = subPathsUsed_ || isEnd;
+
+    const std::string_view data = isEnd ? std::string_view(subPaths_) : own;
+    saver.element().start(Element::kPath);
+    saver.element().set(Attribute::kData, data);
+    saver.addElement(*parent);
+    return true;
 }
 
 }  // namespace tzsvg

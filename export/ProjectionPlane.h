@@ -1,14 +1,35 @@
-// The plane that a mesh lies in, and the way from its points to the document's. Called once for each mesh,
-// and for each vertex.
+// The points of the mesh being written, the plane that they lie in, and the way from there to the document.
 #pragma once
 
 #include <QPointF>
 #include <QVector3D>
 #include <cstdint>
+#include <vector>
 
-#include "export/PointCache.h"
+#include "hostsdk/TzTypes.h"
 
 namespace tzsvg {
+
+// The points of a mesh by their identifiers, in single precision. Identifiers count from 0 and come in order,
+// so that a vector is the map.
+class PointCache {
+  public:
+    void clear() { points_.clear(); }
+
+    // Adds a point. A second visit of an identifier keeps the first entry.
+    void add(uint32_t identifier, const TzPoint& position) {
+        if (identifier < points_.size()) return;
+        points_.resize(identifier);
+        points_.emplace_back(static_cast<float>(position.x), static_cast<float>(position.y),
+                             static_cast<float>(position.z));
+    }
+
+    size_t size() const { return points_.size(); }
+    const QVector3D& operator[](size_t identifier) const { return points_[identifier]; }
+
+  private:
+    std::vector<QVector3D> points_;
+};
 
 // The axis that the plane is normal to.
 enum class PlaneAxis : uint32_t { kNone = 0, kZ = 1, kX = 2, kY = 3 };

@@ -7,8 +7,6 @@
 #include <charconv>
 #include <cmath>
 
-#include "export/DocumentBlocks.h"
-#include "export/PolygonWriter.h"
 #include "export/StyleAttributes.h"
 #include "svg/RoundTripNames.h"
 
@@ -60,7 +58,6 @@ void SVGSaver::gatherStoredTexts() {
 TzResult SVGSaver::writeDocument() {
     document_ = {};
     viewBox_ = {};
-    error_ = ErrorState::kNone;
     // Before anything is read, so that a save that fails leaves the beginning of a document.
     writeText(kDeclaration);
     lineBreak(false);
@@ -71,16 +68,12 @@ TzResult SVGSaver::writeDocument() {
     for (const auto& texts : storedTexts_) {
         if (texts) packages.push_back(&*texts);
     }
-    const auto failed = [this](ErrorState state) {
-        error_ = state;
-        return state != ErrorState::kNone;
-    };
-    if (failed(addRoot(document_, packages, root_)) || failed(addDefinitions(document_, packages, *root_)) ||
-        failed(addClipPaths(packages, *root_)) || failed(addGroups())) {
+    if (!addRoot(document_, packages, root_) || !addDefinitions(document_, packages, *root_) ||
+        !addClipPaths(packages, *root_) || !addGroups()) {
         return kTzFailed;
     }
     const TzResult result = writeMeshes();
-    if (failed(addIllustratorData(packages, *root_))) return kTzFailed;
+    if (!addIllustratorData(packages, *root_)) return kTzFailed;
     writeText("<!-- SVG file output by VANTO -->\n" + document_.save(*root_));
     return result;
 }
@@ -98,7 +91,7 @@ void SVGSaver::writeDoctype() {
 }
 
 // Builds the groups of all packages. A mesh that carries none uses those of the first that does.
-ErrorState SVGSaver::addGroups() {
+bool SVGSaver::addGroups() {
     QHash<QString, OutputGroups*> byText;
     OutputGroups* first = nullptr;
     for (const auto& texts : storedTexts_) {
@@ -107,12 +100,12 @@ ErrorState SVGSaver::addGroups() {
         if (groups) continue;
         groups = &groups_.emplace_back();
         if (!first) first = groups;
-        if (!groups->build(texts->groups, document_, *root_)) return ErrorState::kGroups;
+        if (!groups->build(texts->groups, document_, *root_)) return false;
     }
     for (const auto& texts : storedTexts_) {
         groupsOfMesh_.push_back(texts ? byText.value(texts->groups) : first);
     }
-    return ErrorState::kNone;
+    return true;
 }
 
 // The result of the last mesh is the result: one that fails before it does not stop the scan. Meant so: one
@@ -128,7 +121,7 @@ TzResult SVGSaver::writeMeshes() {
 }
 
 TzResult SVGSaver::writeMesh(size_t meshIndex) {
-    error_ = ErrorState::kNone;
+    polygonFailed_ = false;
     meshGroups_ = groupsOfMesh_[meshIndex];
     // An imported document comes back with its own groups and no other.
     meshParent_ = storedTexts_[meshIndex] ? &orders_.front() : nullptr;
@@ -150,7 +143,7 @@ TzResult SVGSaver::writeMesh(size_t meshIndex) {
     if (polygonCount_ == 0) return kTzOk;
     if (!growViewBox()) return kTzFailed;
     root_->attributes().set(QStringLiteral("viewBox"), QString::fromStdString(viewBox_.text()));
-    return error_ == ErrorState::kNone ? kTzOk : kTzFailed;
+    return polygonFailed_ ? kTzFailed : kTzOk;
 }
 
 // The group that holds the polygons of a mesh without a package, named after the item.
@@ -178,12 +171,14 @@ void SVGSaver::visitPoint() {
 }
 
 void SVGSaver::visitPolygon() {
-    if (error_ != ErrorState::kNone) return;
+    if (polygonFailed_) return;
     const TzTagId type = polygonType();
     if (type != kTzPolygonLine && type != kTzPolygonBezier) return;
     ++polygonCount_;
     if (!meshParent_) meshParent_ = addMeshGroup();
-    error_ = type == kTzPolygonLine ? writeLinePolygon(*this) : pathWriter_.write(*this);
+    const bool written =
+        type == kTzPolygonLine ? PolygonWriter::writeLine(*this) : polygonWriter_.writePath(*this);
+    polygonFailed_ = !written;
 }
 
 std::optional<QPointF> SVGSaver::project(uint32_t point) const {
@@ -221,8 +216,7 @@ void SVGSaver::reset() noexcept {
     document_ = {};
     storedTexts_.clear();
     viewBox_ = {};
-    pathWriter_.reset();
-    error_ = ErrorState::kNone;
+    polygonWriter_.reset();
     points_ = {};
     axis_ = PlaneAxis::kNone;
     bounds_ = {};
@@ -231,6 +225,7 @@ void SVGSaver::reset() noexcept {
     meshGroups_ = nullptr;
     meshParent_ = nullptr;
     polygonCount_ = 0;
+    polygonFailed_ = false;
 }
 
 }  // namespace tzsvg

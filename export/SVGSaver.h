@@ -11,14 +11,12 @@
 
 #include "export/ChildOrder.h"
 #include "export/CoordinateText.h"
+#include "export/DocumentBlocks.h"
 #include "export/ElementBuilder.h"
-#include "export/ErrorState.h"
 #include "export/OutputDocument.h"
 #include "export/OutputGroups.h"
-#include "export/PathWriter.h"
-#include "export/PointCache.h"
+#include "export/PolygonWriter.h"
 #include "export/ProjectionPlane.h"
-#include "export/StoredTexts.h"
 #include "export/ViewBox.h"
 #include "hostsdk/CTzLineFormat.h"
 #include "hostsdk/CTzSceneSaver.h"
@@ -62,7 +60,7 @@ class SVGSaver : public CTzSceneSaver, public CTzLineFormat {
     void gatherStoredTexts();
     TzResult writeDocument();
     void writeDoctype();
-    ErrorState addGroups();
+    bool addGroups();
     TzResult writeMeshes();
     TzResult writeMesh(size_t meshIndex);
     ChildOrder* addMeshGroup();
@@ -79,8 +77,7 @@ class SVGSaver : public CTzSceneSaver, public CTzLineFormat {
     std::deque<OutputGroups> groups_;
     std::vector<OutputGroups*> groupsOfMesh_;  // one for each mesh in scan order; null when there is none
     ViewBox viewBox_;
-    PathWriter pathWriter_;
-    ErrorState error_ = ErrorState::kNone;
+    PolygonWriter polygonWriter_;
 
     // Of the current mesh.
     PointCache points_;
@@ -91,6 +88,7 @@ class SVGSaver : public CTzSceneSaver, public CTzLineFormat {
     OutputGroups* meshGroups_ = nullptr;
     ChildOrder* meshParent_ = nullptr;  // null until the first polygon, for a mesh with a group of its own
     uint32_t polygonCount_ = 0;
+    bool polygonFailed_ = false;
 };
 
 }  // namespace tzsvg

@@ -1,4 +1,3 @@
-// See the header. Called by SVGSaver::addElement(), once for each element.
 #include "export/StyleAttributes.h"
 
 #include <QString>
@@ -6,7 +5,9 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <iterator>
 #include <limits>
+#include <vector>
 
 #include "export/SVGSaver.h"
 #include "svg/RoundTripNames.h"
@@ -15,29 +16,16 @@
 namespace tzsvg {
 namespace {
 
-struct Row {
-    TzTagId tag;
-    AttributeName attribute;
-};
-
-// In ascending order of the IDs, in which they are written. `STYL` has no row: it is never exported.
-constexpr std::array<Row, 15> kRows = {{
-    {kTagClipPath, AttributeName::kClipPath},
-    {kTagDashArray, AttributeName::kDashArray},
-    {kTagDashOffset, AttributeName::kDashOffset},
-    {kTagElementId, AttributeName::kId},
-    {kTagFill, AttributeName::kFill},
-    {kTagFillOpacity, AttributeName::kFillOpacity},
-    {kTagFillRule, AttributeName::kFillRule},
-    {kTagStrokeOpacity, AttributeName::kStrokeOpacity},
-    {kTagLineCap, AttributeName::kLineCap},
-    {kTagStroke, AttributeName::kStroke},
-    {kTagLineJoin, AttributeName::kLineJoin},
-    {kTagStrokeWidth, AttributeName::kStrokeWidth},
-    {kTagMiterLimit, AttributeName::kMiterLimit},
-    {kTagOpacity, AttributeName::kOpacity},
-    {kTagTransform, AttributeName::kTransform},
-}};
+// In ascending order of the IDs, which is the order of the attributes in the file.
+const std::vector<AttributeTag>& sortedTags() {
+    static const std::vector<AttributeTag> tags = [] {
+        std::vector<AttributeTag> sorted(std::begin(kAttributeTags), std::end(kAttributeTags));
+        std::sort(sorted.begin(), sorted.end(),
+                  [](const AttributeTag& a, const AttributeTag& b) { return a.tag < b.tag; });
+        return sorted;
+    }();
+    return tags;
+}
 
 // The attribute's text for an absent tag; empty for none.
 std::string_view defaultText(const SVGSaver& saver, TzTagId tag) {
@@ -85,7 +73,7 @@ std::string defaultStrokeWidth(double largestExtent) {
 }
 
 void WriteStyleAttributes(SVGSaver& saver) {
-    for (const Row& row : kRows) {
+    for (const AttributeTag& row : sortedTags()) {
         const auto set = [&](std::string_view value) {
             if (!value.empty()) saver.element().set(row.attribute, value);
         };

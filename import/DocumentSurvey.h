@@ -28,4 +28,9 @@ struct DocumentSurvey {
     List privateData;  // "i:pgf"
 };
 
+// Replaces every "switch" of the document by its children, in document order, nested switches included: a
+// scene has no alternatives, so all of them are imported. The survey stays good, but for its switches, which
+// are gone. Linear in the document.
+void flattenSwitches(DocumentSurvey& survey);
+
 }  // namespace tzsvg

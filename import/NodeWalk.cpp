@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "import/PathConverter.h"
 #include "import/SVGLoader.h"
 #include "import/ShapeConverter.h"
 #include "svg/RoundTripNames.h"

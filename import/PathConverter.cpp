@@ -1,7 +1,5 @@
-// See the header. The painter path is cut at its moves; every piece becomes an open polygon but the last,
-// which closes when it ends where it began.
-#include "import/PathConverter.h"
-
+// Conversion of a "path" element. The painter path is cut at its moves; every piece becomes an open polygon
+// but the last, which closes when it ends where it began.
 #include <QGraphicsPathItem>
 #include <QPainterPath>
 #include <cmath>
@@ -9,8 +7,9 @@
 #include <vector>
 
 #include "import/PolygonBuilder.h"
+#include "import/PolygonTags.h"
 #include "import/SVGLoader.h"
-#include "import/TagChain.h"
+#include "import/ShapeConverter.h"
 #include "svg/RoundTripNames.h"
 #include "svg/shape/ShapeItem.h"
 
@@ -76,7 +75,7 @@ class SubPaths {
   private:
     bool emitPolygon(const std::vector<QPointF>& points, Closing closing) {
         if (!addPolygon(loader_, kTzPolygonBezier, transform_, points, closing)) return false;
-        writeTagChain(loader_, element_, item_);  // a step that fails ends the chain, not the conversion
+        writePolygonTags(loader_, element_, item_);  // a step that fails ends the chain, not the conversion
         return true;
     }
 

@@ -6,7 +6,6 @@
 
 #include "import/NodeWalk.h"
 #include "import/PackageCapture.h"
-#include "import/SwitchFlattening.h"
 #include "svg/RoundTripNames.h"
 #include "svg/shape/DocumentExtent.h"
 

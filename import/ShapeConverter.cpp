@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "import/PolygonBuilder.h"
+#include "import/PolygonTags.h"
 #include "import/SVGLoader.h"
-#include "import/TagChain.h"
 #include "svg/shape/ShapeItem.h"
 
 namespace tzsvg {
@@ -26,7 +26,7 @@ bool convert(SVGLoader& loader, const XmlNode& element, const Item& item, TzTagI
     if (!sceneTransform(loader, element, transform)) return false;
     const std::vector<QPointF> points = outline(*item);
     if (points.empty()) return true;  // no polygon, and nothing to tag
-    return addPolygon(loader, type, transform, points, closing) && writeTagChain(loader, element, *item);
+    return addPolygon(loader, type, transform, points, closing) && writePolygonTags(loader, element, *item);
 }
 
 std::vector<QPointF> ellipseOutline(const QRectF& rect) {

@@ -1,5 +1,5 @@
-// Shape to mesh conversion: from an SVG shape element to one tagged polygon of the loader's mesh. Called by
-// the walk. Paths have their own converter, import/PathConverter.h.
+// Shape to mesh conversion: from an SVG shape element to tagged polygons of the loader's mesh. Called by the
+// walk. Paths are converted in import/PathConverter.cpp.
 #pragma once
 
 namespace tzsvg {
@@ -16,5 +16,9 @@ bool convertRect(SVGLoader& loader, const XmlNode& element);
 bool convertLine(SVGLoader& loader, const XmlNode& element);
 bool convertPolygon(SVGLoader& loader, const XmlNode& element);
 bool convertPolyline(SVGLoader& loader, const XmlNode& element);
+
+// One polygon for each sub-path, none for an empty path; `drawingIndex` is the element's index among its
+// siblings, stored as `ZORD` on each.
+bool convertPath(SVGLoader& loader, const XmlNode& element, unsigned drawingIndex);
 
 }  // namespace tzsvg

@@ -8,7 +8,7 @@ namespace tzsvg {
 namespace {
 
 // By code; kOther has an empty one.
-const std::array<QString, 17> kElements = {
+const std::array kElements = {
     QString(),
     QStringLiteral("svg"),
     QStringLiteral("switch"),
@@ -27,9 +27,9 @@ const std::array<QString, 17> kElements = {
     QStringLiteral("polyline"),
     QStringLiteral("rect"),
 };
-static_assert(static_cast<size_t>(Element::kRect) + 1 == 17, "a name for each");
+static_assert(kElements.size() == static_cast<size_t>(Element::kRect) + 1, "a name for each");
 
-const std::array<QString, 32> kAttributes = {
+const std::array kAttributes = {
     QStringLiteral("x"),
     QStringLiteral("y"),
     QStringLiteral("width"),
@@ -63,7 +63,7 @@ const std::array<QString, 32> kAttributes = {
     QStringLiteral("clip-path"),
     QStringLiteral("viewBox"),
 };
-static_assert(static_cast<size_t>(Attribute::kOther) == 32, "a name for each");
+static_assert(kAttributes.size() == kAttributeCount, "a name for each");
 
 }  // namespace
 
@@ -75,6 +75,10 @@ Element elementNamed(QStringView name) {
 Attribute attributeNamed(QStringView name) {
     return static_cast<Attribute>(std::find(kAttributes.begin(), kAttributes.end(), name) -
                                   kAttributes.begin());
+}
+
+const QString& nameOf(Element element) {
+    return kElements[static_cast<size_t>(element)];
 }
 
 const QString& nameOf(Attribute attribute) {

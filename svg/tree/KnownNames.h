@@ -1,9 +1,10 @@
-// The names of elements and attributes that the import looks for, as codes: a document's names are looked up
-// once each, while it is read.
+// The names of elements and attributes that the import looks for and the export writes, as codes: a
+// document's names are looked up once each, while it is read.
 #pragma once
 
 #include <QString>
 #include <QStringView>
+#include <cstddef>
 #include <cstdint>
 
 namespace tzsvg {
@@ -70,7 +71,10 @@ Element elementNamed(QStringView name);
 Attribute attributeNamed(QStringView name);
 
 // The name itself; not of kOther.
+const QString& nameOf(Element element);
 const QString& nameOf(Attribute attribute);
+
+constexpr size_t kAttributeCount = static_cast<size_t>(Attribute::kOther);
 
 inline bool isShape(Element name) {
     return name >= Element::kCircle;

@@ -73,8 +73,8 @@ TEST(ChildOrder, equalsInsertion) {
                 QDomElement line = expected.createElement(QStringLiteral("line"));
                 line.setAttribute(QStringLiteral("id"), QString::fromStdString(id));
                 insertAt(expected.documentElement(), line, index);
-                builder.start(ElementName::kLine);
-                builder.set(AttributeName::kId, id);
+                builder.start(Element::kLine);
+                builder.set(Attribute::kId, id);
                 order.place(document.addPolygon(builder), index);
             }
             order.apply();
@@ -92,16 +92,15 @@ TEST(ElementBuilder, savesAsQt) {
     qSetGlobalQHashSeed(0);
 #endif
     const char* const values[] = {"", "a", "\"<>&'", "tab\t, line\n, \xC3\xA9 \xF0\x9F\x98\x80", "]]>", "a"};
-    const AttributeName names[] = {AttributeName::kData,    AttributeName::kId,
-                                   AttributeName::kFill,    AttributeName::kStroke,
-                                   AttributeName::kOpacity, AttributeName::kTransform};
+    const Attribute names[] = {Attribute::kData,   Attribute::kId,      Attribute::kFill,
+                               Attribute::kStroke, Attribute::kOpacity, Attribute::kTransform};
     const char* const texts[] = {"d", "id", "fill", "stroke", "opacity", "transform"};
     std::mt19937 random(3);
     QDomDocument document;
     ElementBuilder builder;
     for (int i = 0; i < 500; ++i) {
         QDomElement element = document.createElement(QStringLiteral("path"));
-        builder.start(ElementName::kPath);
+        builder.start(Element::kPath);
         for (size_t a = 0; a < std::size(names); ++a) {
             if (random() % 3 == 0) continue;
             const char* const value = values[random() % std::size(values)];

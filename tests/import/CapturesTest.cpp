@@ -6,9 +6,8 @@
 #include <random>
 
 #include "import/Captures.h"
-#include "import/PrimitiveTags.h"
+#include "import/PrimitiveText.h"
 #include "import/Recognition.h"
-#include "import/SwitchFlattening.h"
 #include "svg/shape/ShapeItem.h"
 #include "svg/tree/SavedForm.h"
 #include "tests/tree/ParsedDocument.h"

@@ -1,5 +1,5 @@
 // The survey and the flattening of switches, each against the toolkit's own look-up by name.
-#include "import/SwitchFlattening.h"
+#include "import/DocumentSurvey.h"
 
 #include <gtest/gtest.h>
 

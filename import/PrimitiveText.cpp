@@ -1,13 +1,10 @@
-// See the header.
-#include "import/PrimitiveTags.h"
+#include "import/PrimitiveText.h"
 
 #include <QGraphicsEllipseItem>
 #include <algorithm>
 #include <array>
 #include <string_view>
 
-#include "import/SVGLoader.h"
-#include "svg/RoundTripNames.h"
 #include "svg/shape/ShapeItem.h"
 #include "svg/text/RealText.h"
 
@@ -98,14 +95,6 @@ std::string primitiveText(const XmlNode& element, const QGraphicsItem& item) {
         default:
             return {};
     }
-}
-
-bool writePrimitiveTags(SVGLoader& loader, const XmlNode& node, const QGraphicsItem& item) {
-    const std::string text = primitiveText(node, item);
-    if (text.empty()) return false;
-    loader.tagLastPolygon(kTagPrimitive, text);
-    loader.tagLastPolygon(kTagViewBoxCompare, "1");
-    return true;
 }
 
 }  // namespace tzsvg

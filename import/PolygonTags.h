@@ -1,4 +1,5 @@
-// The chain of tags that every polygon gets right after it was made. Called by the converters.
+// The tags of a polygon: what the element it was made of says beside its outline. Written by the converters
+// right behind the polygon.
 #pragma once
 
 #include <QGraphicsItem>
@@ -10,6 +11,6 @@ class XmlNode;
 
 // Tags the loader's last polygon: fill, stroke, primitive, groups, then `ELID` and `TRAN`. The first step
 // that answers false ends the chain, and is the answer.
-bool writeTagChain(SVGLoader& loader, const XmlNode& element, const QGraphicsItem& item);
+bool writePolygonTags(SVGLoader& loader, const XmlNode& element, const QGraphicsItem& item);
 
 }  // namespace tzsvg

@@ -20,6 +20,10 @@ namespace {
 // What text without a family is drawn with, as other renderers have it.
 constexpr const char* kDefaultFamily = "Times New Roman";
 
+// Spacing so small that it is not seen: spaced letters form no ligatures. Other renderers form none either,
+// and a letter is found as one.
+constexpr double kNoLigatures = 1.0 / 64.0;
+
 struct PatternDeleter {
     void operator()(FcPattern* pattern) const { FcPatternDestroy(pattern); }
 };
@@ -157,7 +161,7 @@ Face makeFace(const Style& style, double letterSpacing, double wordSpacing) {
     face.font.setItalic(wanted.isItalic);
     if (match.stretch != 100) face.font.setStretch(match.stretch);
     if (style[Property::kFontVariant] == u"small-caps") face.font.setCapitalization(QFont::SmallCaps);
-    face.font.setLetterSpacing(QFont::AbsoluteSpacing, letterSpacing);
+    face.font.setLetterSpacing(QFont::AbsoluteSpacing, letterSpacing == 0.0 ? kNoLigatures : letterSpacing);
     face.font.setWordSpacing(wordSpacing);
     return face;
 }

@@ -17,17 +17,10 @@ double fontNumber(const QRawFont& font, const char* table, int offset, double ot
     return qFromBigEndian<qint16>(bytes.constData() + offset) / font.unitsPerEm();
 }
 
-// So little that it is not seen: letters that are spaced form no ligatures.
-constexpr double kNoLigatures = 1.0 / 64.0;
-
 }  // namespace
 
-ShapedRun::ShapedRun(const QString& words, const Face& face, double fontSize, bool isRightToLeft,
-                     bool keepsLettersApart)
+ShapedRun::ShapedRun(const QString& words, const Face& face, double fontSize, bool isRightToLeft)
     : scale_(fontSize / kFontUnits) {
-    QFont font = face.font;
-    if (keepsLettersApart && font.letterSpacing() == 0.0)
-        font.setLetterSpacing(QFont::AbsoluteSpacing, kNoLigatures);
     QTextOption option;
     option.setUseDesignMetrics(true);
     option.setWrapMode(QTextOption::NoWrap);
@@ -35,7 +28,7 @@ ShapedRun::ShapedRun(const QString& words, const Face& face, double fontSize, bo
     option.setFlags(QTextOption::IncludeTrailingSpaces);
     option.setAlignment(Qt::AlignLeft | Qt::AlignAbsolute);
     layout_.setText(words);
-    layout_.setFont(font);
+    layout_.setFont(face.font);
     layout_.setTextOption(option);
     layout_.setCacheEnabled(true);
     layout_.beginLayout();

@@ -14,9 +14,7 @@ namespace tznormalize {
 // whatever the direction. Letters are counted by QChar from the start of the run.
 class ShapedRun {
   public:
-    // `keepsLettersApart`: no ligatures, since the letters are going to be moved one by one.
-    ShapedRun(const QString& words, const Face& face, double fontSize, bool isRightToLeft,
-              bool keepsLettersApart);
+    ShapedRun(const QString& words, const Face& face, double fontSize, bool isRightToLeft);
 
     double width() const { return line_.naturalTextWidth() * scale_; }
     int length() const { return int(layout_.text().size()); }

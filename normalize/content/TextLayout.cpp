@@ -32,6 +32,11 @@ double alignmentShift(const Style& style, const ShapedRun& run) {
     return 0.0;
 }
 
+double trailingSpace(const Style& style) {
+    return readLength(style[Property::kLetterSpacing], Axis::kNeither, Viewport{}, style.fontSize())
+        .value_or(0.0);
+}
+
 // A rectangle over the letters of a piece.
 Path lineOver(const TextPiece& piece, const ShapedRun::Line& line) {
     const double width = piece.advance / piece.stretch;
@@ -102,6 +107,8 @@ class Placer {
             right = std::max(right, at.x + piece.advance);
             if (!isRightToLeft) at.x += piece.advance;
         }
+        // No space is seen behind the last letter.
+        right -= trailingSpace(style);
         const double shift = anchorShift(style[Property::kTextAnchor], left, right, isRightToLeft);
         if (const SourceElement* const path = spanOf(first).path)
             return placeOnPath(*path, from, starts, shift);

@@ -46,10 +46,10 @@ bool canDraw(Conversion& conversion, const SourceElement& text, const TextConten
 
 }  // namespace
 
-void convertText(Conversion& conversion, const SourceElement& text, const Place& place, OutputElement& group,
-                 Target& target) {
+std::string convertText(Conversion& conversion, const SourceElement& text, const Place& place,
+                        OutputElement& group, Target& target) {
     const TextContent content = readTextContent(conversion, text, place);
-    if (content.words.trimmed().isEmpty() || !canDraw(conversion, text, content)) return;
+    if (content.words.trimmed().isEmpty() || !canDraw(conversion, text, content)) return {};
     const std::vector<TextPart> parts = layOutText(conversion, content);
     std::vector<PlacedPath> object;
     for (const TextPart& part : parts) object.push_back({part.path, place.ctm});
@@ -60,10 +60,10 @@ void convertText(Conversion& conversion, const SourceElement& text, const Place&
         own.style.set(Property::kClipRule, u"nonzero");
         drawOutline(conversion, part.path, own, PlacedPaths(object), group, target);
     }
-    if (target.isMeasured || group.children().empty()) return;
-    if (target.isDrawn) group.set("aria-label", content.words.trimmed().toUtf8().toStdString());
+    if (target.isMeasured || group.children().empty()) return {};
     note(conversion, NoteCode::kCarried, text, QStringLiteral("it became the outlines of its letters"));
     noteFonts(conversion, content);
+    return content.words.trimmed().toUtf8().toStdString();
 }
 
 }  // namespace tznormalize

@@ -61,28 +61,28 @@ class Cutter {
         const bool loose = isLoose(run);
         const auto second = content_.characters.upper_bound(run.from);
         const bool isCut = second != content_.characters.end() && second->first < run.to;
-        if (!loose && !isCut) return cutPart(run, false, false);
+        if (!loose && !isCut) return cutPart(run, false);
         for (size_t from = run.from; from < run.to;) {
             const size_t to = partEnd(from, run.to);
-            cutPart({run.span, from, to}, loose, true);
+            cutPart({run.span, from, to}, loose);
             from = to;
         }
     }
 
-    void cutPart(const TextRun& part, bool isLooseRun, bool keepsLettersApart) {
+    void cutPart(const TextRun& part, bool isLooseRun) {
         const TextSpan& span = content_.spans[part.span];
         const Style& style = span.place.style;
         const Face& face = conversion_.fonts.face(style);
         out_.runs.push_back(
             std::make_unique<ShapedRun>(content_.words.mid(int(part.from), int(part.to - part.from)), face,
-                                        style.fontSize(), isRightToLeft(span), keepsLettersApart));
+                                        style.fontSize(), isRightToLeft(span)));
         const ShapedRun& run = *out_.runs.back();
         int from = 0;
         for (int at = 0; at < run.length();) {
             const int next = std::max(run.next(at), at + 1);
             const bool isEnd = next >= run.length() || isLooseRun || isPlaced(part.from + size_t(next));
             if (isEnd) {
-                addPiece(part, run, from, std::min(next, run.length()), isLooseRun || keepsLettersApart);
+                addPiece(part, run, from, std::min(next, run.length()));
                 from = next;
             }
             at = next;
@@ -91,12 +91,12 @@ class Cutter {
 
     bool isPlaced(size_t character) const { return content_.characters.count(character) != 0; }
 
-    void addPiece(const TextRun& part, const ShapedRun& run, int from, int to, bool isCut) {
+    void addPiece(const TextRun& part, const ShapedRun& run, int from, int to) {
         const size_t character = part.from + size_t(from);
         TextPiece piece{part.span, &run, from, to, character, {}, 0.0, run.width()};
         if (const auto place = content_.characters.find(character); place != content_.characters.end())
             piece.place = place->second;
-        if (isCut) {
+        if (from > 0 || to < run.length()) {
             const ShapedRun::Extent extent = run.extent(from, to);
             piece.left = extent.left;
             piece.advance = extent.width;

@@ -190,6 +190,7 @@ void Group::finish(OutputElement& out, Names names) {
         if (names == Names::kKept) {
             keepId(conversion_, element_, group_, target_);
             keepAttributes(element_, group_);
+            if (!label_.empty()) group_.set("aria-label", std::move(label_));
         }
         out.append(std::move(group_));
         return;

@@ -28,6 +28,9 @@ class Group {
     // Called before anything is converted into the group.
     void clipTo(const Path& outline);
 
+    // What the group says, for those who cannot see it; kept beside the element's own attributes.
+    void setLabel(std::string words) { label_ = std::move(words); }
+
     enum class Names { kKept, kLeft };
 
     // Sets opacity, clip path, mask, filter and blend mode, id and the attributes kept if `names` says so,
@@ -46,6 +49,7 @@ class Group {
     OutputElement group_{"g"};
     std::optional<PlacedPaths> object_;
     std::optional<Path> clip_;
+    std::string label_;
     size_t firstPath_ = 0;
     size_t clipCount_ = 0;
     bool hasEffect_ = false;

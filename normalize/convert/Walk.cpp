@@ -20,6 +20,13 @@ void convertGroup(Conversion& conversion, const SourceElement& element, const Pl
     group.finish(out);
 }
 
+void convertTextGroup(Conversion& conversion, const SourceElement& element, const Place& place,
+                      OutputElement& out, Target& target) {
+    Group group(conversion, element, place, target);
+    group.setLabel(convertText(conversion, element, place, group.output(), target));
+    group.finish(out);
+}
+
 bool namesEnglish(QStringView languages) {
     while (!languages.isEmpty()) {
         qsizetype end = languages.indexOf(u',');
@@ -120,7 +127,7 @@ void convertPlaced(Conversion& conversion, const SourceElement& element, const P
         case Tag::kSwitch:
             return convertGroup(conversion, element, place, out, target, convertSwitch);
         case Tag::kText:
-            return convertGroup(conversion, element, place, out, target, convertText);
+            return convertTextGroup(conversion, element, place, out, target);
         case Tag::kImage:
             return convertGroup(conversion, element, place, out, target, convertImage);
         case Tag::kUse:

@@ -163,27 +163,20 @@ class ShapeCheck {
             style_[Property::kStrokeLinejoin] == u"round" && style_[Property::kStrokeLinecap] == u"round";
         if (isRound && !isDashed() && isClosedThroughout(outline)) return;
         constexpr double kStep = 1e-3;
-        if (runOn(outline, strokeWidth() / 2, kStep, isDashed()).size() == outline.size() &&
-            hasClosing(runOn(outline, strokeWidth() / 2, kStep, isDashed())))
-            return;
+        if (runOn(outline, strokeWidth() / 2, kStep, isDashed()).verbs() == outline.verbs()) return;
         context_.add(FindingKind::kChanged, kClosing, shape_, u"d",
                      QStringLiteral("the outline comes back open: its first corner has no join"));
     }
 
     void checkRectangle() const {
-        if (isStroked()) {
-            context_.add(FindingKind::kChanged, kRectangle, shape_, {},
-                         QStringLiteral("a rectangle comes back as an open outline"));
-        }
-        for (const SourceElement* next = shape_.nextSibling(); next != nullptr; next = next->nextSibling()) {
-            if (!isShape(next->tag()) && next->tag() != Tag::kG) continue;
-            context_.add(
-                FindingKind::kChanged, kRectangle, shape_, {},
-                QStringLiteral(
-                    "a rectangle does not count in the order of drawing: it may come back above what "
-                    "follows it"));
-            return;
-        }
+        const SourceElement* next = shape_.nextSibling();
+        while (next != nullptr && !isShape(next->tag()) && next->tag() != Tag::kG) next = next->nextSibling();
+        if (next == nullptr && !isStroked()) return;
+        context_.add(
+            FindingKind::kChanged, kRectangle, shape_, {},
+            next == nullptr
+                ? QStringLiteral("a rectangle comes back as an open outline")
+                : QStringLiteral("a rectangle comes back as an open outline, and above what follows it"));
     }
 
     void checkValues() const {

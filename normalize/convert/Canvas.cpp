@@ -20,6 +20,7 @@ struct Size {
 struct Layout {
     Matrix base;
     Size size;
+    double pixel = 1.0;
 };
 
 // Decimals that six digits leave for coordinates on a page.
@@ -62,7 +63,9 @@ std::optional<Layout> declaredLayout(const SourceDocument& source, const Style& 
     const Matrix fitted = fitViewBox(*box, aspect, size.width, size.height);
     if (aspect.trimmed().startsWith(u"none")) return Layout{fitted, size};
     const double unit = fitted.a;
-    return Layout{Matrix::scaling(1.0 / unit, 1.0 / unit) * fitted, {size.width / unit, size.height / unit}};
+    return Layout{Matrix::scaling(1.0 / unit, 1.0 / unit) * fitted,
+                  {size.width / unit, size.height / unit},
+                  1.0 / unit};
 }
 
 // A page around all that is drawn.
@@ -93,8 +96,12 @@ Canvas canvasOf(const SourceDocument& source, const Cascade& styles, const QStri
     const double width = std::max(grid.round(layout.size.width * factor), grid.step());
     const double height = std::max(grid.round(layout.size.height * factor), grid.step());
     const std::optional<ViewBox> box = readViewBox(source.root().attribute(Name::kViewBox));
-    return {factor == 1.0 ? layout.base : Matrix::scaling(factor, factor) * layout.base, width, height,
-            box ? Viewport{box->width, box->height} : Viewport{layout.size.width, layout.size.height}, grid};
+    return {factor == 1.0 ? layout.base : Matrix::scaling(factor, factor) * layout.base,
+            width,
+            height,
+            box ? Viewport{box->width, box->height} : Viewport{layout.size.width, layout.size.height},
+            grid,
+            factor * layout.pixel};
 }
 
 }  // namespace tznormalize

@@ -17,6 +17,7 @@ struct Canvas {
     double height = 0.0;
     Viewport viewport;  // of the root's children, for percentages
     Grid grid;
+    double pixel = 1.0;  // of a screen, in units of the page
 };
 
 // The page has the units of the view box, so that it is what the author drew on, times a power of ten that

@@ -98,6 +98,7 @@ struct Conversion {
     Box page;     // of the result: what a viewer of the original sees
     Matrix base;  // from the root's user space to the page
     Grid grid;
+    double pixel = 1.0;  // of a screen, in page units: what strokes that do not scale are measured in
     Definitions definitions;
     VisitedElements visited;
     ElementBudget budget;

@@ -99,6 +99,7 @@ std::optional<OutputElement> convertDrawing(const SourceDocument& source, const 
         Conversion conversion(source, styles, fileName, notes,
                               {0.0, lift, canvas.width, canvas.height + lift},
                               Matrix::translation(0.0, lift) * canvas.base, canvas.grid);
+        conversion.pixel = canvas.pixel;
         OutputElement root = assemble(conversion, canvas);
         if (conversion.budget.isSpent()) return std::nullopt;
         if (!conversion.drawn || conversion.drawn->top >= 0.0 || pass == kMostPasses) return root;

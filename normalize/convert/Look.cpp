@@ -77,7 +77,7 @@ double strokeWidth(const Conversion& conversion, const Place& place) {
     const double width = lengthOf(place, Property::kStrokeWidth, 1.0);
     const double scale = place.ctm.areaScale();
     if (place.style[Property::kVectorEffect] == u"non-scaling-stroke" && scale > 0.0) {
-        return width / scale * conversion.base.areaScale();
+        return width / scale * conversion.pixel;
     }
     return width;
 }

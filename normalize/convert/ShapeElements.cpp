@@ -103,7 +103,8 @@ void hideSeams(Path& path, LineCap& cap, const Look& look, const Grid& grid) {
     if (look.form.join == LineJoin::kRound && !isDashed && isClosedThroughout(path)) {
         cap = LineCap::kRound;
     } else {
-        path = runOn(path, look.form.width * look.scale / 2.0, grid.step(), isDashed);
+        path = runOn(withoutLoneMoves(onGrid(path, grid)), look.form.width * look.scale / 2.0, grid.step(),
+                     isDashed);
     }
 }
 
@@ -127,6 +128,10 @@ std::optional<WrittenShape> outlineElement(Path path, Tag origin, const Look& lo
 
 }  // namespace
 
+double dotLength(const StrokeForm& form) {
+    return form.width / 50.0;
+}
+
 std::optional<WrittenShape> writeArea(const Grid& grid, const Path& path) {
     std::string data = pathText(path, grid);
     if (data.empty()) return std::nullopt;
@@ -139,7 +144,8 @@ std::optional<WrittenShape> writeShape(const Grid& grid, const Path& path, Tag o
                                        const Paint& fill, bool isStroked) {
     LineCap cap = look.form.cap;
     const bool hasDots = isStroked && cap != LineCap::kButt;
-    const Path drawn = withoutLoneMoves(hasDots ? withDots(path, grid.step()) : path);
+    const Path drawn =
+        withoutLoneMoves(hasDots ? withDots(path, dotLength(look.form) * look.scale, grid.step()) : path);
     if (drawn.isEmpty()) return std::nullopt;
     std::optional<WrittenShape> shape = outlineElement(drawn, origin, look, isStroked, grid, cap);
     if (!shape) return std::nullopt;

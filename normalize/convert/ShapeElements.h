@@ -22,6 +22,9 @@ std::optional<WrittenShape> writeShape(const Grid& grid, const Path& path, Tag o
 // An area: an outlined stroke, a letter, a part of a clip path. Without any attribute of style.
 std::optional<WrittenShape> writeArea(const Grid& grid, const Path& path);
 
+// How long a dot is drawn, in the space of the stroke: enough for renderers, too little for the eye.
+double dotLength(const StrokeForm& form);
+
 // The attributes of what has no visible stroke. [trap: "none" would come back as black]
 void setInvisibleStroke(OutputElement& element);
 

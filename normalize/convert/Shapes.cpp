@@ -16,7 +16,8 @@ std::optional<WrittenShape> strokeAsArea(const Conversion& conversion, const Pat
     // In the shape's own space, where the stroke is even; dots have to be as long as the grid asks there.
     const double scale = look.scale > 0.0 ? look.scale : 1.0;
     const Path area =
-        strokeOutline(withDots(path, conversion.grid.step() / scale), look.form).mapped(place.ctm);
+        strokeOutline(withDots(path, dotLength(look.form), conversion.grid.step() / scale), look.form)
+            .mapped(place.ctm);
     std::optional<WrittenShape> shape = writeArea(conversion.grid, withoutLoneMoves(area));
     if (!shape) return std::nullopt;
     shape->element.set("fill", look.stroke.value);

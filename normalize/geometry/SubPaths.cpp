@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "normalize/write/Grid.h"
+
 namespace tznormalize {
 namespace {
 
@@ -103,6 +105,25 @@ void appendRunOn(Path& path, const SubPath& piece, double length, double step, b
 
 }  // namespace
 
+Path onGrid(const Path& path, const Grid& grid) {
+    Path out;
+    out.reserve(path.size());
+    Point current;
+    for (const Path::Segment segment : path) {
+        Point points[3];
+        const size_t count = pointCount(segment.verb);
+        bool isSomewhere = segment.verb == Verb::kMove || segment.verb == Verb::kClose;
+        for (size_t i = 0; i < count; ++i) {
+            points[i] = {grid.round(segment.points[i].x), grid.round(segment.points[i].y)};
+            isSomewhere |= points[i] != current;
+        }
+        if (!isSomewhere) continue;
+        out.append(Path::Segment{segment.verb, points});
+        if (count > 0) current = points[count - 1];
+    }
+    return out;
+}
+
 Path withoutLoneMoves(const Path& path) {
     const auto isLone = [](const SubPath& piece) {
         return piece.size() == 1 || (piece.size() == 2 && piece.back().verb == Verb::kClose);
@@ -115,7 +136,7 @@ Path withoutLoneMoves(const Path& path) {
     return out;
 }
 
-Path withDots(const Path& path, double step) {
+Path withDots(const Path& path, double length, double step) {
     Path out;
     out.reserve(path.size());
     forEachSubPath(path, [&](const SubPath& piece) {
@@ -125,7 +146,7 @@ Path withDots(const Path& path, double step) {
         }
         const Point start = piece.front().end();
         out.moveTo(start);
-        out.lineTo({start.x + 2 * step, start.y});
+        out.lineTo({start.x + std::max(length, 2 * step), start.y});
     });
     return out;
 }

@@ -5,12 +5,17 @@
 
 namespace tznormalize {
 
+class Grid;
+
+// With all points on the grid, and without segments that have no length then: what the path's text says.
+Path onGrid(const Path& path, const Grid& grid);
+
 // Without moves that nothing is drawn from, and closings of nothing.
 Path withoutLoneMoves(const Path& path);
 
-// Sub-paths whose points all round to one become lines of two grid steps: a round or square cap shows there,
-// and the import drops what has no length. `step` is the grid's.
-Path withDots(const Path& path, double step);
+// Sub-paths whose points all round to one become lines of `length`, at least two grid steps: a round or
+// square cap shows there, and the import drops what has no length. `step` is the grid's.
+Path withDots(const Path& path, double length, double step);
 
 bool hasClosing(const Path& path);
 bool isClosedThroughout(const Path& path);  // every sub-path

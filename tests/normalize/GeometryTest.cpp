@@ -47,7 +47,7 @@ TEST(Path, boxes) {
 
 TEST(SubPaths, loneMovesAndDots) {
     EXPECT_EQ(words(withoutLoneMoves(path("M1 1zM2 2L3 3z"))), "M 2 2 L 3 3 Z");
-    EXPECT_EQ(words(withDots(path("M1 1z M2 2L2.01 2 M3 3H4"), 0.1)),
+    EXPECT_EQ(words(withDots(path("M1 1z M2 2L2.01 2 M3 3H4"), 0.1, 0.1)),
               "M 1 1 L 1.2 1 M 2 2 L 2.2 2 M 3 3 L 4 3");
 }
 

@@ -27,9 +27,7 @@ bool isCompressed(const QByteArray& bytes) {
 
 struct SyntaxError {
     QString text;
-    qint64 line;
-    qint64 column;
-    qint64 offset;
+    qint64 offset;  // up to where it was read
 };
 
 std::optional<SyntaxError> syntaxErrorOf(const QString& xml) {
@@ -37,8 +35,7 @@ std::optional<SyntaxError> syntaxErrorOf(const QString& xml) {
     QXmlStreamReader& stream = reader.stream();
     while (!stream.atEnd()) stream.readNext();
     if (!stream.hasError()) return std::nullopt;
-    return SyntaxError{stream.errorString().simplified(), stream.lineNumber(), stream.columnNumber() + 1,
-                       stream.characterOffset()};
+    return SyntaxError{stream.errorString().simplified(), stream.characterOffset()};
 }
 
 // The name in the first start tag; empty when there is none.
@@ -68,32 +65,36 @@ QString whichLimit(const QString& xml) {
     return QStringLiteral("its elements have too many attributes");
 }
 
-// Where the character that stands at `offset` of the joined text stands in the text.
-Finding placedInText(const QString& text, qint64 offset) {
-    Finding finding;
-    finding.line = 1;
-    finding.column = 1;
+struct TextPlace {
+    qint64 line = 1;
+    qint64 column = 1;
+};
+
+// Where the character that stands at `offset` stands in the text; the offset may be that in the text without
+// its line breaks.
+TextPlace placeOf(const QString& text, qint64 offset, bool areBreaksCounted) {
+    TextPlace place;
     for (const QChar c : text) {
+        const bool isBreak = c == u'\n' || c == u'\r';
+        if ((areBreaksCounted || !isBreak) && --offset < 0) break;
         if (c == u'\n') {
-            ++finding.line;
-            finding.column = 1;
+            ++place.line;
+            place.column = 1;
         } else if (c != u'\r') {
-            if (--offset < 0) break;
-            ++finding.column;
+            ++place.column;
         }
     }
-    return finding;
+    return place;
 }
 
-void addRefusal(CheckReport& report, const FindingRule& rule, const QString& text, qint64 line = 0,
-                qint64 column = 0) {
+void addRefusal(CheckReport& report, const FindingRule& rule, const QString& text, TextPlace place = {0, 0}) {
     report.isImported = report.isExported = false;
     Finding finding;
     finding.kind = FindingKind::kImportRefused;
     finding.rule = &rule;
     finding.text = text;
-    finding.line = line;
-    finding.column = column;
+    finding.line = place.line;
+    finding.column = place.column;
     report.findings.push_back(finding);
 }
 
@@ -109,8 +110,8 @@ bool addNoDrawing(CheckReport& report, const QByteArray& bytes, const QString& t
     } else if (!tzsvg::withinLimits(text)) {
         addRefusal(report, kLimit, whichLimit(text));
     } else if (const auto error = syntaxErrorOf(text)) {
-        addRefusal(report, kNotWellFormed, QStringLiteral("not well-formed: ") + error->text, error->line,
-                   error->column);
+        addRefusal(report, kNotWellFormed, QStringLiteral("not well-formed: ") + error->text,
+                   placeOf(text, error->offset, true));
     } else {
         return false;
     }
@@ -130,12 +131,11 @@ void addUnreadable(CheckReport& report, const QByteArray& bytes, const QString& 
         addRefusal(report, kNotWellFormed, QStringLiteral("more than one document type"));
         return;
     }
-    const Finding place = placedInText(text, error->offset);
     addRefusal(
         report, kLineBreak,
         QStringLiteral("a line break joins words: lines are read with nothing between them, and then: ") +
             error->text,
-        place.line, place.column);
+        placeOf(text, error->offset, false));
 }
 
 void addUnreadableImage(CheckReport& report, const QByteArray& bytes) {

@@ -56,14 +56,12 @@ Reason SourceDocument::read(const QByteArray& bytes) {
     if (unreadable) return unreadable;
     QXmlStreamReader reader(text);
     reader.setNamespaceProcessing(false);
-    qint64 line = 1;
-    qint64 column = 1;
-    while (!reader.atEnd() && !reader.isStartElement()) {
-        line = reader.lineNumber();
-        column = reader.columnNumber() + 1;
-        reader.readNext();
-    }
+    while (!reader.atEnd() && !reader.isStartElement()) reader.readNext();
     if (reader.hasError()) return reasonOf(reader, text);
+    TagPlaces places(text);
+    places.moveTo(reader.characterOffset());
+    const qint64 line = places.line();
+    const qint64 column = places.column();
     if (reader.name() != QLatin1String("svg") && !reader.qualifiedName().endsWith(QLatin1String(":svg"))) {
         return {Refusal::kNotSvg,
                 QStringLiteral("no SVG: its root is the element \"%1\"").arg(reader.qualifiedName()), line,
@@ -71,7 +69,7 @@ Reason SourceDocument::read(const QByteArray& bytes) {
     }
     const Reason limited = limitReason(text);
     if (limited) return limited;
-    const Reason refused = TreeBuilder(reader, *storage_).build(line, column);
+    const Reason refused = TreeBuilder(reader, *storage_, places).build();
     if (refused) return refused;
     if (reader.hasError()) return reasonOf(reader, text);
     if (root().tag() != Tag::kSvg) {

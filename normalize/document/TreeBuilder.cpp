@@ -25,17 +25,16 @@ bool keepsText(Tag tag) {
 
 }  // namespace
 
-Reason TreeBuilder::build(qint64 line, qint64 column) {
-    startElement(line, column);
+Reason TreeBuilder::build() {
+    startElement();
     while (!reader_.atEnd()) {
-        line = reader_.lineNumber();
-        column = reader_.columnNumber() + 1;
         switch (reader_.readNext()) {
             case QXmlStreamReader::StartElement:
                 if (storage_.elements.size() >= SourceDocument::kMaxElements)
                     return {Refusal::kTooManyElements,
                             QStringLiteral("it has more than %1 elements").arg(SourceDocument::kMaxElements)};
-                startElement(line, column);
+                places_.moveTo(reader_.characterOffset());
+                startElement();
                 break;
             case QXmlStreamReader::EndElement:
                 endElement();
@@ -50,13 +49,13 @@ Reason TreeBuilder::build(qint64 line, qint64 column) {
     return {};
 }
 
-void TreeBuilder::startElement(qint64 line, qint64 column) {
+void TreeBuilder::startElement() {
     flushText();
     const QXmlStreamAttributes attributes = reader_.attributes();
     SourceElement& element = storage_.elements.emplace_back();
     element.index_ = uint32_t(storage_.elements.size() - 1);
-    element.line_ = uint32_t(line);
-    element.column_ = uint32_t(column);
+    element.line_ = uint32_t(places_.line());
+    element.column_ = uint32_t(places_.column());
     bool declares = false;
     for (const QXmlStreamAttribute& one : attributes) {
         const QStringView name = one.qualifiedName();

@@ -9,6 +9,7 @@
 
 #include "normalize/document/NamespaceScopes.h"
 #include "normalize/document/SourceDocument.h"
+#include "normalize/document/TagPlaces.h"
 #include "normalize/document/TextArena.h"
 
 namespace tznormalize {
@@ -26,11 +27,12 @@ class TreeBuilder {
   public:
     // The reader stands at the start tag of the root, and does not look after namespaces: drawings often use
     // prefixes that they do not declare, which renderers forgive.
-    TreeBuilder(QXmlStreamReader& reader, SourceDocument::Storage& storage)
-        : reader_(reader), storage_(storage) {}
+    // `places` stand at it, too.
+    TreeBuilder(QXmlStreamReader& reader, SourceDocument::Storage& storage, TagPlaces& places)
+        : reader_(reader), storage_(storage), places_(places) {}
 
-    // Reads to the end of the document. `line` and `column` are those of the root's "<".
-    Reason build(qint64 line, qint64 column);
+    // Reads to the end of the document.
+    Reason build();
 
   private:
     // An element whose end has not come.
@@ -45,7 +47,7 @@ class TreeBuilder {
         QStringView localName;
     };
 
-    void startElement(qint64 line, qint64 column);
+    void startElement();
     void endElement();
     void flushText();
     void readAttributes(SourceElement& element, const QXmlStreamAttributes& attributes);
@@ -56,6 +58,7 @@ class TreeBuilder {
 
     QXmlStreamReader& reader_;
     SourceDocument::Storage& storage_;
+    TagPlaces& places_;
     std::vector<Open> open_;
     NamespaceScopes scopes_;
     bool hasNamespace_ = true;  // the root has one

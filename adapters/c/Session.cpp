@@ -1,35 +1,11 @@
 // Opening a module, and callbacks.
 #include "adapters/c/Session.h"
 
-#include <dlfcn.h>
-
-#include <cstdlib>
-#include <filesystem>
-
 #include "adapters/c/Structs.h"
+#include "adapters/common/FindModule.h"
 
 namespace tzh {
 namespace {
-
-std::filesystem::path folderOfThisLibrary() {
-    Dl_info info{};
-    if (dladdr(reinterpret_cast<const void*>(&tzh_version), &info) == 0 || !info.dli_fname) return {};
-    std::error_code error;
-    const auto file = std::filesystem::canonical(info.dli_fname, error);
-    return error ? std::filesystem::path() : file.parent_path();
-}
-
-std::string defaultModule() {
-    // NOLINTNEXTLINE(concurrency-mt-unsafe): a program that changes its environment meanwhile is told so
-    const char* const named = std::getenv("TZSVG_MODULE");
-    if (named && *named) return named;
-    const std::filesystem::path folder = folderOfThisLibrary();
-    std::error_code error;
-    for (const auto& file : {folder / "tzsvg.so", folder / "tzsvg" / "tzsvg.so"}) {
-        if (std::filesystem::exists(file, error)) return file.native();
-    }
-    return (folder / "tzsvg.so").native();  // the error names it
-}
 
 std::string withoutLineEnd(std::string_view text) {
     if (!text.empty() && text.back() == '\n') text.remove_suffix(1);
@@ -109,7 +85,9 @@ TzhStatus tzh_session_open(TzhSession** session, const char* module) {
     return tzh::guarded([&] {
         tzh::require(session, "session is NULL");
         const std::string_view named = tzh::textOf(module, "module");
-        const std::string file = named.empty() ? tzh::defaultModule() : std::string(named);
+        const std::string file = named.empty()
+                                     ? tzadapter::findModule(reinterpret_cast<const void*>(&tzh_version))
+                                     : std::string(named);
         auto opened = std::make_unique<TzhSession>();
         opened->state = std::make_shared<tzh::SessionState>(file);
         *session = opened.release();

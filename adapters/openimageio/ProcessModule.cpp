@@ -1,0 +1,23 @@
+#include "adapters/openimageio/ProcessModule.h"
+
+#include "adapters/common/FindModule.h"
+#include "host/ModuleLibrary.h"
+
+namespace tzoiio {
+namespace {
+
+// Never ended: caches of the program's may ask for tiles, and let go of images, until its last static object
+// is gone.
+const tzhost::Session& session() {
+    static const auto* const kSession =
+        new tzhost::Session(tzadapter::findModule(reinterpret_cast<const void*>(&openDrawing)));
+    return *kSession;
+}
+
+}  // namespace
+
+tzhost::LoadedImage openDrawing(const OpenOptions& options) {
+    return tzhost::loadImage(session().host, options.file);
+}
+
+}  // namespace tzoiio

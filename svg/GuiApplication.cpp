@@ -38,6 +38,9 @@ bool hasOffscreenPlatform() {
 
 bool makeApplication() {
     if (!hasOffscreenPlatform()) return false;
+    // The host is no Qt program: nobody reads what Qt would say on stderr.
+    qInstallMessageHandler(
+        [](QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& /*text*/) {});
     const LocaleKeeper keeper;
     // The application keeps references to these.
     static char name[] = "tzsvg";
@@ -48,9 +51,6 @@ bool makeApplication() {
     // Never deleted: other users of the toolkit may rely on it by now, and static destructors run in no order
     // that would suit it.
     static QGuiApplication* const kApplication = new QGuiApplication(count, arguments);
-    // The host is no Qt program: nobody reads what Qt would say on stderr.
-    qInstallMessageHandler(
-        [](QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& /*text*/) {});
     return kApplication != nullptr;
 }
 

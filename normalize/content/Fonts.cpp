@@ -10,6 +10,7 @@
 #include <memory>
 #include <optional>
 
+#include "normalize/geometry/StrokeOutline.h"
 #include "normalize/style/Style.h"
 #include "normalize/text/Length.h"
 #include "normalize/text/NumberCursor.h"
@@ -23,6 +24,9 @@ constexpr const char* kDefaultFamily = "Times New Roman";
 // Spacing so small that it is not seen: spaced letters form no ligatures. Other renderers form none either,
 // and a letter is found as one.
 constexpr double kNoLigatures = 1.0 / 64.0;
+
+// A rim that makes letters bold, as wide as other programs make it.
+const StrokeForm kEmboldening = {kFontUnits / 24.0, LineCap::kButt, LineJoin::kMiter, 4.0, {}, 0.0};
 
 struct PatternDeleter {
     void operator()(FcPattern* pattern) const { FcPatternDestroy(pattern); }
@@ -106,7 +110,8 @@ const FcChar8* utf8(const QByteArray& text) {
 struct Match {
     QString family;
     bool isFirst = false;  // whether it is the first family wanted
-    int stretch = 100;     // of the face: Qt would stretch letters itself where it is not said
+    bool isEmboldened = false;
+    int stretch = 100;  // of the face: Qt would stretch letters itself where it is not said
 };
 
 // The face that fontconfig finds, which tries all families in turn, knows what stands for which and what
@@ -133,6 +138,9 @@ Match findFace(const Wanted& wanted) {
         if (i == 0) out.family = family;
     }
     FcPatternGetInteger(found.get(), FC_WIDTH, 0, &out.stretch);
+    FcBool isEmboldened = FcFalse;
+    out.isEmboldened =
+        FcPatternGetBool(found.get(), FC_EMBOLDEN, 0, &isEmboldened) == FcResultMatch && isEmboldened != 0;
     return out;
 }
 
@@ -153,6 +161,7 @@ Face makeFace(const Style& style, double letterSpacing, double wordSpacing) {
     const bool isNamed = !isGeneric(wanted.families.first()) && !style[Property::kFontFamily].isEmpty();
     if (isNamed) face.wanted = wanted.families.first();
     face.isSubstitute = isNamed && !match.isFirst;
+    face.isEmboldened = match.isEmboldened;
     face.font.setFamilies({match.family});
     face.font.setPixelSize(kFontUnits);
     face.font.setHintingPreference(QFont::PreferNoHinting);
@@ -202,13 +211,20 @@ const Face& Fonts::face(const Style& style) {
     return faces_.emplace(key, makeFace(style, letterSpacing, wordSpacing)).first->second;
 }
 
-const Path& Fonts::outline(const QRawFont& font, quint32 glyph) {
-    const auto isFont = [&](const Letters& one) { return one.font == font; };
-    auto letters = std::find_if(letters_.begin(), letters_.end(), isFont);
-    if (letters == letters_.end()) letters = letters_.insert(letters_.end(), Letters{font, {}});
+const Path& Fonts::outline(const QRawFont& font, quint32 glyph, bool isEmboldened) {
+    const auto isWanted = [&](const Letters& one) {
+        return one.isEmboldened == isEmboldened && one.font == font;
+    };
+    auto letters = std::find_if(letters_.begin(), letters_.end(), isWanted);
+    if (letters == letters_.end()) letters = letters_.insert(letters_.end(), Letters{font, isEmboldened, {}});
     const auto found = letters->outlines.find(glyph);
     if (found != letters->outlines.end()) return found->second;
-    return letters->outlines.emplace(glyph, pathOf(font.pathForGlyph(glyph))).first->second;
+    Path path = pathOf(font.pathForGlyph(glyph));
+    if (isEmboldened && !path.isEmpty()) {
+        path.append(strokeOutline(path, kEmboldening));
+        path.map(Matrix::translation(kEmboldening.width / 2.0, -kEmboldening.width / 2.0));
+    }
+    return letters->outlines.emplace(glyph, std::move(path)).first->second;
 }
 
 }  // namespace tznormalize

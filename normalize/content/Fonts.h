@@ -19,6 +19,7 @@ struct Face {
     QString wanted;     // the first family asked for that is no generic one; empty when there is none
     QString found;      // the family that stands for it
     bool isSubstitute;  // whether `found` is another than `wanted`
+    bool isEmboldened;  // bold letters are to be made of others, for there are none
 };
 
 // Pixels for one em: so many that hinting and rounding to pixels do not matter.
@@ -32,11 +33,12 @@ class Fonts {
 
     // The outline of a glyph in font units, its origin at (0, 0), y downwards; empty for what has none, such
     // as blanks and coloured pictures of letters.
-    const Path& outline(const QRawFont& font, quint32 glyph);
+    const Path& outline(const QRawFont& font, quint32 glyph, bool isEmboldened);
 
   private:
     struct Letters {
         QRawFont font;
+        bool isEmboldened;
         std::unordered_map<quint32, Path> outlines;
     };
 

@@ -17,10 +17,21 @@ double fontNumber(const QRawFont& font, const char* table, int offset, double ot
     return qFromBigEndian<qint16>(bytes.constData() + offset) / font.unitsPerEm();
 }
 
+bool hasRightToLeft(const QString& text) {
+    return std::any_of(text.begin(), text.end(), [](QChar c) {
+        const QChar::Direction direction = c.direction();
+        return direction == QChar::DirR || direction == QChar::DirAL || direction == QChar::DirRLE ||
+               direction == QChar::DirRLO || direction == QChar::DirRLI || c.isHighSurrogate();
+    });
+}
+
+// Measuring walks over the line once for each letter.
+constexpr int kLongestMixed = 2000;
+
 }  // namespace
 
 ShapedRun::ShapedRun(const QString& words, const Face& face, double fontSize, bool isRightToLeft)
-    : scale_(fontSize / kFontUnits) {
+    : scale_(fontSize / kFontUnits), isEmboldened_(face.isEmboldened) {
     QTextOption option;
     option.setUseDesignMetrics(true);
     option.setWrapMode(QTextOption::NoWrap);
@@ -35,11 +46,28 @@ ShapedRun::ShapedRun(const QString& words, const Face& face, double fontSize, bo
     line_ = layout_.createLine();
     line_.setNumColumns(int(words.size()));
     layout_.endLayout();
+    width_ = measure();
+}
+
+// Qt's own width has a margin for letters that lean over their end. In text of both directions an end of the
+// line may be at any letter.
+double ShapedRun::measure() const {
+    const QString text = layout_.text();
+    if (!hasRightToLeft(text)) return extent(0, length()).width;
+    if (text.size() > kLongestMixed) return line_.naturalTextWidth() * scale_;
+    double least = 0.0;
+    double most = 0.0;
+    for (int at = 0; at < length(); ++at) {
+        const Extent letter = extent(at, at + 1);
+        least = at == 0 ? letter.left : std::min(least, letter.left);
+        most = at == 0 ? letter.left + letter.width : std::max(most, letter.left + letter.width);
+    }
+    return most - least;
 }
 
 ShapedRun::Extent ShapedRun::extent(int from, int to) const {
     const double a = line_.cursorToX(from) * scale_;
-    const double b = line_.cursorToX(to) * scale_;
+    const double b = line_.cursorToX(to - 1, QTextLine::Trailing) * scale_;
     return {std::min(a, b), std::abs(b - a)};
 }
 
@@ -52,21 +80,17 @@ Path ShapedRun::outline(Fonts& fonts, int from, int to) const {
         const QVector<QPointF> positions = run.positions();
         for (int i = 0; i < int(std::min(glyphs.size(), positions.size())); ++i) {
             const QPointF at = positions[i] - QPointF(0.0, line_.y() + line_.ascent());
-            out.append(fonts.outline(font, glyphs[i])
+            out.append(fonts.outline(font, glyphs[i], isEmboldened_)
                            .mapped({scale_, 0.0, 0.0, scale_, at.x() * scale_, at.y() * scale_}));
         }
     }
     return out;
 }
 
-int ShapedRun::missing() const {
-    int count = 0;
+bool ShapedRun::lacksGlyphs() const {
     const QList<QGlyphRun> runs = line_.glyphRuns();
-    for (const QGlyphRun& run : runs) {
-        const QVector<quint32> glyphs = run.glyphIndexes();
-        count += int(std::count(glyphs.begin(), glyphs.end(), 0U));
-    }
-    return count;
+    return std::any_of(runs.begin(), runs.end(),
+                       [](const QGlyphRun& run) { return run.glyphIndexes().contains(0U); });
 }
 
 // Offsets of the OpenType tables "post" and "OS/2"; the shares are those of common fonts.
@@ -74,7 +98,7 @@ ShapedRun::Line ShapedRun::underline() const {
     const QRawFont font = QRawFont::fromFont(layout_.font());
     const double em = scale_ * kFontUnits;
     const double thickness = fontNumber(font, "post", 10, 0.05) * em;
-    return {-fontNumber(font, "post", 8, -0.1) * em - thickness / 2.0, thickness};
+    return {-fontNumber(font, "post", 8, -0.1) * em, thickness};
 }
 
 ShapedRun::Line ShapedRun::overline() const {

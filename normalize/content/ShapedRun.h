@@ -16,7 +16,7 @@ class ShapedRun {
   public:
     ShapedRun(const QString& words, const Face& face, double fontSize, bool isRightToLeft);
 
-    double width() const { return line_.naturalTextWidth() * scale_; }
+    double width() const { return width_; }
     int length() const { return int(layout_.text().size()); }
 
     // The first letter behind `at` that is written apart from it: accents belong to their letters.
@@ -31,8 +31,8 @@ class ShapedRun {
     // The outline of letters; the run's own origin.
     Path outline(Fonts& fonts, int from, int to) const;
 
-    // How many of its characters no font has: boxes are drawn for them.
-    int missing() const;
+    // Whether no font has some of its characters: boxes are drawn for them.
+    bool lacksGlyphs() const;
 
     // Lines along the letters: the rectangle of each, over the width given.
     struct Line {
@@ -47,9 +47,13 @@ class ShapedRun {
     double xHeight() const;
 
   private:
+    double measure() const;
+
     QTextLayout layout_;
     QTextLine line_;
     double scale_;  // from font units to user units
+    bool isEmboldened_;
+    double width_ = 0.0;
 };
 
 }  // namespace tznormalize

@@ -17,10 +17,12 @@ bool isVertical(const Style& style) {
     return mode.startsWith(u"tb") || mode.startsWith(u"vertical");
 }
 
-// By how much the baseline lies below the line that the text is aligned by.
-double alignmentShift(const Style& style, const ShapedRun& run) {
+// By how much the baseline lies below the line that the text is aligned by. Vertical text stands centred on
+// its line.
+double alignmentShift(const Style& style, const ShapedRun& run, bool isVertical) {
     QStringView line = style[Property::kAlignmentBaseline];
     if (line.isEmpty() || line == u"auto" || line == u"baseline") line = style[Property::kDominantBaseline];
+    if (isVertical && (line.isEmpty() || line == u"auto")) line = u"central";
     if (line == u"middle") return run.xHeight() / 2.0;
     if (line == u"central") return (run.ascent() - run.descent()) / 2.0;
     if (line == u"hanging") return 0.8 * run.ascent();
@@ -50,7 +52,11 @@ class Placer {
         : conversion_(conversion),
           content_(content),
           cut_(cutText(conversion, content)),
-          isVertical_(isVertical(content.spans[0].place.style)) {}
+          isVertical_(isVertical(content.spans[0].place.style)) {
+        if (isVertical_)
+            addNote(conversion, NoteCode::kApproximated, *content.spans[0].element,
+                    QStringLiteral("all letters of the vertical text lie on their sides"));
+    }
 
     std::vector<TextPart> place() {
         std::vector<TextPiece>& pieces = cut_.pieces;
@@ -128,7 +134,7 @@ class Placer {
 
     double acrossShift(const TextPiece& piece) const {
         const TextSpan& span = spanOf(piece);
-        return alignmentShift(span.place.style, *piece.run) - span.lift;
+        return alignmentShift(span.place.style, *piece.run, isVertical_) - span.lift;
     }
 
     static void setMatrix(TextPiece& piece, const Point& point, double direction) {

@@ -77,6 +77,9 @@ class Cutter {
             std::make_unique<ShapedRun>(content_.words.mid(int(part.from), int(part.to - part.from)), face,
                                         style.fontSize(), isRightToLeft(span)));
         const ShapedRun& run = *out_.runs.back();
+        if (run.lacksGlyphs())
+            addNote(conversion_, NoteCode::kApproximated, *span.element,
+                    QStringLiteral("no font has some of its letters; boxes stand for them"));
         int from = 0;
         for (int at = 0; at < run.length();) {
             const int next = std::max(run.next(at), at + 1);

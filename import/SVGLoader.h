@@ -59,7 +59,6 @@ class SVGLoader : public CTzSceneLoader {
 
     // The polygon that the current element created last; none before it creates one. A tag for an element
     // that made no polygon has nowhere to go.
-    std::optional<uint32_t> lastPolygon() const { return lastPolygon_; }
     void setLastPolygon(std::optional<uint32_t> polygon) { lastPolygon_ = polygon; }
 
     // Sets a tag on the polygon created last, if there is one and the text is not empty. Throws

@@ -21,7 +21,7 @@ std::array<float, 256> makeChannels() {
 
 BareRenderer::BareRenderer(const std::filesystem::path& picture)
     : renderer_(QString::fromStdString(picture.native())) {
-    if (!renderer_.isValid()) throw std::runtime_error("the toolkit cannot draw " + picture.native());
+    if (!renderer_.isValid()) throw std::runtime_error("Qt cannot draw " + picture.native());
 }
 
 QImage BareRenderer::draw(uint32_t levelSide, uint32_t column, uint32_t row) {

@@ -1,4 +1,4 @@
-// The floor of all tile work: a loaded renderer of the toolkit's draws a part of a picture, and the pixels
+// The floor of all tile work: a loaded renderer of Qt's draws a part of a picture, and the pixels
 // become floats. No cache, no lock, no host.
 #pragma once
 

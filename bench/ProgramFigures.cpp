@@ -1,5 +1,5 @@
 // Whole runs of tzhost on a million shapes, process start, scene file and exit included, against the module's
-// own seconds for the same work; and their memory against the toolkit's tree.
+// own seconds for the same work; and their memory against Qt's tree.
 #include <algorithm>
 #include <functional>
 #include <map>

@@ -45,7 +45,7 @@ Line pyramid(const Documents& documents, PictureKind kind) {
         double ours = 1e9;
         double floor = 1e9;
         uint64_t tiles = 0;
-        // The host's drawing makes the application object that the toolkit wants.
+        // The host's drawing makes the application object that Qt wants.
         constexpr int kPasses = 3;
         constexpr double kEnough = 6.0;
         double spent = 0.0;

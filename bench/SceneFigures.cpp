@@ -1,4 +1,4 @@
-// Import and export: against the bare toolkit, and how their own share grows with the document.
+// Import and export: against bare Qt, and how their own share grows with the document.
 #include <algorithm>
 #include <string>
 
@@ -27,7 +27,7 @@ constexpr Sized kScenes[] = {
 };
 
 // Microseconds for one shape, of a million shapes against ten thousand. An import takes no longer than the
-// toolkit's tree, so there is nothing beyond that to compare: all of it is.
+// Qt's tree, so there is nothing beyond that to compare: all of it is.
 Line importGrowth(const Documents& documents, SceneKind kind) {
     const auto each = [&](uint32_t shapes) {
         return 1e6 * sceneRun(documents, kind, shapes).import / shapes;
@@ -35,7 +35,7 @@ Line importGrowth(const Documents& documents, SceneKind kind) {
     return ratio(each(kMost), each(10000));
 }
 
-// Of an export what it takes beyond the toolkit's save. What is less than a quarter of that is not told from
+// Of an export what it takes beyond Qt's save. What is less than a quarter of that is not told from
 // nothing, and counts as a quarter: by so much single passes of a million shapes differ.
 Line exportGrowth(const Documents& documents, SceneKind kind, double SceneRun::*ours) {
     const auto each = [&](uint32_t shapes) {

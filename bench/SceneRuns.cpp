@@ -42,7 +42,7 @@ double leastOf(int repetitions, const std::function<double()>& seconds) {
     return least;
 }
 
-// The text that the toolkit gets: lines joined, as the import joins them.
+// The text that Qt gets: lines joined, as the import joins them.
 QString textOf(const fs::path& file) {
     QFile in(QString::fromStdString(file.native()));
     if (!in.open(QIODevice::ReadOnly)) throw std::runtime_error("cannot read " + file.native());
@@ -50,7 +50,7 @@ QString textOf(const fs::path& file) {
 }
 
 void parse(QDomDocument& document, const QString& text) {
-    if (!document.setContent(text, false)) throw std::runtime_error("the toolkit cannot read the document");
+    if (!document.setContent(text, false)) throw std::runtime_error("Qt cannot read the document");
 }
 
 std::vector<double> bareParse(const fs::path& file, int repetitions) {

@@ -1,4 +1,4 @@
-// See the header. Tested by tests/export/ChildOrderTest.cpp against placing one by one.
+// Tested by tests/export/ChildOrderTest.cpp against placing one by one.
 #include "export/ChildOrder.h"
 
 #include <algorithm>

@@ -1,4 +1,3 @@
-// See the header.
 #include "export/CoordinateText.h"
 
 #include <algorithm>
@@ -6,7 +5,7 @@
 namespace tzsvg {
 namespace {
 
-// A number in the toolkit's format in plain decimal: d.ddde+XX is written out.
+// A number in Qt's format in plain decimal: d.ddde+XX is written out.
 std::string withoutExponent(const std::string& number) {
     const size_t mark = number.find('e');
     if (mark == std::string::npos) return number;
@@ -48,7 +47,7 @@ char* CoordinateText::makeRoom(size_t size) {
     return room_.data() + used_;
 }
 
-// False, with nothing appended, when one of the numbers takes the toolkit.
+// False, with nothing appended, when one of the numbers takes Qt.
 bool CoordinateText::appendFast(double x, double y) {
     char* const start = makeRoom(2 * kRealRoom);
     char* end = writeReal(start, x);

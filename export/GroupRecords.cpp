@@ -1,4 +1,4 @@
-// See the header. A record is  g=id{1}parent{root}attributes{id="a" class="b"};  with "attributes{...}" left
+// A record is  g=id{1}parent{root}attributes{id="a" class="b"};  with "attributes{...}" left
 // out when the group has none. Tested by tests/export/GroupRecordsTest.cpp.
 #include "export/GroupRecords.h"
 
@@ -40,7 +40,7 @@ QString unescaped(QStringView text) {
     }
 }
 
-// Of XML: the toolkit's parser takes every other white space, a no-break space for one, for part of a name.
+// Of XML: Qt's parser takes every other white space, a no-break space for one, for part of a name.
 bool isSpace(QChar c) {
     return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r';
 }

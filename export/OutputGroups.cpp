@@ -1,4 +1,3 @@
-// See the header. Built by the groups step of the saver; asked by the polygon writers.
 #include "export/OutputGroups.h"
 
 #include "export/GroupRecords.h"

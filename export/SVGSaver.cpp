@@ -1,4 +1,4 @@
-// See the header. The story of a save: declaration and document type, root and stored blocks, groups, meshes,
+// The story of a save: declaration and document type, root and stored blocks, groups, meshes,
 // Illustrator data, and everything to the file.
 #include "export/SVGSaver.h"
 

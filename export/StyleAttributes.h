@@ -17,7 +17,7 @@ void WriteStyleAttributes(SVGSaver& saver);
 // tells the two apart. StyleAttributes/strokeColour and Saver/scenes (style) pin it.
 std::string strokeColour(const std::string& text);
 
-// The default stroke width as the toolkit prints it in an attribute, for a mesh of that largest extent.
+// The default stroke width as Qt prints it in an attribute, for a mesh of that largest extent.
 std::string defaultStrokeWidth(double largestExtent);
 
 }  // namespace tzsvg

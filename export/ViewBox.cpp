@@ -1,4 +1,3 @@
-// See the header.
 #include "export/ViewBox.h"
 
 #include <algorithm>

@@ -1,4 +1,3 @@
-// See the header.
 #include "hostsdk/CTzLineFormat.h"
 
 #include <array>

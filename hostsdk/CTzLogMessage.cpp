@@ -1,4 +1,3 @@
-// See the header. Used by every log message class of a module.
 #include "hostsdk/CTzLogMessage.h"
 
 CTzLogMessage::CTzLogMessage(CTzUser_Host host, std::string_view subsystem)

@@ -1,4 +1,4 @@
-// See the header. The host calls the four interface operations in order; the loader calls the rest.
+// The host calls the four interface operations in order; the loader calls the rest.
 #include "hostsdk/CTzSceneLoader.h"
 
 TzResult CTzSceneLoader::recognise(TzText fileName) noexcept {

@@ -1,4 +1,4 @@
-// See the header. The host calls the two interface operations; the saver calls the rest.
+// The host calls the two interface operations; the saver calls the rest.
 #include "hostsdk/CTzSceneSaver.h"
 
 #include <algorithm>

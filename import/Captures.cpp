@@ -1,4 +1,3 @@
-// See the header. Called by import/PackageCapture.cpp.
 #include "import/Captures.h"
 
 #include <QDomDocument>
@@ -152,7 +151,7 @@ QString captureDoctype(const XmlDocument& document) {
     QString text;
     QTextStream stream(&text);
     stream << "<!DOCTYPE " << type.name();
-    // An identifier is set when the toolkit has one, be it empty.
+    // An identifier is set when Qt has one, be it empty.
     if (!type.publicId().isNull()) {
         stream << " PUBLIC \"" << type.publicId() << '"';
         if (!type.systemId().isNull()) stream << " \"" << type.systemId() << '"';

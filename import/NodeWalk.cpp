@@ -1,4 +1,3 @@
-// See the header.
 #include "import/NodeWalk.h"
 
 #include <string>

@@ -1,4 +1,3 @@
-// See the header.
 #include "import/PackageCapture.h"
 
 #include "import/Captures.h"

@@ -1,4 +1,3 @@
-// See the header. Called by SVGLoader::recogniseFile().
 #include "import/Recognition.h"
 
 #include <QScopeGuard>

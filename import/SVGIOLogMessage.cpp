@@ -1,4 +1,3 @@
-// See the header. Called by the walk.
 #include "import/SVGIOLogMessage.h"
 
 #include <cstdio>

@@ -1,4 +1,4 @@
-// See the header. The story of a load: recognise, prepare, capture, walk, convert, tag.
+// The story of a load: recognise, prepare, capture, walk, convert, tag.
 #include "import/SVGLoader.h"
 
 #include <QScopeGuard>

@@ -1,4 +1,3 @@
-// See the header.
 #include "import/SVGLoaderPackage.h"
 
 #include <array>

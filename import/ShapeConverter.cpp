@@ -1,4 +1,4 @@
-// See the header. The point lists stand in the order in which the saver and other readers of the mesh expect
+// The point lists stand in the order in which the saver and other readers of the mesh expect
 // them: the outline's anchors and control points in turn.
 #include "import/ShapeConverter.h"
 

@@ -1,4 +1,3 @@
-// See the header.
 #include "svg/GuiApplication.h"
 
 #include <QFileInfo>
@@ -11,7 +10,7 @@
 namespace tzsvg {
 namespace {
 
-// The toolkit's application object sets the locale from the environment: the host's numbers would be read and
+// Qt's application object sets the locale from the environment: the host's numbers would be read and
 // written with another decimal mark from then on.
 class LocaleKeeper {
   public:
@@ -26,7 +25,7 @@ class LocaleKeeper {
     std::string locale_ = "C";
 };
 
-// The toolkit ends the process when it finds no platform plug-in, so it is loaded before it is relied on.
+// Qt ends the process when it finds no platform plug-in, so it is loaded before it is relied on.
 bool hasOffscreenPlatform() {
     const QStringList folders = QCoreApplication::libraryPaths();
     for (const QString& folder : folders) {
@@ -48,7 +47,7 @@ bool makeApplication() {
     static char platform[] = "offscreen";
     static char* arguments[] = {name, option, platform, nullptr};
     static int count = 3;
-    // Never deleted: other users of the toolkit may rely on it by now, and static destructors run in no order
+    // Never deleted: other users of Qt may rely on it by now, and static destructors run in no order
     // that would suit it.
     static QGuiApplication* const kApplication = new QGuiApplication(count, arguments);
     return kApplication != nullptr;

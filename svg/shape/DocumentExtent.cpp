@@ -1,4 +1,3 @@
-// See the header. Called once a load, before everything else.
 #include "svg/shape/DocumentExtent.h"
 
 #include <algorithm>

@@ -1,4 +1,3 @@
-// See the header. Used by the converters and the measuring of the document.
 #include "svg/shape/ElementTransform.h"
 
 #include "svg/text/TransformList.h"

@@ -1,4 +1,3 @@
-// See the header. Called by the converters and by the measuring of the document.
 #include "svg/shape/ShapeItem.h"
 
 #include <QPen>
@@ -10,7 +9,7 @@
 namespace tzsvg {
 namespace {
 
-// The toolkit's default pen is 1 wide and would widen the bounds of an item; they are the geometry's own
+// Qt's default pen is 1 wide and would widen the bounds of an item; they are the geometry's own
 // here.
 template <class Item, class... Arguments>
 std::unique_ptr<Item> makeItem(Arguments&&... arguments) {
@@ -44,7 +43,7 @@ bool pointsOf(const XmlNode& element, QVector<QPointF>& points) {
 
 }  // namespace
 
-// An item that holds the path also when it is a single point: the toolkit's constructor takes such a path for
+// An item that holds the path also when it is a single point: Qt's constructor takes such a path for
 // an empty one and drops it, and setPath() takes one at the origin for the path it has.
 std::unique_ptr<QGraphicsPathItem> makePathItem(const QPainterPath& path) {
     auto item = makeItem<QGraphicsPathItem>(path);

@@ -1,4 +1,4 @@
-// See the header. Called by the path data reader; tested by tests/text/PathDataTest.cpp.
+// Tested by tests/text/PathDataTest.cpp.
 #include "svg/text/Arc.h"
 
 #include <QTransform>

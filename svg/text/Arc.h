@@ -17,7 +17,7 @@ struct Arc {
 
 // Appends the arc from `start` to the path, in at most five cubics. Radii too small for the distance are
 // scaled up; with a radius of 0 the arc is a straight line, with its end at its start nothing. False when a
-// point comes out too large for the toolkit or not a number: the path is not usable then.
+// point comes out too large for Qt or not a number: the path is not usable then.
 //
 // The conversion from end points to a centre follows the implementation notes of SVG 1.1 (F.6.5, F.6.6),
 // carried out on the unit circle; trigonometry and roots are in single precision, which is part of the

@@ -1,4 +1,4 @@
-// See the header. Tested by tests/text/NumbersTest.cpp.
+// Tested by tests/text/NumbersTest.cpp.
 #include "svg/text/Length.h"
 
 #include <QStringView>

@@ -1,4 +1,4 @@
-// See the header. One reader object per text, one small function per command. Tested by
+// One reader object per text, one small function per command. Tested by
 // tests/text/PathDataTest.cpp.
 #include "svg/text/PathData.h"
 

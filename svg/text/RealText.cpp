@@ -1,5 +1,5 @@
-// See the header. Nearly every number lies between 0.0001 and 999999 and is no tie: it is scaled to six
-// digits before the point and rounded. Everything else goes to the toolkit. RealText/equalsToolkit pins that
+// Nearly every number lies between 0.0001 and 999999 and is no tie: it is scaled to six
+// digits before the point and rounded. Everything else goes to Qt. RealText/equalsToolkit pins that
 // both agree.
 #include "svg/text/RealText.h"
 
@@ -14,7 +14,7 @@ namespace tzsvg {
 namespace {
 
 constexpr int kDigits = 6;
-constexpr int kLargestExponent = 5;  // above it, and below -4, the toolkit prints an exponent
+constexpr int kLargestExponent = 5;  // above it, and below -4, Qt prints an exponent
 
 constexpr std::array<double, 10> kPowers = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
 constexpr std::array<double, 4> kInversePowers = {1e-1, 1e-2, 1e-3, 1e-4};

@@ -8,7 +8,7 @@
 
 namespace tzsvg {
 
-// A number as the toolkit's streams print it by default: 10.5, 123457, 1e+06, 1e-05.
+// A number as Qt's streams print it by default: 10.5, 123457, 1e+06, 1e-05.
 std::string realText(double value);
 
 // Room for what writeReal() writes, and may touch behind it.

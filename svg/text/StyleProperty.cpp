@@ -1,4 +1,4 @@
-// See the header. Neither a name nor a value holds a ";".
+// Neither a name nor a value holds a ";".
 #include "svg/text/StyleProperty.h"
 
 namespace tzsvg {

@@ -1,4 +1,4 @@
-// See the header. Tested by tests/text/ListsTest.cpp.
+// Tested by tests/text/ListsTest.cpp.
 #include "svg/text/TransformList.h"
 
 #include <array>

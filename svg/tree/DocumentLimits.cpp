@@ -1,4 +1,4 @@
-// See the header. Two scans: a bare one over the characters for nearly every document, and the toolkit's own
+// Two scans: a bare one over the characters for nearly every document, and Qt's own
 // stream reader for the few with an internal subset, whose entities and default attributes add elements and
 // attributes that the text does not show.
 #include "svg/tree/DocumentLimits.h"
@@ -105,7 +105,7 @@ class MarkupScan {
         return attributes_.add(attributes) ? DocumentLimit::kNone : DocumentLimit::kAttributes;
     }
 
-    // Whether a stretch refers to more entities of the document than kMaxReferences: the toolkit's reader
+    // Whether a stretch refers to more entities of the document than kMaxReferences: Qt's reader
     // expands a text, and a tag, as a whole before anybody can see how long it gets.
     bool tooManyReferences(qsizetype from, qsizetype to) const {
         if (!sawInternalSubset_) return false;
@@ -135,7 +135,7 @@ qint64 sizeOf(const QXmlStreamAttributes& attributes) {
     return size;
 }
 
-// The same limits by the toolkit's reader, which expands entities and bounds the expansion of each; and the
+// The same limits by Qt's reader, which expands entities and bounds the expansion of each; and the
 // limit on all expansions together: a reference of three characters stands for up to 4,096 of the reader's,
 // a default attribute is added to every element.
 DocumentLimit limitPassedExpanded(const QString& xml) {

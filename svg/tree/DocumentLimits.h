@@ -1,6 +1,6 @@
-// One streaming look at an XML text before a tree or a renderer is built from it: the toolkit's tree spends
+// One streaming look at an XML text before a tree or a renderer is built from it: Qt's tree spends
 // call stack on every level and quadratic time on an element's attributes. Called wherever text from
-// outside is about to be parsed by the toolkit.
+// outside is about to be parsed by Qt.
 #pragma once
 
 #include <QString>
@@ -10,7 +10,7 @@ namespace tzsvg {
 constexpr int kMaxElementDepth = 256;  // the root counts as level 1
 constexpr int kMaxAttributes = 4096;   // on one element
 
-// The toolkit compares an element's attributes in pairs. Elements of more than kManyAttributes attributes may
+// Qt compares an element's attributes in pairs. Elements of more than kManyAttributes attributes may
 // have this many pairs in all: eight of them may have all the attributes that an element may have.
 constexpr int kManyAttributes = 256;
 constexpr qint64 kMaxAttributePairs = qint64{8} * kMaxAttributes * kMaxAttributes;
@@ -20,7 +20,7 @@ constexpr qint64 kMaxAttributePairs = qint64{8} * kMaxAttributes * kMaxAttribute
 constexpr int kMaxExpansion = 16;                  // times the text
 constexpr qint64 kMaxAddedText = qint64{1} << 20;  // and this many characters, for small documents
 constexpr int kMaxReferences = 4096;               // to entities of the document, in one text or tag
-constexpr int kMaxDeclarations = 4096;             // of entities and notations: the toolkit lists them slowly
+constexpr int kMaxDeclarations = 4096;             // of entities and notations: Qt lists them slowly
 
 enum class DocumentLimit {
     kNone,

@@ -1,4 +1,3 @@
-// See the header. Called by the scene loader's recognition and by the image loader's look at a document.
 #include "svg/tree/DocumentText.h"
 
 #include <QFile>
@@ -13,7 +12,7 @@
 namespace tzsvg {
 namespace {
 
-// More than any drawing, and less than the toolkit's strings hold. Also where an endless device stops.
+// More than any drawing, and less than Qt's strings hold. Also where an endless device stops.
 constexpr qint64 kMaxFileBytes = qint64{1} << 30;
 
 // The encoding that the XML declaration at the start of the bytes names; empty when there is none.

@@ -10,7 +10,7 @@ namespace tzsvg {
 bool readFileBytes(const QString& fileName, QByteArray& bytes);
 
 // Decodes the bytes of an XML document by their byte order mark, else by the encoding that the XML
-// declaration names if the toolkit knows it, else as UTF-8. Bytes that are not valid become replacement
+// declaration names if Qt knows it, else as UTF-8. Bytes that are not valid become replacement
 // characters.
 QString decodeDocument(const QByteArray& bytes);
 

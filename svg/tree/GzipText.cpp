@@ -1,4 +1,3 @@
-// See the header.
 #include "svg/tree/GzipText.h"
 
 #include <zlib.h>

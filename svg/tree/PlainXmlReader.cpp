@@ -1,4 +1,3 @@
-// See the header.
 #include "svg/tree/PlainXmlReader.h"
 
 #include <algorithm>
@@ -40,7 +39,7 @@ Look lookAt(QStringView text) {
     const char16_t* const characters = text.utf16();
     for (qsizetype i = 0; i < text.size(); ++i) {
         const char16_t c = characters[i];
-        // Control characters, line breaks and what lies beyond the surrogates are left to the toolkit.
+        // Control characters, line breaks and what lies beyond the surrogates are left to Qt.
         const bool isPrintable = static_cast<uint16_t>(c - 0x20) < 0x7F - 0x20;
         const bool isBeyondAscii = static_cast<uint16_t>(c - 0xA0) < 0xD800 - 0xA0;
         const bool isTab = c == u'\t';

@@ -1,7 +1,7 @@
 // A quick reader for the texts that nearly all drawings are: elements, texts, comments, character data, a
-// document type without an internal subset. What is well-formed is the toolkit's reader to say: at anything
+// document type without an internal subset. What is well-formed is Qt's reader to say: at anything
 // that is not plainly so, and at the limits of svg/tree/DocumentLimits.h, this one gives up, and
-// XmlDocument takes the toolkit's from the start. Where it does not give up, both say the same; the toolkit's
+// XmlDocument takes Qt's from the start. Where it does not give up, both say the same; Qt's
 // takes several times as long, since it appends texts character by character.
 // XmlDocument/equalsTheToolkitsWithPlainTexts compares them.
 #pragma once

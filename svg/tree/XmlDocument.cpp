@@ -1,4 +1,3 @@
-// See the header. Read at recognition.
 #include "svg/tree/XmlDocument.h"
 
 #include <QXmlStreamReader>
@@ -12,7 +11,7 @@
 namespace tzsvg {
 namespace {
 
-// What the toolkit calls nodes without a name.
+// What Qt calls nodes without a name.
 struct FixedNames {
     const XmlName document{QStringLiteral("#document")};
     const XmlName text{QStringLiteral("#text")};
@@ -75,11 +74,11 @@ bool XmlDocument::build(Reader& reader, const QString& xml) {
     while (!reader.atEnd()) {
         switch (const QXmlStreamReader::TokenType token = reader.readNext()) {
             case QXmlStreamReader::StartDocument:
-                // The declaration is an instruction for the toolkit. Nobody asks what it says.
+                // The declaration is an instruction for Qt. Nobody asks what it says.
                 if (!reader.documentVersion().isEmpty()) addLeaf(NodeKind::kInstruction, named(u"xml"));
                 break;
             case QXmlStreamReader::DTD:
-                if (!prolog_.isEmpty()) return false;  // a second one, which the toolkit's tree refuses
+                if (!prolog_.isEmpty()) return false;  // a second one, which Qt's tree refuses
                 prolog_ = xml.left(static_cast<int>(reader.characterOffset()));
                 break;
             case QXmlStreamReader::StartElement:

@@ -1,4 +1,4 @@
-// A document as the import holds it: the nodes that the toolkit's QDomDocument would have, in a tenth of its
+// A document as the import holds it: the nodes that Qt's QDomDocument would have, in a tenth of its
 // room and a fraction of its time, because they are made together, found by code instead of by text, and let
 // go together. What is kept as text takes the form that Qt's tree would be saved in: svg/tree/SavedForm.h.
 #pragma once
@@ -20,7 +20,7 @@ class XmlDocument {
     XmlDocument& operator=(const XmlDocument&) = delete;
 
     // Reads a text, without namespaces: names keep their prefixes, declarations are attributes. Texts of
-    // nothing but white space are left out, as the toolkit does. False, and the document is empty, when the
+    // nothing but white space are left out, as Qt does. False, and the document is empty, when the
     // text is beyond the limits or not well-formed.
     bool read(const QString& xml);
 

@@ -1,4 +1,3 @@
-// See the header.
 #include "svg/tree/XmlReader.h"
 
 #include "svg/tree/DocumentLimits.h"

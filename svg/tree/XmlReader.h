@@ -1,4 +1,4 @@
-// The one way into the toolkit's streaming reader: for documents of the loader and stored fragments of the
+// The one way into Qt's streaming reader: for documents of the loader and stored fragments of the
 // saver.
 #pragma once
 

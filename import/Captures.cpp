@@ -7,8 +7,8 @@
 #include <array>
 
 #include "hostsdk/CTzError.h"
-#include "svg/tree/XmlReader.h"
 #include "svg/tree/SavedForm.h"
+#include "svg/tree/XmlReader.h"
 
 namespace tzsvg {
 namespace {

@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include "export/OutputGroups.h"
+#include "tests/common/Table.h"
 
 namespace tzsvg {
 namespace {
@@ -16,59 +17,28 @@ QString told(const std::vector<GroupRecord>& records) {
     for (const GroupRecord& record : records) {
         QString line = QString::number(record.number) + u'<' +
                        (record.parent ? QString::number(*record.parent) : QStringLiteral("root"));
-        for (const auto& [name, value] : record.attributes) line += u'|' + name + u'=' + value;
+        for (const auto& [name, value] : record.attributes) line += u',' + name + u'=' + value;
         lines.append(line);
     }
     return lines.join(u'\n');
 }
 
 TEST(GroupRecords, reads) {
-    struct Row {
-        const char* text;
-        const char* told;
-    };
-    for (const Row& row : std::vector<Row>{
-             {"", ""},
-             {"g=id{1}parent{root};", "1<root"},
-             {"g=id{1}parent{root};g=id{2}parent{1};", "1<root\n2<1"},
-             {"g=id{1}parent{root}attributes{};", "1<root"},  // a group with only a "transform"
-             {"g=id{1}parent{root}attributes{id=\"a\"fill=\"red\"};", "1<root|id=a|fill=red"},
-             {" g=id{1}parent{root}attributes{ id = \"a\"\n fill=\"red\" };\n", "1<root|id=a|fill=red"},
-             {"g=id{1}parent{root}attributes{id=\"};g=id{2}\"};", "1<root|id=};g=id{2}"},
-             {"g=id{1}parent{root}attributes{a}b=\"1\"}=\"2\"};", "1<root|a}b=1|}=2"},
-             {"g=id{1}parent{root}attributes{\u00A0a\u2003b\u00A0 =\"1\"};", "1<root|\u00A0a\u2003b\u00A0=1"},
-             {"g=id{1}parent{root}attributes{xlink:href=\"#x\"};", "1<root|xlink:href=#x"},
-             {"g=id{1}parent{root}attributes{t=\"&lt;&gt;&amp;&quot;&apos;\"};", "1<root|t=<>&\"'"},
-             {"g=id{1}parent{root}attributes{t=\"&#xa;&#65;&#x1F600;\"};", "1<root|t=\nA\xF0\x9F\x98\x80"},
-             {"g=id{1}parent{root}attributes{t=\"& &foo; &#; &#xD800; &#x110000; &\"};",
-              "1<root|t=& &foo; &#; &#xD800; &#x110000; &"},
-             {"g=id{4294967295}parent{0};", "4294967295<0"},
-         }) {
+    for (const auto& row : readTable("export/group-records.txt", 2)) {
         std::vector<GroupRecord> records;
-        EXPECT_TRUE(readGroupRecords(QString::fromUtf8(row.text), records)) << row.text;
-        EXPECT_EQ(told(records), QString::fromUtf8(row.told)) << row.text;
+        EXPECT_TRUE(readGroupRecords(QString::fromStdString(row[0]), records)) << row[0];
+        EXPECT_EQ(told(records).toStdString(), row[1]) << row[0];
     }
 }
 
 TEST(GroupRecords, refuses) {
-    for (const char* const text : {
-             "x",
-             "g=id{1}parent{root}",
-             "g=id{1}parent{root}attributes{id=\"a\"}",
-             "g=id{1}parent{root}attributes{id=\"a\";",
-             "g=id{1}parent{root}attributes{id=\"a};",
-             "g=id{1}parent{root}attributes{id=a};",
-             "g=id{1}parent{root}attributes{=\"a\"};",
-             "g=id{1}parent{root}attributes{a b=\"a\"};",
-             "g=id{1}parent{root}attributes{<=\"a\"};",
-             "g=id{}parent{root};",
-             "g=id{x}parent{root};",
-             "g=id{1}parent{};",
-             "g=id{-1}parent{root};",
-             "g=id{4294967296}parent{root};",
-             "g=id{1};",
-             "g=id{1}parent{root};junk",
-         }) {
+    for (const char* const text :
+         {"x", "g=id{1}parent{root}", "g=id{1}parent{root}attributes{id=\"a\"}",
+          "g=id{1}parent{root}attributes{id=\"a\";", "g=id{1}parent{root}attributes{id=\"a};",
+          "g=id{1}parent{root}attributes{id=a};", "g=id{1}parent{root}attributes{=\"a\"};",
+          "g=id{1}parent{root}attributes{a b=\"a\"};", "g=id{1}parent{root}attributes{<=\"a\"};",
+          "g=id{}parent{root};", "g=id{x}parent{root};", "g=id{1}parent{};", "g=id{-1}parent{root};",
+          "g=id{4294967296}parent{root};", "g=id{1};", "g=id{1}parent{root};junk"}) {
         std::vector<GroupRecord> records(1);
         EXPECT_FALSE(readGroupRecords(QString::fromUtf8(text), records)) << text;
         EXPECT_TRUE(records.empty()) << text;

@@ -3,11 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <functional>
-#include <sstream>
 #include <vector>
+
+#include "tests/common/TestFolder.h"
 
 namespace {
 
@@ -17,23 +16,9 @@ class CommaFormat : public CTzLineFormat {
     std::string_view separatorText() const override { return ","; }
 };
 
-std::string contentOf(const std::filesystem::path& file) {
-    std::ostringstream text;
-    text << std::ifstream(file).rdbuf();
-    return text.str();
-}
-
-class LineFormat : public testing::Test {
-  protected:
-    ~LineFormat() override { std::filesystem::remove(file_); }
-
-    const std::filesystem::path file_ =
-        std::filesystem::temp_directory_path() /
-        ("line-format-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) + "-" +
-         ::testing::UnitTest::GetInstance()->current_test_info()->name());
-};
-
-TEST_F(LineFormat, writes) {
+TEST(LineFormat, writes) {
+    const TestFolder folder;
+    const std::string file = (folder / "out.txt").native();
     struct Row {
         const char* name;
         std::function<void(CTzLineFormat&)> write;
@@ -66,23 +51,16 @@ TEST_F(LineFormat, writes) {
               "b"},
          }) {
         CommaFormat format;
-        ASSERT_TRUE(format.open(file_.native())) << row.name;
+        ASSERT_TRUE(format.open(file)) << row.name;
         row.write(format);
         EXPECT_FALSE(format.hasError()) << row.name;
         EXPECT_TRUE(format.close()) << row.name;
-        EXPECT_EQ(contentOf(file_), row.text) << row.name;
+        EXPECT_EQ(folder.read("out.txt"), row.text) << row.name;
     }
 }
 
-TEST_F(LineFormat, plainFormatHasNoSeparator) {
-    CTzLineFormat format;
-    ASSERT_TRUE(format.open(file_.native()));
-    format.writeInteger(1, true), format.writeInteger(2, true);
-    EXPECT_TRUE(format.close());
-    EXPECT_EQ(contentOf(file_), "12");
-}
-
-TEST_F(LineFormat, lostOutputIsAnError) {
+TEST(LineFormat, lostOutputIsAnError) {
+    const TestFolder folder;
     CTzLineFormat format;
     EXPECT_FALSE(format.open("/nowhere/at/all"));
     EXPECT_TRUE(format.hasError());
@@ -97,7 +75,7 @@ TEST_F(LineFormat, lostOutputIsAnError) {
     format.writeText("a");
     EXPECT_FALSE(format.close());
 
-    ASSERT_TRUE(format.open(file_.native()));  // starts anew
+    ASSERT_TRUE(format.open((folder / "out.txt").native()));  // starts anew
     EXPECT_FALSE(format.hasError());
     EXPECT_TRUE(format.close());
     format.writeText("into a closed file");

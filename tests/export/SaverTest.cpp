@@ -16,8 +16,10 @@
 #include "host/scenefile/SceneReader.h"
 #include "hostsdk/CTzText.h"
 #include "hostsdk/ITzSceneSaver.h"
-#include "tests/host/Recorder.h"
-#include "tests/host/TestFolder.h"
+#include "tests/common/Recorder.h"
+#include "tests/common/SceneText.h"
+#include "tests/common/Table.h"
+#include "tests/common/TestFolder.h"
 
 namespace tzhost {
 namespace {
@@ -46,16 +48,18 @@ std::string told(const std::string& file) {
     return file.substr(0, file.find("<!-- ")) + tree.toStdString();
 }
 
-std::string contentOf(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
 class Saver : public testing::Test {
   protected:
     ScenePtr sceneOf(const std::string& name) {
         ScenePtr scene = session_.host.makeScene();
         readSceneFile(*scene, std::filesystem::path(SCENES_FOLDER) / (name + ".json"));
+        return scene;
+    }
+
+    // A scene of these items of a scene file.
+    ScenePtr made(const std::string& items) {
+        ScenePtr scene = session_.host.makeScene();
+        readSceneFile(*scene, folder_.write("scene.json", document(items)));
         return scene;
     }
 
@@ -90,17 +94,10 @@ TEST_F(Saver, scenes) {
          {"planes", "viewbox", "style", "kinds", "subpaths", "zorder", "package", "two-packages"}) {
         const ScenePtr scene = sceneOf(name);
         const std::string file = exported(scene);
-        EXPECT_EQ(told(file),
-                  told(contentOf(std::filesystem::path(SCENES_FOLDER) / (std::string(name) + ".svg"))))
-            << name;
+        std::ifstream drawing(std::filesystem::path(SCENES_FOLDER) / (std::string(name) + ".svg"));
+        EXPECT_EQ(told(file), told({std::istreambuf_iterator<char>(drawing), {}})) << name;
         EXPECT_EQ(exported(scene, {true}), file) << name << ": the preparatory pass changes the output";
     }
-}
-
-TEST_F(Saver, emptySceneHasNoViewBox) {
-    EXPECT_EQ(told(exported(session_.host.makeScene())),
-              told("<?xml version=\"1.0\"?>\n<!-- SVG file output by VANTO --><svg "
-                   "xmlns=\"http://www.w3.org/2000/svg\" xmlns:xlink=\"http://www.w3.org/1999/xlink\"/>"));
 }
 
 // The first mesh is flipped about its extent along the plane's vertical axis, wherever it lies.
@@ -112,12 +109,8 @@ TEST_F(Saver, flipsTheFirstMesh) {
     for (const Row& row : {Row{"[1,40,9],[2,40,9],[2,47,9]", "1,-33 2,-33 2,-40 "},
                            Row{"[9,1,40],[9,2,40],[9,2,47]", "1,-33 2,-33 2,-40 "},
                            Row{"[40,9,1],[40,9,2],[47,9,2]", "1,-33 2,-33 2,-40 "}}) {
-        const ScenePtr scene = session_.host.makeScene();
-        readSceneFile(*scene, folder_.write("scene.json",
-                                            std::string(R"({"format":"tzscene","version":1,"items":[)"
-                                                        R"({"type":"mesh","name":"M","points":[)") +
-                                                row.points +
-                                                R"(],"polygons":[{"type":"LINE","vertices":[0,1,2]}]}]})"));
+        const ScenePtr scene = made(std::string(R"({"type":"mesh","name":"M","points":[)") + row.points +
+                                    R"(],"polygons":[{"type":"LINE","vertices":[0,1,2]}]})");
         EXPECT_NE(exported(scene).find(row.written), std::string::npos) << row.points;
     }
 }
@@ -138,18 +131,14 @@ TEST_F(Saver, savesAgain) {
 // A mesh that cannot be written fails the save only when it is the last; the others are in the file all the
 // same.
 TEST_F(Saver, lastMeshDecides) {
-    const auto scene = [&](const std::vector<std::string>& polygons) {
+    const auto scene = [&](const std::vector<std::string>& meshes) {
         std::string items;
-        for (const std::string& polygon : polygons) {
-            if (!items.empty()) items += ',';
-            items += R"({"type":"mesh","name":"M","points":[[0,0,0],[1,0,0],[1,1,0]],"polygons":[)";
-            items += polygon;
-            items += "]}";
+        for (const std::string& polygons : meshes) {
+            items += items.empty() ? "" : ",";
+            items += R"({"type":"mesh","name":"M","points":[[0,0,0],[1,0,0],[1,1,0]],"polygons":[)" +
+                     polygons + "]}";
         }
-        ScenePtr made = session_.host.makeScene();
-        readSceneFile(*made, folder_.write("scene.json",
-                                           R"({"format":"tzscene","version":1,"items":[)" + items + "]}"));
-        return made;
+        return made(items);
     };
     const std::string good = R"({"type":"LINE","vertices":[0,1]})";
     const std::string noKind = R"({"type":"LINE","vertices":[0,1],"tags":{"PRIM":""}})";
@@ -177,95 +166,27 @@ TEST_F(Saver, lastMeshDecides) {
     }
 }
 
-TEST_F(Saver, storedTexts) {
-    const std::string deep = [] {
-        std::string text;
-        for (int i = 0; i < 100'000; ++i) text += "<g>";
-        for (int i = 0; i < 100'000; ++i) text += "</g>";
-        return text;
-    }();
-    struct Row {
-        const char* channel;
-        std::string text;
-        bool good;
-    };
-    for (const Row& row : std::vector<Row>{
-             {"svgrootdef", "<svg version='1'/>", true},
-             {"svgrootdef", "<a><svg/></a>", true},
-             {"svgrootdef", "unusable", false},
-             {"svgrootdef", "<a/>", false},
-             {"svgrootdef", "<svg><svg/></svg>", false},
-             {"svgrootdef", " ", false},
-             {"svgrootdef", "<svg>" + deep + "</svg>", false},
-             {"svgdefs", "<g/>text<!-- a -->", true},
-             {"svgdefs", " ", false},
-             {"svgdefs", "<g>", false},
-             {"svgdefs", "<svg/>", false},
-             {"svgdefs", "</svg><svg>", false},
-             {"svgdefs", deep, false},
-             {"clipdefs", "<clipPath/>", true},
-             {"clipdefs", "<clipPath", false},
-             {"clipdefs", "\n", false},
-             {"clipdefs", deep, false},
-             {"groupdefs", "g=id{1}parent{root};", true},
-             {"groupdefs", "g=id{1}parent{2};", false},
-             {"groupdefs", "<g/>", false},
-             {"svgillustratorcdata", " \n", true},
-             {"svgillustratorcdata", "text", true},
-             {"svgillustratorcdata", "<i:pgf>", false},
-             {"svgillustratorcdata", deep, false},
-             {"svgdoctype", "<!DOCTYPE svg>", true},
-         }) {
-        ScenePtr drawn = session_.host.makeScene();
-        ItemData data;
-        data.type = kTzItemMesh;
-        data.name = "Drawn";
-        const TzPoint points[] = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}};
-        const uint32_t vertices[] = {0, 1, 2};
-        data.mesh.addPoints(points, 3);
-        data.mesh.addPolygon(kTzPolygonLine, vertices, 3);
-        Item& mesh = drawn->addItem(std::move(data));
-        mesh.attachPackage("svgloader.package");
-        mesh.putChannel(row.channel, row.text);
+const char* const kTriangle = R"({"type":"mesh","name":"M","packages":["svgloader.package"],"points":[[0,0,0],
+    [1,0,0],[1,1,0]],"polygons":[{"type":"LINE","vertices":[0,1,2]}]})";
 
-        EXPECT_EQ(saveDirectly(drawn), row.good ? kTzOk : kTzFailed)
-            << row.channel << ": " << row.text.substr(0, 60);
+TEST_F(Saver, storedTexts) {
+    const std::string deep = repeated("<g>", 100'000) + repeated("</g>", 100'000);
+    auto rows = readTable("export/stored-texts.txt", 3);
+    for (const char* const channel : {"svgdefs", "clipdefs", "svgillustratorcdata"})
+        rows.push_back({channel, deep, "false"});
+    rows.push_back({"svgrootdef", "<svg>" + deep + "</svg>", "false"});
+    for (const auto& row : rows) {
+        const ScenePtr drawn = made(kTriangle);
+        drawn->items()[0]->putChannel(row[0], row[1]);
+        const bool good = row[2] == "true";
+        EXPECT_EQ(saveDirectly(drawn), good ? kTzOk : kTzFailed) << row[0] << ": " << row[1].substr(0, 60);
         const std::string left = folder_.read("direct.svg");
-        if (row.good) {
+        if (good) {
             EXPECT_EQ(told(left).rfind("not well-formed", 0), std::string::npos) << left;
         } else {
-            EXPECT_EQ(left, "<?xml version=\"1.0\"?>\n") << row.channel;
+            EXPECT_EQ(left, "<?xml version=\"1.0\"?>\n") << row[0];
         }
     }
-}
-
-// A host that fails one call: what the save answers, and what it leaves.
-TEST_F(Saver, failingHost) {
-    ServiceGate& gate = session_.host.gate();
-    // Fails the first call of an operation.
-    const auto codeWithout = [&](const std::string& operation, const std::function<TzResult()>& work) {
-        for (uint64_t call = 1;; ++call) {
-            gate.failCall(call);
-            const TzResult code = work();
-            gate.ignoreCalls();
-            if (gate.failedOperation() == operation) return code;
-            EXPECT_NE(gate.failedOperation(), "") << operation << " is never called";
-            if (gate.failedOperation().empty()) return code;
-        }
-    };
-    const ScenePtr scene = sceneOf("two-packages");
-    for (const uint32_t flags : {0U, kTzSavePreparatoryPass}) {
-        EXPECT_EQ(codeWithout("ITzItem::channel", [&] { return saveDirectly(scene, flags); }), kTzFailed);
-        EXPECT_EQ(folder_.read("direct.svg"), "<?xml version=\"1.0\"?>\n");
-    }
-    EXPECT_EQ(codeWithout("ITzMesh::bounds", [&] { return saveDirectly(scene); }), kTzOk);
-    const std::string file = folder_.read("direct.svg");
-    EXPECT_EQ(file.find("id=\"plain\""), std::string::npos);
-    EXPECT_NE(file.find("id=\"of one\""), std::string::npos);
-
-    const auto saver = session_.host.servers().spawn<ITzSceneSaver>("SVG_SceneSaver");
-    for (const char* const operation : {"ITzHost::service", "ITzMessages::post"})
-        EXPECT_EQ(codeWithout(operation, [&] { return saver->verify(scene.get()); }), kTzOk);
 }
 
 // Ends of split paths without starts repeat what came before: the output may not grow with the square.
@@ -299,15 +220,6 @@ TEST_F(Saver, messagesAndArguments) {
 TEST_F(Saver, fullDisk) {
     EXPECT_EQ(exportCode(sceneOf("package"), "/dev/full"), kTzFailed);
     EXPECT_EQ(exportCode(session_.host.makeScene(), "/dev/full"), kTzFailed);  // less than a buffer
-}
-
-TEST_F(Saver, existingFileSurvives) {
-    const std::filesystem::path file = folder_.write("out.svg", "as it was");
-    const ScenePtr scene = sceneOf("package");
-    scene->items().front()->putChannel("svgrootdef", "unusable");
-    EXPECT_EQ(exportCode(scene, file), kTzFailed);
-    EXPECT_EQ(folder_.read("out.svg"), "as it was");
-    EXPECT_EQ(folder_.names(), std::vector<std::string>{"out.svg"});
 }
 
 }  // namespace

@@ -3,13 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstring>
 
 #include "host/SceneLoading.h"
 #include "host/core/OperationError.h"
-#include "tests/host/Recorder.h"
-#include "tests/host/TestFolder.h"
+#include "tests/common/Recorder.h"
+#include "tests/common/TestFolder.h"
 
 using namespace tzhost;
 
@@ -112,35 +111,6 @@ TEST_F(ProbeTest, KeepsLogLinesEachOnALineOfItsOwn) {
     EXPECT_EQ("load/save error", recorder_->headings.at(2));
 }
 
-// Each service call of an import fails once: the import ends with that code, and the next one works.
-TEST_F(ProbeTest, SurvivesTheFailureOfEveryServiceCall) {
-    std::vector<std::string> failed;
-    for (uint64_t call = 1;; ++call) {
-        ASSERT_LT(call, 100U) << "the calls never end";
-        host_.gate().failCall(call);
-        const std::string result = import("triangle\nlog\n");
-        if (host_.gate().callsCounted() < call) {
-            EXPECT_EQ("", result);
-            break;
-        }
-        failed.push_back(host_.gate().failedOperation());
-        EXPECT_NE(std::string::npos, result.find("0x80000001")) << failed.back() << ": " << result;
-        EXPECT_TRUE(scene_->items().empty()) << failed.back();
-        host_.gate().ignoreCalls();
-        EXPECT_EQ("", import("triangle\n")) << "after " << failed.back();
-        scene_->truncate(0);
-    }
-    for (const char* operation :
-         {"ITzScene::createItem", "ITzItem::addPackage", "ITzMesh::addPoints", "ITzMesh::addPolygon",
-          "ITzMesh::setPolygonTag", "ITzItem::setTag", "ITzItem::setChannel", "ITzHost::service",
-          "ITzLogService::openEntry", "ITzLogWriter::append", "ITzMonitor::initialise", "ITzMonitor::step"}) {
-        EXPECT_EQ(1, std::min<ptrdiff_t>(1, std::count(failed.begin(), failed.end(), operation)))
-            << operation;
-    }
-    scene_ = {};
-    EXPECT_EQ(Texts{}, module_.unload()) << "something was not released on the way of a failure";
-}
-
 TEST_F(ProbeTest, ReportsWhatIsNotReleasedAtUnload) {
     ASSERT_EQ("", import("leak\n"));
     ITzItem* const leaked = scene_->items()[0].get();
@@ -148,11 +118,6 @@ TEST_F(ProbeTest, ReportsWhatIsNotReleasedAtUnload) {
     EXPECT_EQ(Texts{"item: 1 reference not released"}, module_.unload());
     // The library stays open for it: its package instance can still be called.
     EXPECT_EQ(0U, leaked->release());
-}
-
-TEST_F(ProbeTest, RecordsCallsOffTheHostThread) {
-    EXPECT_EQ("", import("thread\n"));
-    EXPECT_EQ((std::map<std::string, uint32_t>{{"ITzItem::setTag", 1}}), host_.gate().misuses());
 }
 
 }  // namespace

@@ -4,8 +4,10 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <fstream>
+
 #include "host/core/OperationError.h"
-#include "tests/host/TestFolder.h"
+#include "tests/common/TestFolder.h"
 
 using namespace tzhost;
 

@@ -3,10 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "host/Host.h"
-#include "host/scenefile/SceneReader.h"
+#include "host/scene/TagName.h"
 #include "hostsdk/CTzError.h"
-#include "tests/host/TestFolder.h"
+#include "tests/common/Table.h"
+#include "tests/common/TestFolder.h"
 
 using namespace tzhost;
 
@@ -14,15 +17,30 @@ namespace {
 
 constexpr int kSide = 200;
 
+struct Shape {
+    std::vector<uint32_t> vertices;
+    std::string tags;  // "FILL=red;OPAC=1"
+    TzTagId type = kTzPolygonLine;
+};
+
 // Draws polygons over the corners of a 100-square, and of a 40-square in its middle, lower left first, ccw.
-QImage draw(const std::string& polygons) {
-    const TestFolder folder;
+QImage draw(const std::vector<Shape>& shapes, const std::string& definitions = {}) {
     const Host host;
     const ScenePtr scene = host.makeScene();
-    readSceneFile(*scene, folder.write("scene.json", R"({"format": "tzscene", "version": 1, "items": [
-        {"type": "mesh", "name": "m", "points": [[0, 0, 0], [100, 0, 0], [100, 100, 0], [0, 100, 0],
-         [30, 30, 0], [70, 30, 0], [70, 70, 0], [30, 70, 0]], "polygons": [)" +
-                                                         polygons + "]}]}"));
+    ItemData item;
+    item.type = kTzItemMesh;
+    item.channels = {{"svgdefs", definitions}};
+    const TzPoint points[] = {{0, 0, 0},   {100, 0, 0}, {100, 100, 0}, {0, 100, 0},
+                              {30, 30, 0}, {70, 30, 0}, {70, 70, 0},   {30, 70, 0}};
+    item.mesh.addPoints(points, 8);
+    for (const Shape& shape : shapes) {
+        const uint32_t polygon = item.mesh.addPolygon(shape.type, shape.vertices.data(),
+                                                      static_cast<uint32_t>(shape.vertices.size()));
+        std::istringstream tags(shape.tags);
+        for (std::string tag; std::getline(tags, tag, ';');)
+            item.mesh.setTag(polygon, tagFromName(tag.substr(0, 4)).value(), tag.substr(5));
+    }
+    scene->addItem(std::move(item));
     return drawScene(*scene, kSide);
 }
 
@@ -36,72 +54,97 @@ std::string at(const QImage& image, double x, double y) {
         .toStdString();
 }
 
+// A place is "x,y".
+std::string at(const QImage& image, const std::string& place) {
+    return at(image, std::stod(place), std::stod(place.substr(place.find(',') + 1)));
+}
+
 TEST(Preview, PaintsByTags) {
-    struct Row {
-        const char* tags;
-        const char* middle;
-    };
-    const Row rows[] = {
-        {R"("X   ": "")", "#000000"},
-        {R"("FILL": "#f00")", "#ff0000"},
-        {R"("FILL": " teal ")", "#008080"},
-        {R"_("FILL": "rgb(0, 100%, 255)")_", "#00ffff"},
-        {R"("FILL": "rgb: 1 0 0")", "#ff0000"},
-        {R"("FILL": "none")", "#ffffff"},
-        {R"("FILL": "no colour")", "#000000"},
-        {R"("FILL": "#0000ff", "FILO": "0")", "#ffffff"},
-        {R"("FILL": "#0000ff", "OPAC": "0%")", "#ffffff"},
-        {R"("FILL": "none", "LCOL": "lime", "LWID": "80px")", "#ffffff"},
-        {R"("FILL": "none", "LCOL": "lime", "LWID": "120px")", "#00ff00"},
-        {R"("FILL": "none", "LCOL": "lime", "LWID": "1e999")", "#00ff00"},
-    };
-    for (const Row& row : rows) {
-        const QImage image = draw(R"({"type": "LINE", "vertices": [0, 1, 1, 2, 2, 3, 3, 0], "tags": {)" +
-                                  std::string(row.tags) + "}}");
+    for (const auto& row : readTable("host/preview-paints.txt", 2)) {
+        const QImage image = draw({{{0, 1, 1, 2, 2, 3, 3, 0}, row[0]}});
         EXPECT_EQ(QSize(kSide, kSide), image.size());
-        EXPECT_EQ(row.middle, at(image, 50, 50)) << row.tags;
+        EXPECT_EQ(row[1], at(image, 50, 50)) << row[0];
+    }
+}
+
+// Red up to the middle of a gradient, blue behind it.
+TEST(Preview, PaintsGradients) {
+    const auto picture = [](const std::string& gradient, const char* stop, const std::string& tags) {
+        return draw({{{0, 1, 2, 3, 0}, tags}}, "<stop offset='1'/><" + gradient +
+                                                   " id='a'><stop offset='50%' stop-color='#ff0000'" + stop +
+                                                   "/><stop offset='.501' style='x:y; stop-color: blue'/></" +
+                                                   gradient.substr(0, gradient.find(' ')) + ">");
+    };
+    for (const auto& row : readTable("host/preview-gradients.txt", 4)) {
+        const QImage image = picture(row[0], "", row[1]);
+        EXPECT_EQ("#ff0000", at(image, row[2])) << row[0] << row[1];
+        EXPECT_EQ("#0000ff", at(image, row[3])) << row[0] << row[1];
+    }
+    EXPECT_EQ("#ffffff", at(picture("linearGradient", " stop-opacity='0'", "FILL=url(#a)"), 20, 50));
+    EXPECT_EQ("#ffcccc", at(picture("linearGradient", "", "FILL=url(#a);FILO=.2"), 20, 50));
+}
+
+// A wide stroke from the left to the right, and up: what its start, its corner and its pattern look like.
+TEST(Preview, StrokesByTags) {
+    for (const auto& row : readTable("host/preview-strokes.txt", 3)) {
+        const QImage image =
+            draw({{{0, 1, 2, 3, 0}, "FILL=none"}, {{4, 5, 6}, "FILL=none;LCOL=red;LWID=20;" + row[0]}});
+        EXPECT_EQ(row[2] == "drawn" ? "#ff0000" : "#ffffff", at(image, row[1])) << row[0] << ' ' << row[1];
     }
 }
 
 TEST(Preview, FillsThePolygonsOfAPathTogether) {
-    const std::string outer =
-        R"({"type": "LINE", "vertices": [0, 1, 2, 3, 0], "tags": {"SPAT": "start{1}"}},)";
-    const std::string hole = R"({"type": "LINE", "vertices": [7, 6, 5, 4, 7], "tags": {"SPAT": "end{1}"}})";
-    const QImage image = draw(outer + hole);
-    EXPECT_EQ("#ffffff", at(image, 50, 50));
-    EXPECT_EQ("#000000", at(image, 10, 50));
+    struct Row {
+        std::vector<uint32_t> inner;
+        const char* rule;
+        const char* middle;
+    };
+    const std::vector<uint32_t> same = {4, 5, 6, 7, 4};
+    const std::vector<uint32_t> opposite = {7, 6, 5, 4, 7};
+    for (const Row& row : {Row{same, "", "#000000"}, Row{opposite, "", "#ffffff"},
+                           Row{same, ";FILR=evenodd", "#ffffff"}, Row{same, ";FILR=nonzero", "#000000"}}) {
+        const std::string rule = row.rule;
+        const QImage image = draw({{{0, 1, 2, 3, 0}, "SPAT=start{1}" + rule},
+                                   {{0, 0}, "SPAT={1}" + rule},
+                                   {row.inner, "SPAT=end{1}" + rule}});
+        EXPECT_EQ(row.middle, at(image, 50, 50)) << rule;
+        EXPECT_EQ("#000000", at(image, 10, 50));
+    }
 }
 
 // Each dash takes memory: where there are too many, a whole line is drawn.
 TEST(Preview, BoundsDashes) {
-    std::string vertices = "0, 1";
-    for (int i = 0; i < 10000; ++i) vertices += ", 0, 1";
-    const std::string tags = R"("FILL": "none", "LCOL": "red", "LWID": "6", "DARR": ")";
-    const auto line = [&](const std::string& along, const std::string& dashes) {
-        return draw(R"({"type": "LINE", "vertices": [)" + along + "], \"tags\": {" + tags + dashes +
-                    R"("}})");
-    };
-    EXPECT_EQ(at(line("0, 1", "0.1, 9.9"), 55, 0), "#ffffff");
-    EXPECT_EQ(at(line(vertices, "0.1, 9.9"), 55, 0), "#ff0000");
+    std::vector<uint32_t> vertices = {0, 1};
+    const std::string tags = "FILL=none;LCOL=red;LWID=6;DARR=0.1, 9.9";
+    EXPECT_EQ(at(draw({{vertices, tags}}), 55, 0), "#ffffff");
+    for (int i = 0; i < 10000; ++i) vertices.insert(vertices.end(), {0, 1});
+    EXPECT_EQ(at(draw({{vertices, tags}}), 55, 0), "#ff0000");
 }
 
 TEST(Preview, TurnsYDownwards) {
-    const QImage image = draw(R"({"type": "BEZR", "vertices": [0, 0, 1, 1, 1, 2, 2]})");
+    const QImage image = draw({{{0, 0, 1, 1, 1, 2, 2}, "", kTzPolygonBezier}});
     EXPECT_EQ("#000000", at(image, 80, 20));
     EXPECT_EQ("#ffffff", at(image, 20, 80));
+}
+
+TEST(Preview, DrawsCurves) {
+    const QImage image = draw({{{0, 3, 2, 1}, "", kTzPolygonBezier}});
+    EXPECT_EQ("#000000", at(image, 50, 70));
+    EXPECT_EQ("#ffffff", at(image, 50, 80)) << "the line between the control points";
 }
 
 TEST(Preview, DrawsScenesOfAnyExtent) {
     struct Row {
         const char* what;
         std::vector<TzPoint> points;
-        QSize size;
+        QSize size;  // empty: refused
     };
     const Row rows[] = {
         {"nothing", {}, {16, 16}},
         {"one point", {{5, 5, 0}}, {16, 16}},
         {"a line", {{0, 0, 0}, {1e-300, 0, 0}}, {200, 16}},
         {"far away", {{1e300, 1e300, 0}, {1.5e300, 1.25e300, 0}}, {200, 108}},
+        {"beyond all numbers", {{-1.7e308, 0, 0}, {1.7e308, 0, 0}}, {}},
     };
     const Host host;
     for (const Row& row : rows) {
@@ -110,15 +153,12 @@ TEST(Preview, DrawsScenesOfAnyExtent) {
         item.type = kTzItemMesh;
         item.mesh.addPoints(row.points.data(), static_cast<uint32_t>(row.points.size()));
         scene->addItem(std::move(item));
-        EXPECT_EQ(row.size, drawScene(*scene, kSide).size()) << row.what;
+        if (row.size.isEmpty()) {
+            EXPECT_THROW(drawScene(*scene, kSide), CTzError);
+        } else {
+            EXPECT_EQ(row.size, drawScene(*scene, kSide).size()) << row.what;
+        }
     }
-    const ScenePtr scene = host.makeScene();
-    ItemData item;
-    item.type = kTzItemMesh;
-    const TzPoint points[] = {{-1.7e308, 0, 0}, {1.7e308, 0, 0}};
-    item.mesh.addPoints(points, 2);
-    scene->addItem(std::move(item));
-    EXPECT_THROW(drawScene(*scene, kSide), CTzError);
 }
 
 }  // namespace

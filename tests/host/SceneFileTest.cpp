@@ -4,6 +4,7 @@
 #include <cfloat>
 #include <cmath>
 #include <cstring>
+#include <map>
 #include <random>
 
 #include "host/Host.h"
@@ -12,123 +13,41 @@
 #include "host/scenefile/SceneReader.h"
 #include "host/scenefile/SceneWriter.h"
 #include "hostsdk/CTzText.h"
-#include "tests/host/SceneText.h"
-#include "tests/host/TestFolder.h"
+#include "tests/common/SceneText.h"
+#include "tests/common/Table.h"
+#include "tests/common/TestFolder.h"
 
 using namespace tzhost;
 
 namespace {
 
-struct Refused {
-    const char* what;
-    std::string text;
-    const char* reason;  // must be part of the message
-};
-
-const std::vector<Refused>& refusals() {
-    static const std::vector<Refused> kRows = {
-        // The document
-        {"empty file", "", "line 1, column 1"},
-        {"no JSON", "<svg/>", "line 1, column 1"},
-        {"cut short", document("").substr(0, 40), "parse error"},
-        {"something after the end", document("") + "x", "parse error"},
-        {"NUL after the end", document("") + std::string("\0x", 2), "parse error at line 1, column 49"},
-        {"something after a byte order mark's end", "\xEF\xBB\xBF\xEF\xBB\xBF" + document(""),
-         "line 1, column 4"},
-        {"half a byte order mark", "\xEF\xBB" + document(""), "line 1, column 3"},
-        {"an array", "[]", "expected an object"},
-        {"other format", R"({"format": "scene", "version": 1, "items": []})",
-         "format: expected the text \"tzscene\""},
-        {"other version", R"({"format": "tzscene", "version": 2, "items": []})",
-         "version: expected the number 1"},
-        {"no version", R"({"format": "tzscene", "items": []})", "key \"version\" is missing"},
-        {"no items", R"({"format": "tzscene", "version": 1})", "key \"items\" is missing"},
-        {"unknown key", R"({"format": "tzscene", "colour": 1})", "unknown key \"colour\""},
-        {"key twice", R"({"format": "tzscene", "format": "tzscene"})", "key \"format\" appears twice"},
-        {"not UTF-8", document("{\"name\": \"a\xFF\"}"), "ill-formed UTF-8"},
-        {"lone surrogate", document(R"({"name": "\ud800"})"), "surrogate"},
-        {"lone low surrogate", document(R"({"name": "\udc00"})"), "items[0].name: ill-formed UTF-8"},
-        {"lone low surrogate in a key", document(R"({"\udfff": ""})"), "items[0]: ill-formed UTF-8"},
-        {"surrogates the wrong way round", document(R"({"name": "\ude00\ud83d"})"), "surrogate"},
-        {"overlong", document("{\"name\": \"\xC0\x80\"}"), "ill-formed UTF-8"},
-        {"control character", document("{\"name\": \"a\n\"}"), "line 1, column 58"},
-        {"NUL", document(std::string("{\"name\": \"a\0\"}", 14)), "line 1, column 58"},
-        {"comment", "/**/" + document(""), "line 1, column 1"},
-        {"comma after the last", document(R"({"type": "a", "name": "b"},)"), "parse error"},
-        {"objects forever", mesh("\"tags\": {\"A   \": " + std::string(1'000'000, '{')), "expected a text"},
-        {"deep nesting", document(std::string(1'000'000, '[')), "items[0]: expected an object"},
-        {"deep objects in an unknown key", document(R"({"a": {"a": {"a": 1}}})"), "unknown key \"a\""},
-        // Items
-        {"item is a number", document("1"), "items[0]: expected an object"},
-        {"no type", document(R"({"name": "m"})"), "items[0]: key \"type\" is missing"},
-        {"no name", document(R"({"type": "mesh"})"), "items[0]: key \"name\" is missing"},
-        {"empty type", document(R"({"type": "", "name": ""})"), "items[0].type: is empty"},
-        {"type is null", document(R"({"type": null})"), "items[0].type: expected a text"},
-        {"unknown key in an item", mesh(R"("colour\n": 1)"), "items[0]: unknown key \"colour\\x0A\""},
-        {"key twice in an item", mesh(R"("name": "n")"), "items[0]: key \"name\" appears twice"},
-        {"points on a camera", document(R"({"type": "camera", "name": "c", "points": [[0, 0, 0]]})"),
-         "only an item"},
-        {"tags is an array", mesh(R"("tags": [])"), "items[0].tags: expected an object"},
-        {"tag name too short", mesh(R"("tags": {"VBO": ""})"), "tag name \"VBO\" is not four ASCII"},
-        {"tag name not ASCII", mesh(R"("tags": {"VBä": ""})"), "is not four ASCII"},
-        {"tag twice", mesh(R"("tags": {"VBOX": "", "A   ": "", "VBOX": ""})"), "key \"VBOX\" appears twice"},
-        {"tag is a number", mesh(R"("tags": {"VBOX": 1})"), "expected a text at key \"VBOX\""},
-        {"package is an object", mesh(R"("packages": [{}])"), "items[0].packages[0]: expected a text"},
-        {"package that nobody serves", mesh(R"("packages": ["x.package"])"),
-         "items[0]: package \"x.package\": not found"},
-        {"channel without package", mesh(R"("channels": {"text": ""})"),
-         "items[0]: channel \"text\": not found"},
-        {"channel twice", mesh(R"("channels": {"a": "", "a": ""})"), "key \"a\" appears twice"},
-        {"channel is a list", mesh(R"("channels": {"a": []})"), "expected a text at key \"a\""},
-        // Points
-        {"two coordinates", mesh(R"("points": [[1, 2]])"), "points[0]: expected three numbers"},
-        {"four coordinates", mesh(R"("points": [[0, 0, 0], [1, 2, 3, 4]])"),
-         "points[1]: expected three numbers"},
-        {"coordinate far too large", mesh(R"("points": [[1e999, 0, 0]])"),
-         "line 1, column 89: Number too big"},
-        {"coordinate too large", mesh(R"("points": [[0, 1.8e308, 0]])"), "points[0]: \"1.8e308\" is too big"},
-        {"coordinate is NaN", mesh(R"("points": [[NaN, 0, 0]])"), "parse error"},
-        {"coordinate is a text", mesh(R"("points": [["1", 0, 0]])"), "points[0]: expected three numbers"},
-        {"point is a number", mesh(R"("points": [1])"), "points[0]: expected an array of three numbers"},
-        // Polygons
-        {"polygon without type", polygons(R"({"vertices": []})"), "polygons[0]: key \"type\" is missing"},
-        {"polygon without vertices", polygons(R"({"type": "LINE"})"),
-         "polygons[0]: key \"vertices\" is missing"},
-        {"polygon type too long", polygons(R"({"type": "LINES"})"), "\"LINES\" is not four ASCII"},
-        {"unknown key in a polygon", polygons(R"({"typ": "LINE"})"), "polygons[0]: unknown key \"typ\""},
-        {"vertex beyond the points", polygons(R"({"type": "LINE", "vertices": [0, 1, 2]})"),
-         "polygons[0].vertices[2]: there is no point 2"},
-        {"negative vertex", polygons(R"({"type": "LINE", "vertices": [-1]})"),
-         "vertices[0]: there is no point -1"},
-        {"vertex beyond 32 bits", polygons(R"({"type": "LINE", "vertices": [4294967296]})"),
-         "no point 4294967296"},
-        {"vertex with a fraction", polygons(R"({"type": "LINE", "vertices": [1.0]})"),
-         "expected the index of a point"},
-        {"polygon tag twice", polygons(R"({"type": "LINE", "tags": {"FILL": "", "FILL": ""}})"),
-         "polygons[0].tags: key \"FILL\" appears twice"},
-        {"error in the second item", document(R"({"type": "mesh", "name": "a"}, {"type": "mesh"})"),
-         "items[1]: key"},
-    };
-    return kRows;
+void expectRefused(const std::string& text, const std::string& reason) {
+    const TestFolder folder;
+    const Host host;
+    const ScenePtr scene = host.makeScene();
+    const auto file = folder.write("scene.json", text);
+    try {
+        readSceneFile(*scene, file);
+        ADD_FAILURE() << text << ": was read";
+    } catch (const OperationError& error) {
+        const std::string message = error.what();
+        EXPECT_NE(std::string::npos, message.find(reason)) << message;
+        EXPECT_EQ(0U, message.find(file.native() + ": read: 0x8000000")) << message;
+        EXPECT_EQ(std::string::npos, message.find('\n')) << message;
+    }
+    EXPECT_TRUE(scene->items().empty()) << reason;
 }
 
 TEST(SceneFile, RefusesWithPlaceAndReason) {
-    const TestFolder folder;
-    const Host host;
-    for (const Refused& row : refusals()) {
-        const ScenePtr scene = host.makeScene();
-        const auto file = folder.write("scene.json", row.text);
-        try {
-            readSceneFile(*scene, file);
-            ADD_FAILURE() << row.what << ": was read";
-        } catch (const OperationError& error) {
-            const std::string message = error.what();
-            EXPECT_NE(std::string::npos, message.find(row.reason)) << row.what << ": " << message;
-            EXPECT_EQ(0U, message.find(file.native() + ": read: 0x8000000")) << row.what << ": " << message;
-            EXPECT_EQ(std::string::npos, message.find('\n')) << row.what;
-        }
-        EXPECT_TRUE(scene->items().empty()) << row.what << ": left items";
-    }
+    const std::map<std::string, std::string (*)(const std::string&)> kinds = {
+        {"document", document}, {"mesh", mesh}, {"polygons", polygons}, {"text", [](const std::string& text) {
+                                                                             return text;
+                                                                         }}};
+    for (const auto& row : readTable("host/refused-scene-files.txt", 3))
+        expectRefused(kinds.at(row[0])(row[1]), row[2]);
+    expectRefused(document("") + std::string("\0x", 2), "parse error at line 1, column 49");
+    expectRefused(mesh("\"tags\": {\"A   \": " + std::string(1'000'000, '{')), "expected a text");
+    expectRefused(document(std::string(1'000'000, '[')), "items[0]: expected an object");
 }
 
 TEST(SceneFile, TakesKeysInAnyOrderAndLeavesOutWhatIsEmpty) {

@@ -3,11 +3,12 @@
 
 #include <cmath>
 #include <functional>
-#include <limits>
 #include <thread>
 
 #include "host/Host.h"
+#include "hostsdk/CTzPolymorph.h"
 #include "hostsdk/CTzUser.h"
+#include "hostsdk/ITzPackage.h"
 
 using namespace tzhost;
 
@@ -32,15 +33,12 @@ class SceneTest : public ::testing::Test {
 };
 
 TEST_F(SceneTest, RefusesWhatCannotBe) {
-    const double infinity = std::numeric_limits<double>::infinity();
     const TzPoint good{1, 2, 3};
     const TzPoint bad[] = {{0, 0, 0}, {0, NAN, 0}};
-    const TzPoint endless{0, 0, -infinity};
     const uint32_t vertices[] = {0, 1};
     TzPoint twoPoints[2];
     const std::string broken = "a\xC3";
     uint32_t out = 0;
-    TzTagId type = 0;
     ITzItem* made = nullptr;
     const TzText text = tzText("x");
     const TzText notUtf8 = tzText(broken);
@@ -55,20 +53,13 @@ TEST_F(SceneTest, RefusesWhatCannotBe) {
     };
     const Row rows[] = {
         {"a coordinate that is no number", kTzInvalidArgument, mesh()->addPoints(bad, 2, &out)},
-        {"an infinite coordinate", kTzInvalidArgument, mesh()->addPoints(&endless, 1, &out)},
-        {"no points, but a count", kTzInvalidArgument, mesh()->addPoints(nullptr, 1, &out)},
-        {"no place for the index", kTzInvalidArgument, mesh()->addPoints(&good, 1, nullptr)},
         {"a vertex without point", kTzOutOfBounds, mesh()->addPolygon(kTzPolygonLine, vertices, 2, &out)},
-        {"a type that is not ASCII", kTzInvalidArgument, mesh()->addPolygon(0xE4424344U, vertices, 1, &out)},
         {"a tag on no polygon", kTzOutOfBounds, mesh()->setPolygonTag(1, tzTag("FILL"), text)},
         {"a tag text that is not UTF-8", kTzInvalidArgument,
          mesh()->setPolygonTag(0, tzTag("FILL"), notUtf8)},
-        {"a null text with a size", kTzInvalidArgument,
-         mesh()->setPolygonTag(0, tzTag("FILL"), {nullptr, 1})},
         {"a tag that is not set", kTzNotFound, mesh()->polygonTag(0, tzTag("FILL"), tzSinkTo(read))},
         {"a tag of no polygon", kTzOutOfBounds, mesh()->polygonTag(1, tzTag("FILL"), tzSinkTo(read))},
         {"points beyond the end", kTzOutOfBounds, mesh()->points(0, 2, twoPoints)},
-        {"info of no polygon", kTzOutOfBounds, mesh()->polygonInfo(1, &type, &out)},
         {"vertices beyond the end", kTzOutOfBounds, mesh()->vertices(0, 1, 1, &out)},
         {"an item tag text that is not UTF-8", kTzInvalidArgument, item()->setTag(tzTag("VBOX"), notUtf8)},
         {"an item tag that is not set", kTzNotFound, item()->tag(tzTag("VBOX"), tzSinkTo(read))},
@@ -76,7 +67,6 @@ TEST_F(SceneTest, RefusesWhatCannotBe) {
         {"a channel of no package", kTzNotFound, item()->setChannel(text, text)},
         {"an item beyond the last", kTzOutOfBounds, scene_->itemAt(1, &made)},
         {"an item type that is empty", kTzInvalidArgument, scene_->createItem(tzText(""), &out, &made)},
-        {"an item type that is not UTF-8", kTzInvalidArgument, scene_->createItem(notUtf8, &out, &made)},
     };
     for (const Row& row : rows) EXPECT_EQ(row.expected, row.actual) << row.what;
 
@@ -97,6 +87,45 @@ TEST_F(SceneTest, ReplacedTagsKeepTheirPlace) {
     ASSERT_EQ(2U, tags.size());
     EXPECT_EQ(tzTag("VBOX"), tags[0].id);
     EXPECT_EQ("changed", read([&](TzTextSink sink) { return item()->tag(tzTag("VBOX"), sink); }));
+}
+
+// A package of two channels, the second one's type as told.
+class TwoChannels : public ITzPackage {
+  public:
+    explicit TwoChannels(const CTzPtr<ITzHost>& /*host*/) {}
+    TzResult channelCount(uint32_t* count) noexcept override {
+        *count = 2;
+        return kTzOk;
+    }
+    TzResult channelAt(uint32_t index, TzTextSink name, TzTextSink type) noexcept override {
+        return tzGate([&] {
+            tzWrite(name, index == 0 ? "first" : "second");
+            tzWrite(type, index == 0 ? kTzChannelString : secondType);
+        });
+    }
+    static inline const char* secondType = "float";
+};
+
+TEST_F(SceneTest, TakesAPackageOnceAndOfTextChannelsOnly) {
+    const auto host = CTzPtr<ITzHost>::share(host_.object());
+    const auto factory = CTzPolymorph<TwoChannels, ITzPackage>::factory(host, nullptr);
+    const auto registry = CTzUser_Host(host).service<ITzServerRegistry>();
+    for (const char* const name : {"one", "other"})
+        ASSERT_EQ(kTzOk, registry->addServer(tzText(name), factory.get()));
+    const auto first = [&] {
+        return read([&](TzTextSink sink) { return item()->channel(tzText("first"), sink); });
+    };
+
+    EXPECT_EQ(kTzNotSupported, item()->addPackage(tzText("one")));
+    EXPECT_EQ(kTzNotFound, item()->setChannel(tzText("first"), tzText("x"))) << "half of it was kept";
+    TwoChannels::secondType = kTzChannelString;
+    EXPECT_EQ(kTzOk, item()->addPackage(tzText("one")));
+    EXPECT_EQ(kTzOk, item()->setChannel(tzText("first"), tzText("kept")));
+    EXPECT_EQ(kTzExists, item()->addPackage(tzText("one")));
+    EXPECT_EQ(kTzOk, item()->addPackage(tzText("other"))) << "two packages may share channels";
+    EXPECT_EQ("kept", first());
+    EXPECT_EQ(2U, scene_->items()[0]->data().packages.size());
+    EXPECT_EQ(2U, scene_->items()[0]->data().channels.size());
 }
 
 TEST_F(SceneTest, NamesItemsAfterTheirTypeOrTheFile) {

@@ -6,7 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <regex>
 
-#include "tests/host/ProgramRun.h"
+#include "tests/common/ProgramRun.h"
 
 namespace {
 
@@ -34,31 +34,7 @@ class ImageCommands : public ::testing::Test {
 }  // namespace
 
 TEST_F(ImageCommands, refuse) {
-    const struct {
-        const char* arguments;
-        int status;
-        const char* line;
-    } rows[] = {
-        {"image-info text.svg", 1, R"(text\.svg: recognise: 0x80000000 \(failed\))"},
-        {"image-info nowhere.svg", 1, R"(nowhere\.svg: open: 0x80000004 .*)"},
-        {"tile half.svg 0 256 0 out.png", 1, R"(half\.svg: tile: 0x80000015 \(out of bounds\))"},
-        {"tile half.svg 17 0 0 out.png", 1, R"(half\.svg: tile: 0x80000015 \(out of bounds\))"},
-        {"tile half.svg 0 0 0 out.jpg", 2, "OUT: .*"},
-        {"tile half.svg -1 0 0 out.png", 2, ".*"},
-        {"sample half.svg 16 65536 0", 1, R"(half\.svg: sample: 0x80000015 \(out of bounds\))"},
-        {"sample half.svg 17 0 0", 1, R"(half\.svg: sample: 0x80000015 \(out of bounds\))"},
-        {"pyramid text.svg out", 1, R"(text\.svg: recognise: 0x80000000 \(failed\))"},
-        {"pyramid half.svg text.svg", 1, R"(text\.svg: write: 0x80000000 .*)"},
-        {"pyramid half.svg out --max-level 17", 2, "--max-level: .*"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.arguments);
-        EXPECT_EQ(run(row.arguments), row.status);
-        const std::string error = folder_.read(".err");
-        EXPECT_TRUE(std::regex_match(error, std::regex("tzhost: " + std::string(row.line) + "\n"))) << error;
-        EXPECT_EQ(folder_.names(),
-                  (std::vector<std::string>{".err", ".out", "half.svg", "long.svg", "text.svg"}));
-    }
+    tzhost::expectRefusals(folder_, "image/refused-commands.txt");
 }
 
 TEST_F(ImageCommands, keepTheLogOfARefusal) {

@@ -8,7 +8,7 @@
 #include "host/Host.h"
 #include "hostsdk/CTzPolymorph.h"
 #include "hostsdk/CTzUser_Image.h"
-#include "tests/host/Recorder.h"
+#include "tests/common/Recorder.h"
 
 struct ImageHost {
     CTzPtr<ITzHost> object() const { return CTzPtr<ITzHost>::share(host.object()); }

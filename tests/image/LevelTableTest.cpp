@@ -3,47 +3,28 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "hostsdk/CTzError.h"
 #include "image/TileGeometry.h"
+#include "tests/common/Table.h"
 
 using namespace tzsvg;
 
-static bool operator==(const TzTileLevel& a, const TzTileLevel& b) {
-    return a.width == b.width && a.height == b.height && a.tileWidth == b.tileWidth &&
-           a.tileHeight == b.tileHeight;
+static TzSize sizeOf(const std::string& text) {
+    return {static_cast<uint32_t>(std::stoul(text)),
+            static_cast<uint32_t>(std::stoul(text.substr(text.find('x') + 1)))};
 }
-static std::ostream& operator<<(std::ostream& out, const TzTileLevel& l) {
-    return out << l.width << "x" << l.height << " tile " << l.tileWidth << "x" << l.tileHeight;
+
+static std::string textOf(uint32_t width, uint32_t height) {
+    return std::to_string(width) + 'x' + std::to_string(height);
 }
 
 TEST(LevelTable, levels) {
-    const struct {
-        TzSize document;
-        uint32_t key;
-        TzTileLevel level;
-    } rows[] = {
-        {{100, 50}, 0, {1, 1, 1, 1}},
-        {{100, 50}, 1, {2, 1, 1, 1}},
-        {{100, 50}, 7, {128, 64, 64, 64}},
-        {{100, 50}, 8, {256, 128, 256, 128}},
-        {{100, 50}, 16, {65536, 32768, 256, 256}},
-        {{300, 200}, 1, {2, 2, 2, 2}},
-        {{300, 200}, 7, {128, 86, 86, 86}},
-        {{300, 200}, 8, {256, 171, 256, 171}},
-        {{300, 200}, 16, {65536, 43691, 256, 256}},
-        {{256, 256}, 7, {128, 128, 128, 128}},
-        {{256, 256}, 9, {512, 512, 256, 256}},
-        // The short side of a very long document stays at one pixel, and its tiles too.
-        {{1, 1000}, 1, {1, 2, 1, 1}},
-        {{1, 1000}, 7, {1, 128, 1, 1}},
-        {{1, 1000}, 8, {1, 256, 1, 256}},
-        {{1, 1000}, 16, {66, 65536, 66, 256}},
-        {{1000000000, 1}, 16, {65536, 1, 256, 1}},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(::testing::Message()
-                     << row.document.width << "x" << row.document.height << " key " << row.key);
-        EXPECT_EQ(LevelTable(row.document).level(row.key), row.level);
+    for (const auto& row : readTable("image/levels.txt", 4)) {
+        const TzTileLevel level = LevelTable(sizeOf(row[0])).level(static_cast<uint32_t>(std::stoul(row[1])));
+        EXPECT_EQ(textOf(level.width, level.height), row[2]) << row[0] << ", " << row[1];
+        EXPECT_EQ(textOf(level.tileWidth, level.tileHeight), row[3]) << row[0] << ", " << row[1];
     }
 }
 
@@ -56,39 +37,17 @@ TEST(LevelTable, paddedSides) {
 
 // The required bounds test counts pixels of a tile, not tiles of the level.
 TEST(LevelTable, bounds) {
-    const struct {
-        TzSize document;
-        TileKey tile;
-        bool served;
-        TzSize size;
-    } rows[] = {
-        {{100, 50}, {16, 255, 127}, true, {256, 256}},
-        {{100, 50}, {16, 256, 0}, false, {}},
-        {{100, 50}, {16, 0, 255}, true, {256, 0}},  // beyond the level's 128 rows, and still served
-        {{100, 50}, {7, 1, 0}, true, {64, 64}},
-        {{100, 50}, {7, 63, 0}, true, {0, 64}},
-        {{100, 50}, {7, 64, 0}, false, {}},
-        {{300, 200}, {16, 0, 170}, true, {256, 171}},
-        {{300, 200}, {16, 0, 255}, true, {256, 171}},  // as the last row, though beyond it
-        {{300, 200}, {7, 1, 0}, true, {42, 86}},
-        {{100, 50}, {0, 0, 0}, true, {1, 1}},
-        {{100, 50}, {0, 1, 0}, false, {}},
-        {{1, 1000}, {7, 0, 1}, false, {}},  // the level has it, and it cannot be had
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(::testing::Message()
-                     << row.document.width << "x" << row.document.height << " key " << row.tile.level
-                     << " at " << row.tile.column << "," << row.tile.row);
-        const LevelTable levels(row.document);
+    for (const auto& row : readTable("image/tile-sizes.txt", 3)) {
+        TileKey tile{};
+        std::istringstream(row[1]) >> tile.level >> tile.column >> tile.row;
+        std::string told;
         try {
-            const TzSize size = levels.tileSize(row.tile);
-            EXPECT_TRUE(row.served);
-            EXPECT_EQ(size.width, row.size.width);
-            EXPECT_EQ(size.height, row.size.height);
+            const TzSize size = LevelTable(sizeOf(row[0])).tileSize(tile);
+            told = textOf(size.width, size.height);
         } catch (const CTzError& error) {
-            EXPECT_FALSE(row.served);
-            EXPECT_EQ(error.result(), kTzOutOfBounds);
+            told = error.result() == kTzOutOfBounds ? "refused" : "another error";
         }
+        EXPECT_EQ(told, row[2]) << row[0] << ", " << row[1];
     }
 }
 

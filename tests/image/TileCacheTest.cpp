@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <thread>
 
 #include "tests/image/ImageHost.h"
 
@@ -115,40 +114,4 @@ TEST_F(CacheTest, tilesOfAnOlderDocumentAreStale) {
     EXPECT_FALSE(request(2, 2));
     EXPECT_EQ(cache.bytes(), 3 * kTileBytes);  // a tile rendered again counts once
     EXPECT_EQ(host.imagesAlive(), 3);
-}
-
-// Every tile carries the end of its number as its size: a wrong or half-made one would show.
-TEST_F(CacheTest, manyThreads) {
-    // Half of the requests are for a few tiles that all want, the others hardly ever find theirs: as long as
-    // there are requests there are renders, which trims follow.
-    constexpr uint32_t kWanted = 20;
-    constexpr uint32_t kTiles = 100000;
-    std::vector<std::atomic<int>> rendering(kTiles);
-    std::atomic<int> renders{0};
-    std::atomic<int> wrong{0};
-    std::vector<std::thread> threads;
-    for (uint32_t t = 0; t < 8; ++t) {
-        threads.emplace_back([&, t] {
-            uint32_t random = t + 1;
-            for (int i = 0; i < 4000; ++i) {
-                random = random * 1664525U + 1013904223U;
-                const uint32_t tile = (random >> 8U) % (i % 2 == 0 ? kWanted : kTiles);
-                if (i % 10 == 0) pass(1s);
-                const auto got = cache.tile({16, tile, 0}, [&] {
-                    if (++rendering[tile] != 1) ++wrong;
-                    ++renders;
-                    TileCache::Rendered made{image(tile % 1000 + 1), kTileBytes, 1};
-                    --rendering[tile];
-                    return made;
-                });
-                TzSize size{};
-                got->size(&size);
-                if (size.width != tile % 1000 + 1) ++wrong;
-            }
-        });
-    }
-    for (std::thread& thread : threads) thread.join();
-    EXPECT_EQ(wrong, 0);
-    EXPECT_LT(host.imagesAlive(), renders);  // trims did happen
-    EXPECT_EQ(cache.bytes(), static_cast<uint64_t>(host.imagesAlive()) * kTileBytes);
 }

@@ -1,4 +1,5 @@
 // Shapes to polygons, through the loaded module: points, vertices, sub-paths, the y flip.
+#include "tests/common/Table.h"
 #include "tests/loader/LoaderFixture.h"
 
 namespace tzhost {
@@ -14,35 +15,8 @@ class ShapeConversion : public LoaderTest {
 };
 
 TEST_F(ShapeConversion, lines) {
-    struct Row {
-        const char* shape;
-        const char* vertices;
-    };
-    const Row rows[] = {
-        {"<line x1='1' y1='2' x2='3' y2='4'/>", "1,98 3,96"},
-        {"<polygon points='0,0 4,0 4,3'/>", "0,100 4,100 4,97 0,100"},
-        {"<polygon points='5,5'/>", "5,95 5,95"},
-        {"<polyline points='0,0 4,0 4,3'/>", "0,100 4,100 4,97"},
-        {"<polyline points='0,0'/>", "0,100"},
-        {"<polyline points=''/>", "none"},
-        {"<path d=''/>", "none"},
-        {"<rect x='1' width='2' height='3' transform='translate(10 0)'/>",
-         "11,100 13,100 13,100 13,97 13,97 11,97 11,97 11,100"},
-        {"<rect x='-50%' width='1'/>", "-0.5,100 0.5,100 0.5,100 0.5,100 0.5,100 -0.5,100 -0.5,100 -0.5,100"},
-        // What cannot be built fails the load.
-        {"<polygon points='1 2'/>", "refused"},
-        {"<polygon points='1,nan'/>", "refused"},
-        {"<path d='M0 0 L1'/>", "refused"},
-        {"<polyline/>", "refused"},
-        {"<line transform='turn(1)'/>", "refused"},
-        {"<g transform='turn(1)'><line/></g>", "refused"},
-        {"<line x1='1e999'/>", "refused"},
-        {"<rect y='3e9'/>", "refused"},  // a flip height of more than 32 bits
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.shape);
-        EXPECT_EQ(verticesOf(row.shape), row.vertices);
-    }
+    for (const auto& row : readTable("loader/conversions.txt", 2))
+        EXPECT_EQ(verticesOf(row[0]), row[1]) << row[0];
 }
 
 TEST_F(ShapeConversion, rectangle) {

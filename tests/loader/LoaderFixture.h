@@ -11,8 +11,8 @@
 #include "host/SceneLoading.h"
 #include "host/core/OperationError.h"
 #include "host/scene/TagName.h"
-#include "tests/host/Recorder.h"
-#include "tests/host/TestFolder.h"
+#include "tests/common/Recorder.h"
+#include "tests/common/TestFolder.h"
 
 namespace tzhost {
 

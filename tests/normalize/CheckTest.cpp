@@ -8,7 +8,7 @@
 #include "host/SceneSaving.h"
 #include "host/core/OperationError.h"
 #include "normalize/check/Check.h"
-#include "tests/host/TestFolder.h"
+#include "tests/common/TestFolder.h"
 
 namespace tznormalize {
 namespace {

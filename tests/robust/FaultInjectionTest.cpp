@@ -11,7 +11,7 @@
 #include "host/SceneSaving.h"
 #include "host/core/OperationError.h"
 #include "host/scenefile/SceneWriter.h"
-#include "tests/host/TestFolder.h"
+#include "tests/common/TestFolder.h"
 
 namespace tzhost {
 namespace {

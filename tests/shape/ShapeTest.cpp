@@ -4,6 +4,7 @@
 #include "svg/shape/DocumentExtent.h"
 #include "svg/shape/ElementTransform.h"
 #include "svg/shape/ShapeItem.h"
+#include "tests/common/Table.h"
 #include "tests/tree/ParsedDocument.h"
 
 namespace tzsvg {
@@ -14,71 +15,13 @@ std::string rectText(const QRectF& r) {
 }
 
 TEST(ShapeItem, boundsTellTheGeometry) {
-    struct Row {
-        const char* xml;
-        const char* bounds;  // null: no item
-    };
-    const Row rows[] = {
-        // ellipse
-        {"<circle cx='10' cy='20' r='5'/>", "5 15 10 10"},
-        {"<circle cx='10' cy='20' r='5' rx='2'/>", "8 15 4 10"},
-        {"<ellipse rx='4' ry='2'/>", "-4 -2 8 4"},
-        {"<ellipse r='3' ry='1'/>", "-3 -1 6 2"},
-        {"<circle/>", "0 0 0 0"},
-        {"<circle r='-5'/>", "5 5 -10 -10"},
-        // the others
-        {"<line x1='1' y1='2' x2='5' y2='9'/>", "1 2 4 7"},
-        {"<rect x='1' y='2' width='3' height='4'/>", "1 2 3 4"},
-        {"<rect/>", "0 0 0 0"},
-        {"<rect x='10%' y='10%' width='1in' height='1mm'/>", "0.1 0.1 0.0254 0.001"},
-        {"<polygon points='0,0 4,0 4,3'/>", "0 0 4 3"},
-        {"<polygon points='2,3'/>", "2 3 0 0"},
-        {"<polygon points=''/>", nullptr},
-        {"<polygon/>", nullptr},
-        {"<polygon points='0 0 4 0'/>", nullptr},
-        {"<polyline points='0,0 4,0 4,3'/>", "0 0 4 3"},
-        {"<polyline points='2,3'/>", "2 3 0 0"},
-        {"<polyline points=''/>", "0 0 0 0"},
-        {"<polyline/>", nullptr},
-        {"<polyline points='1,1 2'/>", nullptr},
-        {"<polyline points='1,1 1e128,2'/>", nullptr},
-        {"<path d='M1 2 L5 6'/>", "1 2 4 4"},
-        {"<path d='M0 0 C0 20 10 20 10 0'/>", "0 0 10 20"},  // control points count
-        {"<path d='M0 0 L1 1 M5 5'/>", "0 0 5 5"},           // a trailing move counts
-        {"<path d='M3 4'/>", "3 4 0 0"},
-        {"<path d=''/>", "0 0 0 0"},
-        {"<path/>", nullptr},
-        {"<path d='M0'/>", nullptr},
-        // nameCase: builders do not mind it
-        {"<RECT width='3' height='4'/>", "0 0 3 4"},
-        {"<Circle r='1'/>", "-1 -1 2 2"},
-        {"<text/>", nullptr},
-        {"<g/>", nullptr},
-    };
     const LengthContext lengths;
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.xml);
-        const auto item = createShapeItem(ParsedDocument(row.xml).root(), lengths);
-        ASSERT_EQ(item != nullptr, row.bounds != nullptr);
-        if (item) {
-            EXPECT_EQ(rectText(item->boundingRect()), row.bounds);
-        }
+    for (const auto& row : readTable("shape/bounds.txt", 2)) {
+        const auto item = createShapeItem(ParsedDocument(row[0].c_str()).root(), lengths);
+        EXPECT_EQ(item ? rectText(item->boundingRect()) : "none", row[1]) << row[0];
     }
     EXPECT_EQ(createShapeItem(ParsedDocument("<a/>").document.top(), lengths), nullptr)
         << "a document is no element";
-}
-
-TEST(ShapeItem, roundedRect) {
-    const LengthContext lengths;
-    const auto radii = [&](const char* xml) {
-        const auto item = buildRectItem(ParsedDocument(xml).root(), lengths);
-        const auto* const rounded = dynamic_cast<QGraphicsItemRoundedRect*>(item.get());
-        return rounded ? QPointF(rounded->rx(), rounded->ry()) : QPointF(-1, -1);
-    };
-    EXPECT_EQ(radii("<rect rx='3'/>"), QPointF(3, 0));
-    EXPECT_EQ(radii("<rect ry='3' width='1'/>"), QPointF(0, 3));
-    EXPECT_EQ(radii("<rect rx='x'/>"), QPointF(0, 0));
-    EXPECT_EQ(radii("<rect width='9'/>"), QPointF(-1, -1));
 }
 
 // A path of one point keeps it, wherever it is.
@@ -90,18 +33,6 @@ TEST(ShapeItem, singlePoint) {
     EXPECT_EQ(pointsOfPath("<path d='M0 0'/>"), 1);
     EXPECT_EQ(buildPolylineItem(ParsedDocument("<polyline points='0,0'/>").root())->path().elementCount(), 1);
     EXPECT_EQ(pointsOfPath("<path d=''/>"), 0);
-}
-
-TEST(ShapeItem, nameCase) {
-    for (const char* const name : {"circle", "ellipse", "line", "path", "polygon", "polyline", "rect"}) {
-        const QString xml = QStringLiteral("<%1/>").arg(QLatin1String(name));
-        EXPECT_TRUE(ParsedDocument(xml).root().isShape()) << name;
-        EXPECT_FALSE(ParsedDocument(xml.toUpper()).root().isShape()) << name;
-    }
-    const ParsedDocument other("<?rect?><g>rect</g>");
-    for (const XmlNode* node = &other.document.top(); node; node = node->nextBelow(other.document.top())) {
-        EXPECT_FALSE(node->isShape()) << node->name().toStdString();
-    }
 }
 
 TEST(ElementTransform, ancestors) {
@@ -163,35 +94,10 @@ TEST(DocumentExtent, boundsOfPaths) {
 }
 
 TEST(DocumentExtent, largestY) {
-    struct Row {
-        const char* xml;
-        bool ok;
-        double largest;
-    };
-    const Row rows[] = {
-        {"<svg/>", true, 0},
-        {"<svg><rect y='-50' height='10'/></svg>", true, 0},
-        {"<svg><rect height='10'/><g><circle cy='5' r='30'/></g></svg>", true, 35},
-        {"<svg><rect y='10' height='-5'/></svg>", true, 10},
-        {"<svg><defs><rect height='70'/></defs><clipPath><rect height='80'/></clipPath></svg>", true, 80},
-        // Only the own transform counts.
-        {"<svg><g transform='translate(0 100)'><rect height='10' transform='scale(3)'/></g></svg>", true, 30},
-        {"<svg><g transform='bad'><rect height='10'/></g></svg>", true, 10},
-        {"<svg><rect height='10' transform='rotate(-90)' width='40'/></svg>", true, 0},
-        {"<svg><rect height='10' transform='rotate(90)' width='40'/></svg>", true, 40},
-        {"<svg><RECT height='10'/></svg>", true, 0},
-        {"<svg><rect height='10' transform='bad'/></svg>", false, 0},
-        {"<svg><defs><path d='M'/></defs></svg>", false, 0},
-    };
-    const LengthContext lengths;
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.xml);
-        bool ok = !row.ok;
-        const double largest = documentMaxY(ParsedDocument(row.xml).document.top(), lengths, ok);
-        EXPECT_EQ(ok, row.ok);
-        if (row.ok) {
-            EXPECT_DOUBLE_EQ(largest, row.largest);
-        }
+    for (const auto& row : readTable("shape/largest-y.txt", 2)) {
+        bool ok = row[1] == "refused";
+        const double largest = documentMaxY(ParsedDocument(row[0].c_str()).document.top(), {}, ok);
+        EXPECT_EQ(ok ? QString::number(largest).toStdString() : "refused", row[1]) << row[0];
     }
 }
 

@@ -1,10 +1,16 @@
 // The readers of single numbers: text to double, the number scanner, lengths.
 #include <gtest/gtest.h>
 
+#include <QStringList>
+#include <clocale>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 
 #include "svg/text/Length.h"
 #include "svg/text/NumberReader.h"
+#include "tests/common/Table.h"
+#include "tests/common/TestFolder.h"
 
 namespace tzsvg {
 namespace {
@@ -15,48 +21,14 @@ TEST(NumberText, equalsToolkit) {
         "1797693134862315807937289714053034150799341327100378269361737789804449682927647509466490179775872070"
         "9633028641669288791094655554785194040263065748867150582068190890200070838367627385484581771153176447"
         "5730270069855571366959622842914819860834936475292719074168444365510704342711559699508093042880";
-    const char* const texts[] = {
-        "0",
-        "-0",
-        "5.",
-        ".5",
-        "-.5",
-        "-",
-        ".",
-        "-.",
-        "",
-        "+5",
-        "1e2",
-        "1e",
-        "1e+2",
-        "1E-2",
-        "0x10",
-        "inf",
-        "-inf",
-        "nan",
-        "infinity",
-        "1e999",
-        "-1e999",
-        "1e-400",
-        "1,000",
-        " 5",
-        "5 ",
-        "1.2.3",
-        "--5",
-        "5-",
-        "0.1",
-        "123456789012345678901234567890",
-        "4.9e-324",
-        "1e308",
-        "00012",
-        "1_000",
-        "0.30000000000000004",
-        "2.2250738585072011e-308",
-        largest,
-    };
-    for (const char* const text : texts) {
-        SCOPED_TRACE(text);
-        const QString string = QString::fromUtf8(text);
+    const QString texts =
+        QStringLiteral(
+            "0|-0|5.|.5|-.5|-|.|-.||+5|1e2|1e|1e+2|1E-2|0x10|inf|-inf|nan|infinity|1e999|-1e999|1e-400|"
+            "1,000| 5|5 |1.2.3|--5|5-|0.1|123456789012345678901234567890|4.9e-324|00012|1_000|"
+            "0.30000000000000004|2.2250738585072011e-308|") +
+        QLatin1String(largest);
+    for (const QString& string : texts.split(u'|')) {
+        SCOPED_TRACE(string.toStdString());
         bool expectedOk = false;
         const double expected = string.toDouble(&expectedOk);
         bool ok = !expectedOk;
@@ -74,40 +46,13 @@ TEST(NumberText, equalsToolkit) {
 }
 
 TEST(NumberScanner, table) {
-    struct Row {
-        const char* text;
-        bool scans;
-        double value;
-        int position;
-    };
-    const Row rows[] = {
-        {"12", true, 12, 2},
-        {"  -12.5,3", true, -12.5, 7},
-        {"1e2", true, 1, 1},  // an exponent is never part of a number
-        {"1E2", true, 1, 1},
-        {"5.", true, 5, 2},
-        {".5-3", true, 0.5, 2},
-        {"\t\n 7 8", true, 7, 4},
-        {"0-1", true, 0, 1},
-        // A failure leaves the position behind the blanks.
-        {" +3", false, 0, 1},
-        {"1.2.3", false, 0, 0},
-        {"0.5.5", false, 0, 0},  // secondPoint: not split in two
-        {"  -", false, 0, 2},
-        {".", false, 0, 0},
-        {"--1", false, 0, 0},
-        {"", false, 0, 0},
-        {"   ", false, 0, 3},
-        {"x", false, 0, 0},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
-        const QString text = QString::fromUtf8(row.text);
+    for (const auto& row : readTable("text/numbers.txt", 3)) {
+        SCOPED_TRACE(row[0]);
         qsizetype position = 0;
         double value = 99;
-        EXPECT_EQ(scanNumber(text, position, value), row.scans);
-        EXPECT_EQ(value, row.value);
-        EXPECT_EQ(position, row.position);
+        EXPECT_EQ(scanNumber(QString::fromStdString(row[0]), position, value), row[1] != "none");
+        EXPECT_EQ(value, row[1] == "none" ? 0 : std::stod(row[1]));
+        EXPECT_EQ(position, std::stoi(row[2]));
     }
     qsizetype position = 0;
     double value = 99;
@@ -116,45 +61,16 @@ TEST(NumberScanner, table) {
 }
 
 TEST(Length, units) {
-    struct Row {
-        const char* text;
-        double value;
-    };
-    const Row rows[] = {
-        {"10", 10},
-        {"10px", 10},
-        {"10em", 10},
-        {"10ex", 10},
-        {"2in", 0.0508},
-        {"72pt", 0.025400000016},
-        {"3pc", 0.01269999999},
-        {"5cm", 0.05},
-        {" 5mm ", 0.005},
-        {"1e2", 100},
-        {"1e2px", 100},
-        {"-4", -4},
-        {"+4", 4},
-        {".5", 0.5},
-        {"-.5in", -0.0127},
-        {"5 px", 5},
-        // What cannot be read is 0.
-        {"", 0},
-        {"  ", 0},
-        {"1.", 0},
-        {"1.5E", 0},
-        {"3 furlongs", 0},
-        {"10PX", 0},
-        {"px", 0},
-        {"%", 0},
-        {"x5", 0},
-        {"inf", 0},
-        {"1 2", 0},
-        {"5mm;", 0},
-    };
     const LengthContext context;
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
-        EXPECT_DOUBLE_EQ(parseLength(QString::fromUtf8(row.text), Axis::kHorizontal, context), row.value);
+    const QString table = QStringLiteral(
+        "10=10|10px=10|10em=10|10ex=10|2in=0.0508|72pt=0.025400000016|3pc=0.01269999999|5cm=0.05|"
+        " 5mm =0.005|1e2=100|1e2px=100|-4=-4|+4=4|.5=0.5|-.5in=-0.0127|5 px=5|"
+        // What cannot be read is 0.
+        "=0|  =0|1.=0|1.5E=0|3 furlongs=0|10PX=0|px=0|%=0|x5=0|inf=0|1 2=0|5mm;=0");
+    for (const QString& row : table.split(u'|')) {
+        const QStringList sides = row.split(u'=');
+        EXPECT_DOUBLE_EQ(parseLength(sides[0], Axis::kHorizontal, context), sides[1].toDouble())
+            << row.toStdString();
     }
     EXPECT_TRUE(std::isinf(parseLength(QStringLiteral("1e999"), Axis::kVertical, context)));
     EXPECT_TRUE(std::isinf(parseLength(QStringLiteral("infpx"), Axis::kVertical, context)));
@@ -177,6 +93,29 @@ TEST(Length, percent) {
     EXPECT_DOUBLE_EQ(percent(Axis::kVertical), 5);
     context.setPercentReferencesFromViewBox(QStringLiteral("0 0 0.1 1"));
     EXPECT_DOUBLE_EQ(percent(Axis::kHorizontal), static_cast<double>(0.1F) * 0.01 * 50) << "single precision";
+}
+
+// In a host whose locale has a decimal comma. Test machines have no such locale: one is made.
+TEST(ScanText, ignoresTheLocale) {
+    const TestFolder folder;
+    const auto source = folder.write("comma.txt",
+                                     "LC_NUMERIC\ndecimal_point \",\"\nthousands_sep \"\"\ngrouping -1\n"
+                                     "END LC_NUMERIC\n");
+    const std::string made = (folder / "comma").native();
+    static_cast<void>(std::system(
+        ("localedef -c --quiet --no-archive -i " + source.native() + " " + made + " 2>/dev/null").c_str()));
+    setenv("LOCPATH", (folder / "").c_str(), 1);
+    ASSERT_STREQ(std::setlocale(LC_NUMERIC, "comma"), "comma");
+    float a = 0;
+    float b = 0;
+    EXPECT_EQ(std::sscanf("1.5 2.5", "%f %f", &a, &b), 1) << "the locale has a decimal point";
+    EXPECT_EQ(scanText("1.5 2.5", "%f %f", &a, &b), 2);
+    EXPECT_EQ(a, 1.5F);
+    EXPECT_EQ(std::sscanf("1.5", "%f %f", &a, &b), 1);
+    EXPECT_EQ(a, 1.0F) << "the host's locale is back";
+    EXPECT_EQ(parseLength(QStringLiteral("1.5"), Axis::kHorizontal, {}), 1.5);
+    std::setlocale(LC_NUMERIC, "C");
+    unsetenv("LOCPATH");
 }
 
 }  // namespace

@@ -2,10 +2,12 @@
 // with the points that follow each letter.
 #include <gtest/gtest.h>
 
+#include <QStringList>
 #include <cmath>
 
 #include "svg/text/Arc.h"
 #include "svg/text/PathData.h"
+#include "tests/common/Table.h"
 
 namespace tzsvg {
 namespace {
@@ -25,71 +27,23 @@ std::string elementsOf(const QPainterPath& path) {
 }
 
 TEST(PathData, accepted) {
-    struct Row {
-        const char* text;
-        const char* elements;
-    };
-    const Row rows[] = {
-        {"", ""},
-        {"  ", ""},
-        {"M10 20 30 40", "M10,20 L30,40"},
-        {"m10 20 5 5", "M10,20 L15,25"},
-        {"M,1,2,L,3,4", "M1,2 L3,4"},
-        {"M1 2h3v4H0V0", "M1,2 L4,2 L4,6 L0,6 L0,0"},
-        {"M1-2-3.5.5", nullptr},
-        {"M1-2-3-.5", "M1,-2 L-3,-0.5"},
-        {"M0 0 L1 1 2 2 3 3", "M0,0 L1,1 L2,2 L3,3"},
-        {"M0 0 l1 1 1 1", "M0,0 L1,1 L2,2"},
-        // relativeAfterClose: "z" leaves the current point at the last point drawn.
-        {"M0 0 L10 0 L10 10 z l5 0", "M0,0 L10,0 L10,10 L0,0 M0,0 L15,10"},
-        {"M0 0 L10 0 L10 10 z m1 1 l5 0", "M0,0 L10,0 L10,10 L0,0 M11,11 L16,11"},
-        // Smooth segments.
-        {"M0 0 C0 10 10 10 10 0 S20 -10 20 0", "M0,0 C0,10 10,10 10,0 C10,-10 20,-10 20,0"},
-        {"M0 0 c0 10 10 10 10 0 s10 -10 10 0", "M0,0 C0,10 10,10 10,0 C10,-10 20,-10 20,0"},
-        {"M0 0 L10 0 S20 -10 20 0", "M0,0 L10,0 C10,0 20,-10 20,0"},
-        {"M0 0 S1 1 2 0 4 4 5 0", "M0,0 C0,0 1,1 2,0 C3,-1 4,4 5,0"},
-        {"M0 0 Q3 3 6 0 T12 0", "M0,0 C2,2 4,2 6,0 C8,-2 10,-2 12,0"},
-        {"M0 0 q3 3 6 0 t6 0", "M0,0 C2,2 4,2 6,0 C8,-2 10,-2 12,0"},
-        {"M0 0 L6 6 T12 0", "M0,0 L6,6 C6,6 8,4 12,0"},
-        {"M0 0 Q3 3 6 0 C6 0 9 9 9 0 T12 0", "M0,0 C2,2 4,2 6,0 C6,0 9,9 9,0 C9,0 10,0 12,0"},
-        // Letters that are no command are skipped one at a time; what follows needs a command.
-        {"M0 0 L1 1 x y L2 2", "M0,0 L1,1 L2,2"},
-        {"M0 0 +L2 2", "M0,0 L2,2"},
-        {"L5 5", "M0,0 L5,5"},
-        {"M3 4", "M3,4"},
-        {"M0 0 L1 1 M5 5", "M0,0 L1,1 M5,5"},
-        {"M0 0 A0 5 0 0 1 10 0", "M0,0 L10,0"},     // a radius of 0 is a straight line
-        {"M0 0 A5 5 0 0 1 0 0 L1 1", "M0,0 L1,1"},  // an end at the start is nothing
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
+    for (const auto& row : readTable("text/path-data.txt", 2)) {
         QPainterPath path;
-        EXPECT_EQ(parsePathData(QString::fromUtf8(row.text), path), row.elements != nullptr);
-        EXPECT_EQ(elementsOf(path), row.elements ? row.elements : "");
+        EXPECT_TRUE(parsePathData(QString::fromStdString(row[0]), path)) << row[0];
+        EXPECT_EQ(elementsOf(path), row[1]) << row[0];
     }
 }
 
 TEST(PathData, refused) {
-    const char* const texts[] = {
-        "M0 0 L 1.2.3 4",
-        "M0",
-        "M0 0 L",
-        "M0 0 C1 1 2 2 3",
-        "M+1 2",
-        "10 20",
-        "M0 0 z 5 5",
-        "M0 0 L1 1 x 5 5",
-        "M0 0 L1e2 3",  // the exponent's letter has no numbers of its own
-        "M0 0 A5 5 0 2 0 1 1",
-        "M0 0 A5 5 0 0",
-        "M0 0 A5 5 0 0 1 1",
-        "M0 0 Z-1 2",
-    };
-    for (const char* const text : texts) {
-        SCOPED_TRACE(text);
+    const QString texts = QStringLiteral(
+        "M0 0 L 1.2.3 4|M1-2-3.5.5|M0|M0 0 L|M0 0 C1 1 2 2 3|M+1 2|10 20|M0 0 z 5 5|M0 0 L1 1 x 5 5|"
+        "M0 0 A5 5 0 2 0 1 1|M0 0 A5 5 0 0|M0 0 A5 5 0 0 1 1|M0 0 Z-1 2|"
+        "M0 0 L1e2 3");  // the exponent's letter has no numbers of its own
+    for (const QString& text : texts.split(u'|')) {
+        SCOPED_TRACE(text.toStdString());
         QPainterPath path;
         path.lineTo(1, 1);
-        EXPECT_FALSE(parsePathData(QString::fromUtf8(text), path));
+        EXPECT_FALSE(parsePathData(text, path));
         EXPECT_EQ(path.elementCount(), 0);
     }
     // Coordinates that the toolkit would drop never reach the path.

@@ -5,8 +5,8 @@
 
 #include <QDomDocument>
 
-#include "svg/tree/XmlReader.h"
 #include "svg/tree/XmlDocument.h"
+#include "svg/tree/XmlReader.h"
 
 namespace tzsvg {
 

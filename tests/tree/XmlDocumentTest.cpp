@@ -13,6 +13,7 @@
 
 #include "svg/tree/PlainXmlReader.h"
 #include "svg/tree/SavedForm.h"
+#include "tests/common/TestFolder.h"
 #include "tests/tree/ParsedDocument.h"
 
 namespace tzsvg {
@@ -273,12 +274,6 @@ TEST(XmlDocument, equalsTheToolkitsWithPlainTexts) {
     EXPECT_GT(read, plain) << "nothing was left for the toolkit to read";
 }
 
-std::string repeated(const char* text, int count) {
-    std::string all;
-    while (count-- > 0) all += text;
-    return all;
-}
-
 // What is nearly plain, at whose edges both have to agree.
 TEST(XmlDocument, equalsTheToolkitsAtTheEdges) {
     const auto read = [](const std::string& xml) { return readsTheSame(QString::fromStdString(xml)); };
@@ -302,10 +297,10 @@ TEST(XmlDocument, equalsTheToolkitsAtTheEdges) {
         read("<a:" + name + "/>");
         read("<" + name + ":a/>");
     }
-    for (const int count : {255, 256, 257, 258}) {
+    for (const size_t count : {255U, 256U, 257U, 258U}) {
         read(repeated("<g>", count) + repeated("</g>", count));
         std::string attributes;
-        for (int i = 0; i < count; ++i) attributes.append(" a").append(std::to_string(i)).append("=''");
+        for (size_t i = 0; i < count; ++i) attributes.append(" a").append(std::to_string(i)).append("=''");
         read("<svg" + attributes + "/>");
     }
     const std::string text = repeated("lang &amp; breit ", 20000);

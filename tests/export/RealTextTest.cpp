@@ -1,4 +1,4 @@
-// Coordinates as text: the fast printing against the toolkit's.
+// Coordinates as text: the fast printing against Qt's.
 #include "export/CoordinateText.h"
 
 #include <gtest/gtest.h>
@@ -26,7 +26,7 @@ std::string pairText(double x, double y) {
     return std::string(text.view());
 }
 
-TEST(RealText, equalsToolkit) {
+TEST(RealText, equalsQt) {
     std::vector<double> values = {
         0.0,       -0.0,           1.0,      10.5,     0.1,      1e-4,         1e-5,
         9.9999e-5, 0.000099999995, 99999.95, 999999.4, 999999.5, 999999.6,     1e5,

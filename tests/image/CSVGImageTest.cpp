@@ -1,4 +1,4 @@
-// The image loader and the image, through their interfaces. There is no application object of the toolkit
+// The image loader and the image, through their interfaces. There is no Qt application
 // when the first of these tests begins: the loader makes one.
 #include "image/CSVGImage.h"
 

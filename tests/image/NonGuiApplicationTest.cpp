@@ -1,4 +1,4 @@
-// A program of its own: here the process has an application of the toolkit that has no GUI.
+// A program of its own: here the process has a Qt application that has no GUI.
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>

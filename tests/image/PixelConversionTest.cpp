@@ -1,4 +1,4 @@
-// 8-bit channels as floats, against the toolkit's own.
+// 8-bit channels as floats, against Qt's own.
 #include "image/PixelConversion.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // Scene imports, exports, image loads and tile reads on several threads at once: nothing that the module
-// keeps for the life of the process (names, tables, the toolkit's application) is shared without care. A
+// keeps for the life of the process (names, tables, Qt's application) is shared without care. A
 // program of its own: the thread sanitizer runs it.
 #include <gtest/gtest.h>
 
@@ -66,7 +66,7 @@ TEST(Concurrency, importsExportsAndTiles) {
     for (std::thread& thread : threads) thread.join();
 
     // What the same work gives while no other thread is at it. On a thread as well, since the main one must
-    // not use the toolkit: what the toolkit keeps for a thread goes with the thread, and the main one's would
+    // not use Qt: what Qt keeps for a thread goes with the thread, and the main one's would
     // be left, where the leak sanitizer finds no way to it once another thread made the application.
     std::thread([&] {
         const TestFolder folder;

@@ -15,8 +15,8 @@
 namespace tzsvg {
 namespace {
 
-// The fast way must answer as the toolkit does, number or not.
-TEST(NumberText, equalsToolkit) {
+// The fast way must answer as Qt does, number or not.
+TEST(NumberText, equalsQt) {
     const char* const largest =
         "1797693134862315807937289714053034150799341327100378269361737789804449682927647509466490179775872070"
         "9633028641669288791094655554785194040263065748867150582068190890200070838367627385484581771153176447"

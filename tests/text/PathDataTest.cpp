@@ -46,7 +46,7 @@ TEST(PathData, refused) {
         EXPECT_FALSE(parsePathData(text, path));
         EXPECT_EQ(path.elementCount(), 0);
     }
-    // Coordinates that the toolkit would drop never reach the path.
+    // Coordinates that Qt would drop never reach the path.
     const QString huge = QStringLiteral("9").repeated(128);
     for (const char* const form : {"M0 0 L10%1 0", "M%1 0 l%1 0", "M0 %1 v%1", "M%1 0 Q%1 %1 0 %1"}) {
         QPainterPath path;

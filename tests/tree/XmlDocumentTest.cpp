@@ -82,7 +82,7 @@ std::string randomDocument(unsigned seed) {
     return xml + "</svg><!--last--><?really last?>";
 }
 
-// A document of nothing that needs the toolkit's reader.
+// A document of nothing that needs Qt's reader.
 std::string plainDocument(std::mt19937& random) {
     static const char* const kPrologs[] = {
         "",
@@ -204,7 +204,7 @@ bool readsTheSame(const QString& xml) {
         EXPECT_TRUE(document.prolog().isEmpty());
         return false;
     }
-    // The toolkit's texts are compared where its tree has all nodes.
+    // Qt's texts are compared where its tree has all nodes.
     const bool hasAllNodes = QT_VERSION_MAJOR >= 6 || !xml.simplified().remove(u' ').contains(u"[CDATA[]");
     const XmlNode* node = document.top().firstChild();
     for (QDomNode child = expected.firstChild(); !child.isNull(); child = child.nextSibling()) {
@@ -220,7 +220,7 @@ bool readsTheSame(const QString& xml) {
     return true;
 }
 
-TEST(XmlDocument, equalsTheToolkits) {
+TEST(XmlDocument, equalsQts) {
     for (unsigned seed = 0; seed < 300; ++seed) {
         ASSERT_TRUE(readsTheSame(QString::fromStdString(randomDocument(seed))));
         if (HasFailure()) return;
@@ -233,9 +233,9 @@ bool isPlain(const QString& xml) {
     return !reader.hasError();
 }
 
-// Nearly all texts never come to the toolkit's reader. What is done to them here makes most of them such that
-// the toolkit has to decide, and some such that it refuses.
-TEST(XmlDocument, equalsTheToolkitsWithPlainTexts) {
+// Nearly all texts never come to Qt's reader. What is done to them here makes most of them such that
+// Qt has to decide, and some such that it refuses.
+TEST(XmlDocument, equalsQtsWithPlainTexts) {
     static const QString kOdd =
         QStringLiteral("<>&\"'/=!?-[];#:. \t\nxA0_\u0001\u007F\u0085\u00A0\u0394\uFFFE") + QChar(0xD83D) +
         QChar(0);
@@ -271,11 +271,11 @@ TEST(XmlDocument, equalsTheToolkitsWithPlainTexts) {
     }
     EXPECT_GT(refused, 1000U);
     EXPECT_GT(plain, 1000U);
-    EXPECT_GT(read, plain) << "nothing was left for the toolkit to read";
+    EXPECT_GT(read, plain) << "nothing was left for Qt to read";
 }
 
 // What is nearly plain, at whose edges both have to agree.
-TEST(XmlDocument, equalsTheToolkitsAtTheEdges) {
+TEST(XmlDocument, equalsQtsAtTheEdges) {
     const auto read = [](const std::string& xml) { return readsTheSame(QString::fromStdString(xml)); };
     for (const std::string declaration :
          {"version='1.0' encoding?", "version='1.0' encoding=?", "version='1.0' standalone=?",
@@ -307,8 +307,8 @@ TEST(XmlDocument, equalsTheToolkitsAtTheEdges) {
     EXPECT_TRUE(read("<svg d='" + text + "'>" + text + "<!--" + text + "--></svg>"));
 }
 
-// Cut off anywhere, a text is read when the toolkit reads it, and leaves nothing behind when it is not.
-TEST(XmlDocument, refusesWhatTheToolkitRefuses) {
+// Cut off anywhere, a text is read when Qt reads it, and leaves nothing behind when it is not.
+TEST(XmlDocument, refusesWhatQtRefuses) {
     const std::string whole = randomDocument(3);
     size_t refused = 0;
     for (size_t length = 0; length <= whole.size() && !HasFailure(); length += 3) {

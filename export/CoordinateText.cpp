@@ -47,7 +47,7 @@ char* CoordinateText::makeRoom(size_t size) {
     return room_.data() + used_;
 }
 
-// False, with nothing appended, when one of the numbers takes Qt.
+// False, with nothing appended, when one of the numbers takes realText().
 bool CoordinateText::appendFast(double x, double y) {
     char* const start = makeRoom(2 * kRealRoom);
     char* end = writeReal(start, x);

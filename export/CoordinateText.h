@@ -8,8 +8,8 @@
 
 namespace tzsvg {
 
-// A list of coordinate pairs as it grows: "10.5,20 ", with a space behind each pair. Kept by a writer from
-// one polygon to the next, so that its room is.
+// A growing list of coordinate pairs: "10.5,20 ", with a space behind each pair. Used again for one polygon
+// after the other, so that its memory is allocated once.
 class CoordinateText {
   public:
     void clear() { used_ = 0; }

@@ -1,5 +1,5 @@
-// A record is  g=id{1}parent{root}attributes{id="a" class="b"};  with "attributes{...}" left
-// out when the group has none. Tested by tests/export/GroupRecordsTest.cpp.
+// A record is  g=id{1}parent{root}attributes{id="a" class="b"};  with "attributes{...}" left out when the
+// group has none. Tested by tests/export/GroupRecordsTest.cpp.
 #include "export/GroupRecords.h"
 
 #include <QStringView>
@@ -40,7 +40,7 @@ QString unescaped(QStringView text) {
     }
 }
 
-// Of XML: Qt's parser takes every other white space, a no-break space for one, for part of a name.
+// White space as XML has it. Any other, such as a no-break space, is part of a name to Qt's reader.
 bool isSpace(QChar c) {
     return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r';
 }

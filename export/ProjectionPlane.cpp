@@ -24,8 +24,8 @@ std::optional<Vector> findNormal(const PointCache& points) {
         if (!((p2 - p0).length() > 0) || !((p2 - p1).length() > 0)) continue;
         const QVector3D cross = QVector3D::crossProduct(p1 - p0, p2 - p0);
         if (!(cross.length() > 0)) continue;
-        // Divided in double precision: Qt's normalized() gives a null vector for short ones, and
-        // would refuse drawings in millimetres. Plane/small pins it.
+        // Divided in double precision: Qt's normalized() gives a null vector for short ones, and would refuse
+        // drawings in millimetres. Plane/small pins it.
         const auto x = static_cast<double>(cross.x());
         const auto y = static_cast<double>(cross.y());
         const auto z = static_cast<double>(cross.z());

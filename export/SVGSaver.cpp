@@ -1,4 +1,4 @@
-// The story of a save: declaration and document type, root and stored blocks, groups, meshes,
+// A save from its start to its end: declaration and document type, root and stored blocks, groups, meshes,
 // Illustrator data, and everything to the file.
 #include "export/SVGSaver.h"
 

@@ -1,7 +1,7 @@
-// The scene saver server `SVG_SceneSaver`: holds what one save needs, and tells its story in writeDocument()
-// and writeMesh(). The steps are free functions and small classes of this folder; those for polygons get the
-// saver. The whole document is built before it is written; only the XML declaration and the document type go
-// to the file ahead of it.
+// The scene saver server `SVG_SceneSaver`: holds what one save needs, and goes through its steps in
+// writeDocument() and writeMesh(). The steps are free functions and small classes of this folder; those for
+// polygons get the saver. The whole document is built before it is written; only the XML declaration and the
+// document type go to the file ahead of it.
 #pragma once
 
 #include <QPointF>

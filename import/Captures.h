@@ -34,8 +34,8 @@ QString captureRoot(const XmlNode& root);
 // The private data elements of Illustrator, unchanged. Empty when there are none.
 QString captureIllustratorData(const DocumentSurvey& survey);
 
-// Removes line feeds, carriage returns and tabs, as characters and as the character references Qt
-// writes for them.
+// Removes line feeds, carriage returns and tabs, as characters and as the character references Qt writes for
+// them.
 QString withoutLineBreaks(QString text);
 
 }  // namespace tzsvg

@@ -5,8 +5,7 @@
 namespace tzsvg {
 
 void GroupTable::reset() noexcept {
-    *this = GroupTable();  // gives the room back, too: freeing much after the tree went costs as much as
-                           // freeing the tree
+    *this = GroupTable();  // frees the memory as well, which costs less before the tree is freed than after
 }
 
 void GroupTable::record(const XmlNode& group) {

@@ -29,7 +29,7 @@ class GroupTable {
     std::optional<unsigned> numberOf(const XmlNode& node) const;
 
     // The texts for the shapes of a parent; null when it is not a numbered group. Valid until the next call.
-    // A walk down the document pays for each group that it enters once, not for all groups around it.
+    // In a depth-first walk each group is worked out once, not again for every group or shape below it.
     const GroupTexts* textsOf(const XmlNode& parent);
 
   private:

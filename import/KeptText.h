@@ -1,6 +1,6 @@
-// How much text one load may still keep: in tags and in the package's channels. What is kept of an element is
-// kept again for each polygon made of it, each shape in a group and each level of nested definitions, so that
-// a few kilobytes could ask for gigabytes. SVGLoader owns one and counts what it stores.
+// The limit on the text that one load may keep in tags and in the package's channels. What is kept of an
+// element is repeated for each polygon made of it, each shape in a group and each level of nested
+// definitions, so that a few kilobytes could ask for gigabytes. SVGLoader owns one and counts what it stores.
 #pragma once
 
 #include <QtGlobal>

@@ -7,8 +7,8 @@ namespace tzsvg {
 class SVGLoader;
 class XmlNode;
 
-// Walks from a node to its children and on to its following siblings. False when a converter failed or
-// the user cancelled. Failures of the host throw CTzError.
+// Walks from a node to its children and on to its following siblings. False when a converter failed or the
+// user cancelled. Failures of the host throw CTzError.
 //
 // The walk keeps its own stack, so that a million siblings need no deep call stack; order, log lines, drawing
 // indices and the place where it stops are those of a recursion (node, children, next sibling).

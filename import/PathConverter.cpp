@@ -59,8 +59,8 @@ class SubPaths {
 
     // The last piece. A path of one piece gets no sub-path tag.
     bool emitLast(std::vector<QPointF> points) {
-        // "z" adds no vertex of its own: Qt's closing line ends on the first point, and that end is
-        // dropped for a vertex on the first point itself. Only the last piece closes; meant so, and
+        // "z" adds no vertex of its own: Qt's closing line ends on the first point, and that end is dropped
+        // for a vertex on the first point itself. Only the last piece closes; meant so, and
         // PathConversion/onlyTheLastCloses pins it.
         const bool closed = points.size() >= 2 && samePlace(points.front(), points.back());
         if (closed) points.pop_back();

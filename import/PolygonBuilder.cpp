@@ -8,7 +8,7 @@ namespace tzsvg {
 
 bool sceneTransform(SVGLoader& loader, const XmlNode& element, QTransform& transform) {
     if (!loader.ancestors().accumulated(element, transform)) return false;
-    if (transform.type() == QTransform::TxNone) {  // most shapes have none: what the products below come to
+    if (transform.type() == QTransform::TxNone) {  // as for most shapes: the product below, worked out
         transform = QTransform(1, 0, 0, -1, 0, loader.flipHeight());
         return true;
     }
@@ -19,7 +19,8 @@ bool sceneTransform(SVGLoader& loader, const XmlNode& element, QTransform& trans
 
 bool addPolygon(SVGLoader& loader, TzTagId type, const QTransform& transform,
                 const std::vector<QPointF>& points, Closing closing) {
-    // What QTransform::map() comes to for nearly all, without a call for each point.
+    // Nearly all transforms only scale and move: the same result as QTransform::map(), without a call a
+    // point.
     const bool onlyScales = transform.type() == QTransform::TxScale;
     std::vector<TzPoint> mapped;
     mapped.reserve(points.size());

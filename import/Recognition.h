@@ -10,8 +10,7 @@
 namespace tzsvg {
 
 // The text of a file: decoded by its byte order mark, else by the encoding its XML declaration names if the
-// Qt knows it, else as UTF-8 (bytes that are not valid become replacement characters), all lines
-// joined.
+// Qt knows it, else as UTF-8 (bytes that are not valid become replacement characters), all lines joined.
 QString decodeJoined(const QByteArray& bytes);
 
 // A recognised file.

@@ -1,4 +1,4 @@
-// The scene loader's log message: the lines by which a load tells how it goes through the document.
+// The scene loader's log message: two lines for each node of the document that is walked.
 #pragma once
 
 #include <QString>

@@ -1,4 +1,4 @@
-// The story of a load: recognise, prepare, capture, walk, convert, tag.
+// A load from its start to its end: recognise, prepare, capture, walk, convert, tag.
 #include "import/SVGLoader.h"
 
 #include <QScopeGuard>

@@ -1,6 +1,6 @@
 // The scene loader server `SVG_SceneLoader`: holds what one file needs between recognition and the end of its
-// load, and tells the story of a load in loadFile(). The steps are free functions and small classes of this
-// folder, which get the loader.
+// load, and goes through the steps of a load in loadFile(). The steps are free functions and small classes of
+// this folder, which get the loader.
 #pragma once
 
 #include <QStringView>

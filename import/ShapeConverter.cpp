@@ -1,5 +1,5 @@
-// The point lists stand in the order in which the saver and other readers of the mesh expect
-// them: the outline's anchors and control points in turn.
+// The point lists stand in the order in which the saver and other readers of the mesh expect them: the
+// outline's anchors and control points in turn.
 #include "import/ShapeConverter.h"
 
 #include <QGraphicsEllipseItem>

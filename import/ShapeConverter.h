@@ -8,9 +8,9 @@ class SVGLoader;
 class XmlNode;
 
 // Each builds the element's shape item, maps its geometry through the element's transform and the y flip,
-// adds one polygon and runs the tag chain on it. False, which fails the load, when the mesh is not
-// available, the item cannot be built, a transform of the element or an ancestor does not parse, or a
-// coordinate is not finite. Failures of the host throw CTzError.
+// adds one polygon and runs the tag chain on it. False, which fails the load, when the mesh is not available,
+// the item cannot be built, a transform of the element or an ancestor does not parse, or a coordinate is not
+// finite. Failures of the host throw CTzError.
 bool convertEllipse(SVGLoader& loader, const XmlNode& element);  // "circle" and "ellipse"
 bool convertRect(SVGLoader& loader, const XmlNode& element);
 bool convertLine(SVGLoader& loader, const XmlNode& element);

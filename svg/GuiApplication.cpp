@@ -10,8 +10,8 @@
 namespace tzsvg {
 namespace {
 
-// Qt's application object sets the locale from the environment: the host's numbers would be read and
-// written with another decimal mark from then on.
+// Qt's application object sets the locale from the environment: the host's numbers would be read and written
+// with another decimal mark from then on.
 class LocaleKeeper {
   public:
     LocaleKeeper() {
@@ -47,8 +47,8 @@ bool makeApplication() {
     static char platform[] = "offscreen";
     static char* arguments[] = {name, option, platform, nullptr};
     static int count = 3;
-    // Never deleted: other users of Qt may rely on it by now, and static destructors run in no order
-    // that would suit it.
+    // Never deleted: other users of Qt may rely on it by now, and static destructors run in no order that
+    // would suit it.
     static QGuiApplication* const kApplication = new QGuiApplication(count, arguments);
     return kApplication != nullptr;
 }

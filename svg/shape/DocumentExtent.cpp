@@ -8,7 +8,7 @@
 namespace tzsvg {
 namespace {
 
-// The boundingRect() of a shape's item. A path's is known without one: it is drawn with a hairline.
+// The boundingRect() of a shape's item. For a path no item is needed: its pen has no width.
 bool itemBounds(const XmlNode& node, const LengthContext& lengths, QRectF& bounds, ParsedPaths* paths) {
     const auto take = [&](const QPainterPath& path) {
         if (paths) paths->keep(node, path);
@@ -51,7 +51,7 @@ double elementMaxY(const XmlNode& node, const LengthContext& lengths, bool& ok, 
 double documentMaxY(const XmlNode& root, const LengthContext& lengths, bool& ok, ParsedPaths* paths) {
     double largest = 0.0;
     ok = true;
-    // In document order, as good as any: the largest value does not depend on it.
+    // In document order: the largest value does not depend on the order.
     for (const XmlNode* node = root.nextBelow(root); node && ok; node = node->nextBelow(root)) {
         largest = std::max(largest, elementMaxY(*node, lengths, ok, paths));
     }

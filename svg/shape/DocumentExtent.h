@@ -1,5 +1,4 @@
-// How far shapes reach: the bounds of one element, and the largest y of a document, about which the import
-// flips the y axis.
+// The bounds of one element, and the largest y of a document, about which the import flips the y axis.
 #pragma once
 
 #include <QPainterPath>
@@ -41,8 +40,8 @@ struct ElementBounds {
     double minX, maxX, minY, maxY;
 };
 
-// The bounds of one element under its own transform alone: ancestors' are not applied. Control points and
-// a trailing move count. Zero bounds for a node that is no shape element. False, with zero bounds, when the
+// The bounds of one element under its own transform alone: ancestors' are not applied. Control points and a
+// trailing move count. Zero bounds for a node that is no shape element. False, with zero bounds, when the
 // shape item cannot be built or the transform does not parse. May be infinite or not numbers where lengths
 // are.
 bool elementBounds(const XmlNode& node, const LengthContext& lengths, ElementBounds& bounds,

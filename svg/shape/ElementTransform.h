@@ -8,16 +8,16 @@
 
 namespace tzsvg {
 
-// The element's own "transform"; the identity for other nodes and when it is absent or empty. False, with
-// the identity, when it does not parse.
+// The element's own "transform"; the identity for other nodes and when it is absent or empty. False, with the
+// identity, when it does not parse.
 bool elementTransform(const XmlNode& node, QTransform& transform);
 
 // The transform from the element's user coordinates to the document's: its own first, then its parent's, and
 // so on up to the root. False, with the identity, when one of them does not parse.
 bool accumulatedTransform(const XmlNode& node, QTransform& transform);
 
-// The same for a walk that knows where it is: each ancestor's attribute is parsed once, not once for every
-// shape below it. The products are formed in the same order, so the results are equal to the last bit.
+// The same for a depth-first walk: each ancestor's attribute is parsed once, not once for every shape below
+// it. The products are formed in the same order, so the results are equal to the last bit.
 class AncestorTransforms {
   public:
     // The walk goes down from this node, or comes back up to it.

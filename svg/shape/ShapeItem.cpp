@@ -9,8 +9,7 @@
 namespace tzsvg {
 namespace {
 
-// Qt's default pen is 1 wide and would widen the bounds of an item; they are the geometry's own
-// here.
+// Qt's default pen is 1 wide and would widen the bounds of an item; they are the geometry's own here.
 template <class Item, class... Arguments>
 std::unique_ptr<Item> makeItem(Arguments&&... arguments) {
     static const QPen kHairline{QBrush(Qt::black), 0};
@@ -43,8 +42,8 @@ bool pointsOf(const XmlNode& element, QVector<QPointF>& points) {
 
 }  // namespace
 
-// An item that holds the path also when it is a single point: Qt's constructor takes such a path for
-// an empty one and drops it, and setPath() takes one at the origin for the path it has.
+// A path of a single point needs care: the item's constructor takes it for an empty one and drops it, and
+// setPath() ignores one at the origin, taking it for the path it already has.
 std::unique_ptr<QGraphicsPathItem> makePathItem(const QPainterPath& path) {
     auto item = makeItem<QGraphicsPathItem>(path);
     if (item->path().elementCount() != path.elementCount()) {

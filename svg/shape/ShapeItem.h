@@ -29,9 +29,9 @@ class QGraphicsItemRoundedRect : public QGraphicsRectItem {
     double ry_;
 };
 
-// The item of a shape element, or none: for other nodes and elements, and when its builder gives none.
-// Letter case of the name does not matter here, though it does in XmlNode::isShape(); meant so:
-// the builders serve any caller, only the exact names are imported. ShapeItem/nameCase pins both.
+// The item of a shape element, or none: for other nodes and elements, and when its builder gives none. Letter
+// case of the name does not matter here, though it does in XmlNode::isShape(); meant so: the builders serve
+// any caller, only the exact names are imported. ShapeItem/nameCase pins both.
 std::unique_ptr<QGraphicsItem> createShapeItem(const XmlNode& node, const LengthContext& lengths);
 
 // One builder an element kind. Absent attributes count as 0, malformed ones too; nothing is checked for its

@@ -1,5 +1,5 @@
-// The length reader: a number with an optional unit, as every geometric attribute of the basic shapes is
-// written; and what lengths of one load are relative to.
+// Lengths: a number with an optional unit, as in every geometric attribute of the basic shapes; and what the
+// lengths of one load are relative to.
 #pragma once
 
 #include <QString>

@@ -1,6 +1,6 @@
-// Nearly every number of a drawing is plain: at most fifteen digits, no exponent. Those are read here; longer
-// ones and exponents by std::from_chars, which rounds correctly, as Qt does; what that does not take whole
-// goes to Qt. NumberText/equalsToolkit pins that all three agree.
+// Nearly every number of a drawing is plain, with at most fifteen digits and no exponent. Longer ones and
+// exponents fall back to std::from_chars, which rounds correctly, as Qt does; what that does not read whole
+// falls back to Qt. NumberText/equalsToolkit pins that all three agree.
 #include "svg/text/NumberReader.h"
 
 #include <locale.h>  // NOLINT(modernize-deprecated-headers): newlocale is POSIX

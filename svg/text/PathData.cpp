@@ -1,5 +1,4 @@
-// One reader object per text, one small function per command. Tested by
-// tests/text/PathDataTest.cpp.
+// One reader object per text, one small function per command. Tested by tests/text/PathDataTest.cpp.
 #include "svg/text/PathData.h"
 
 #include <QPointF>

@@ -1,6 +1,6 @@
-// Nearly every number lies between 0.0001 and 999999 and is no tie: it is scaled to six
-// digits before the point and rounded. Everything else goes to Qt. RealText/equalsToolkit pins that
-// both agree.
+// Nearly every number lies between 0.0001 and 999999: it is scaled to six digits before the point and
+// rounded. Numbers outside, and those so close to a tie that the scaling's own error could decide it, fall
+// back to Qt. RealText/equalsToolkit pins that both agree.
 #include "svg/text/RealText.h"
 
 #include <QString>
@@ -25,8 +25,7 @@ struct Rounded {
     int exponent;
 };
 
-// Rounds a number greater than 0. Nothing when it is out of range, or so close to the middle between two
-// results that the scaling's own rounding could decide.
+// Rounds a number greater than 0. Nothing when it is out of range or too close to a tie.
 std::optional<Rounded> roundToDigits(double magnitude) {
     if (!(magnitude >= kInversePowers.back() && magnitude < kPowers[kDigits])) return std::nullopt;
     int exponent = 0;
@@ -52,8 +51,8 @@ std::optional<Rounded> roundToDigits(double magnitude) {
     return Rounded{digits, exponent};
 }
 
-// Up to eight characters, the first in the lowest byte: they are put together in a register and stored at
-// once, without a look at how many there are.
+// Up to eight characters, the first in the lowest byte: put together in a register and stored at once, which
+// takes no branch on how many there are.
 using Characters = uint64_t;
 static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the first character is the lowest byte");
 

@@ -11,11 +11,11 @@ namespace tzsvg {
 // A number as Qt's streams print it by default: 10.5, 123457, 1e+06, 1e-05.
 std::string realText(double value);
 
-// Room for what writeReal() writes, and may touch behind it.
+// The size of the buffer for writeReal(), which may write a few bytes more than the text has.
 constexpr size_t kRealRoom = 24;
 
-// Writes the same text to `out`, which has kRealRoom characters; the end of it. Null, with nothing written,
-// for the few numbers that only realText() can do.
+// Writes the same text into a buffer of kRealRoom characters; the answer is the end of the text. Null, with
+// nothing written, for the few numbers that take realText().
 char* writeReal(char* out, double value);
 
 }  // namespace tzsvg

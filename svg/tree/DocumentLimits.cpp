@@ -1,6 +1,6 @@
-// Two scans: a bare one over the characters for nearly every document, and Qt's own
-// stream reader for the few with an internal subset, whose entities and default attributes add elements and
-// attributes that the text does not show.
+// Nearly every document is checked by a scan over its characters. The few with an internal subset are read by
+// Qt's stream reader as well: their entities and default attributes add elements and attributes that the text
+// does not show.
 #include "svg/tree/DocumentLimits.h"
 
 #include <QXmlStreamReader>
@@ -105,8 +105,8 @@ class MarkupScan {
         return attributes_.add(attributes) ? DocumentLimit::kNone : DocumentLimit::kAttributes;
     }
 
-    // Whether a stretch refers to more entities of the document than kMaxReferences: Qt's reader
-    // expands a text, and a tag, as a whole before anybody can see how long it gets.
+    // Whether a stretch refers to more entities of the document than kMaxReferences: Qt's reader expands a
+    // text, and a tag, as a whole before anybody can see how long it gets.
     bool tooManyReferences(qsizetype from, qsizetype to) const {
         if (!sawInternalSubset_) return false;
         int references = 0;
@@ -135,9 +135,9 @@ qint64 sizeOf(const QXmlStreamAttributes& attributes) {
     return size;
 }
 
-// The same limits by Qt's reader, which expands entities and bounds the expansion of each; and the
-// limit on all expansions together: a reference of three characters stands for up to 4,096 of the reader's,
-// a default attribute is added to every element.
+// The same limits by Qt's reader, which expands entities and bounds the expansion of each; and the limit on
+// all expansions together: a reference of three characters stands for up to 4,096 of the reader's, a default
+// attribute is added to every element.
 DocumentLimit limitPassedExpanded(const QString& xml) {
     qint64 room = kMaxAddedText + qint64{kMaxExpansion} * xml.size();
     QXmlStreamReader reader(xml);

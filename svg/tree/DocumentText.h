@@ -1,4 +1,4 @@
-// A file's bytes, and the text they stand for. Used wherever a document from outside is read.
+// Reading a file, and decoding its bytes. Used wherever a document from outside is read.
 #pragma once
 
 #include <QByteArray>
@@ -10,8 +10,7 @@ namespace tzsvg {
 bool readFileBytes(const QString& fileName, QByteArray& bytes);
 
 // Decodes the bytes of an XML document by their byte order mark, else by the encoding that the XML
-// declaration names if Qt knows it, else as UTF-8. Bytes that are not valid become replacement
-// characters.
+// declaration names if Qt knows it, else as UTF-8. Bytes that are not valid become replacement characters.
 QString decodeDocument(const QByteArray& bytes);
 
 }  // namespace tzsvg

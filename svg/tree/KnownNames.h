@@ -1,5 +1,5 @@
-// The names of elements and attributes that the import looks for and the export writes, as codes: a
-// document's names are looked up once each, while it is read.
+// Codes for the names of elements and attributes that the import looks for and the export writes. While a
+// document is read each of its names is looked up once; from then on codes are compared, not texts.
 #pragma once
 
 #include <QString>

@@ -24,7 +24,7 @@ bool isNamePart(char16_t c) {
     return isNameStart(c) || (c >= u'0' && c <= u'9') || c == u'-' || c == u'.';
 }
 
-// What there is in a text. The loop has no way out, so that it takes eight characters at a time.
+// Which kinds of characters a text has. The loop has no early exit, so that the compiler can vectorise it.
 struct Look {
     bool isPlain;
     bool hasTab;
@@ -39,7 +39,7 @@ Look lookAt(QStringView text) {
     const char16_t* const characters = text.utf16();
     for (qsizetype i = 0; i < text.size(); ++i) {
         const char16_t c = characters[i];
-        // Control characters, line breaks and what lies beyond the surrogates are left to Qt.
+        // Control characters, line breaks, surrogates and what lies beyond them are left to Qt.
         const bool isPrintable = static_cast<uint16_t>(c - 0x20) < 0x7F - 0x20;
         const bool isBeyondAscii = static_cast<uint16_t>(c - 0xA0) < 0xD800 - 0xA0;
         const bool isTab = c == u'\t';
@@ -165,7 +165,7 @@ QXmlStreamReader::TokenType PlainXmlReader::readStartTag() {
 
 bool PlainXmlReader::readAttribute() {
     const QStringView name = readName();
-    // As many on every element are within the limits: nobody has to count pairs.
+    // With so few on each element no document passes the limit on pairs: they need not be counted.
     if (name.isEmpty() || isNameTaken(name) || attributes_.size() == kManyAttributes) return false;
     skipBlanks();
     if (!skip(u"=")) return false;

@@ -1,9 +1,9 @@
-// A quick reader for the texts that nearly all drawings are: elements, texts, comments, character data, a
-// document type without an internal subset. What is well-formed is Qt's reader to say: at anything
-// that is not plainly so, and at the limits of svg/tree/DocumentLimits.h, this one gives up, and
-// XmlDocument takes Qt's from the start. Where it does not give up, both say the same; Qt's
-// takes several times as long, since it appends texts character by character.
-// XmlDocument/equalsTheToolkitsWithPlainTexts compares them.
+// A fast XML reader for plain documents: elements, text, comments, CDATA sections, a document type without an
+// internal subset, all of it plainly well-formed and within the limits of svg/tree/DocumentLimits.h. That is
+// nearly every drawing. At anything else the reader gives up, and XmlDocument falls back to Qt's reader, from
+// the start of the text: what is well-formed is for Qt to say. Where this reader does not give up, both
+// report the same (XmlDocument/equalsTheToolkitsWithPlainTexts compares them). It exists because Qt's takes
+// several times as long: it appends text character by character.
 #pragma once
 
 #include <QStringView>
@@ -13,8 +13,8 @@
 
 namespace tzsvg {
 
-// The part of QXmlStreamReader, without namespaces, that XmlDocument needs. Views are valid until the next
-// token; those of a text without references and tabs as long as the text.
+// Has the part of QXmlStreamReader's interface that XmlDocument needs, without namespaces. Views are valid
+// until the next token.
 class PlainXmlReader {
   public:
     struct Attribute {
@@ -24,7 +24,7 @@ class PlainXmlReader {
         QStringView value() const { return text; }
     };
 
-    // Text with lines joined: a line break is not plain.
+    // The lines of the text have been joined: the reader gives up at a line break.
     explicit PlainXmlReader(QStringView xml) : xml_(xml) {}
 
     bool atEnd() const { return isDone_; }

@@ -1,7 +1,6 @@
-// The text form in which nodes are kept and written: to the byte what Qt's QDomNode::save() makes of them at
-// indent 0, but for one thing. QDomElement writes attributes in the order of a hash, which another process
-// has otherwise; here it is the order under the hash seed 0, so that the same document gives the same text
-// everywhere. XmlDocument/equalsQts compares both.
+// Nodes saved as text: to the byte what QDomNode::save() makes of them at indent 0, but for one thing. Qt
+// writes attributes in the order of a hash table whose seed differs from process to process; here the seed is
+// always 0, so that the same document gives the same text everywhere. XmlDocument/equalsQts compares both.
 #pragma once
 
 #include <QHash>

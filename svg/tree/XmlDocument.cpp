@@ -11,7 +11,7 @@
 namespace tzsvg {
 namespace {
 
-// What Qt calls nodes without a name.
+// The names that Qt's tree has for nodes without one. They appear in the log.
 struct FixedNames {
     const XmlName document{QStringLiteral("#document")};
     const XmlName text{QStringLiteral("#text")};
@@ -74,7 +74,7 @@ bool XmlDocument::build(Reader& reader, const QString& xml) {
     while (!reader.atEnd()) {
         switch (const QXmlStreamReader::TokenType token = reader.readNext()) {
             case QXmlStreamReader::StartDocument:
-                // The declaration is an instruction for Qt. Nobody asks what it says.
+                // To Qt's tree the XML declaration is a processing instruction. What it says is never asked.
                 if (!reader.documentVersion().isEmpty()) addLeaf(NodeKind::kInstruction, named(u"xml"));
                 break;
             case QXmlStreamReader::DTD:
@@ -100,7 +100,8 @@ bool XmlDocument::build(Reader& reader, const QString& xml) {
                 addLeaf(NodeKind::kComment, fixed.comment).text_ = keep(reader.text());
                 break;
             default:
-                if constexpr (std::is_same_v<Reader, QXmlStreamReader>) {  // plain texts have no others
+                if constexpr (std::is_same_v<Reader,
+                                             QXmlStreamReader>) {  // a PlainXmlReader reports no others
                     if (token == QXmlStreamReader::ProcessingInstruction) {
                         addLeaf(NodeKind::kInstruction, named(reader.processingInstructionTarget())).text_ =
                             keep(reader.processingInstructionData());

@@ -1,6 +1,6 @@
-// A document as the import holds it: the nodes that Qt's QDomDocument would have, in a tenth of its
-// room and a fraction of its time, because they are made together, found by code instead of by text, and let
-// go together. What is kept as text takes the form that Qt's tree would be saved in: svg/tree/SavedForm.h.
+// The tree of a document: the nodes that QDomDocument would have, in a tenth of its memory and a fraction of
+// its time. Nodes, attributes and texts come from one arena and are freed together; names are looked up once
+// and then compared as codes. Saved as text (svg/tree/SavedForm.h) it is what Qt's tree would save.
 #pragma once
 
 #include <QHash>
@@ -20,8 +20,8 @@ class XmlDocument {
     XmlDocument& operator=(const XmlDocument&) = delete;
 
     // Reads a text, without namespaces: names keep their prefixes, declarations are attributes. Texts of
-    // nothing but white space are left out, as Qt does. False, and the document is empty, when the
-    // text is beyond the limits or not well-formed.
+    // nothing but white space are left out, as by Qt. False, and the document is empty, when the text is
+    // beyond the limits or not well-formed.
     bool read(const QString& xml);
 
     void clear() noexcept;
@@ -32,8 +32,8 @@ class XmlDocument {
     // The text up to the end of the document type declaration; empty when there is none.
     const QString& prolog() const { return prolog_; }
 
-    // Moves the children of an element of this document to its place, and takes it out. It keeps its own
-    // links.
+    // Replaces an element of a document by its children. The element itself keeps its links, so that a walk
+    // that is at it can go on.
     static void dissolve(const XmlNode& element);
 
   private:
@@ -50,7 +50,7 @@ class XmlDocument {
         return static_cast<T*>(room_.allocate(count * sizeof(T), alignof(T)));
     }
 
-    std::pmr::monotonic_buffer_resource room_;  // of nodes, attributes and texts
+    std::pmr::monotonic_buffer_resource room_;  // the arena of nodes, attributes and texts
     std::deque<XmlName> names_;
     QHash<QStringView, const XmlName*> namesByText_;
     QString prolog_;

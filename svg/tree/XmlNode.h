@@ -1,4 +1,4 @@
-// One node of a document that is being imported. Made by XmlDocument, which owns it; everybody else reads.
+// One node of a document. Made and owned by XmlDocument; everybody else only reads it.
 #pragma once
 
 #include <QString>
@@ -40,8 +40,8 @@ class XmlNode {
     bool isElement() const { return kind_ == NodeKind::kElement; }
     bool isText() const { return kind_ == NodeKind::kText || kind_ == NodeKind::kCharacterData; }
 
-    // An element's name, an instruction's target, an entity's name; of the others one that no element has,
-    // as in "#text".
+    // An element's name, an instruction's target, an entity's name; of the others one that no element has, as
+    // in "#text".
     const QString& name() const { return name_->text; }
 
     // Which element it is; kOther for other nodes.
@@ -51,8 +51,8 @@ class XmlNode {
     // What a text, a comment or an instruction says.
     QStringView text() const { return text_; }
 
-    // The line on which the reader was when it had read the node; kNoLine below a "switch", whose children
-    // the log shows as copies.
+    // The line on which the reader was when it had read the node; kNoLine below a "switch": to the log, what
+    // comes out of one is a copy, which has no line.
     int line() const { return line_; }
 
     const XmlNode* parent() const { return parent_; }

@@ -1,5 +1,5 @@
-// The one way into Qt's streaming reader: for documents of the loader and stored fragments of the
-// saver.
+// Qt's streaming reader, set up the same way for everything that is read: documents, and the fragments that a
+// scene keeps of them.
 #pragma once
 
 #include <QString>
@@ -12,7 +12,8 @@ class XmlReader {
   public:
     explicit XmlReader(const QString& xml);
 
-    // Whether the text is within the limits of svg/tree/DocumentLimits.h. Nobody reads one that is not.
+    // Whether the text is within the limits of svg/tree/DocumentLimits.h. To be asked before anything is
+    // read.
     bool withinLimits() const;
 
     // What the stream reads; its offsets count in this text.

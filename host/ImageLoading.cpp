@@ -28,19 +28,19 @@ CTzPtr<ITzImageLoader> recognise(const Host& host, TzLoadAccess& access) {
 
 }  // namespace
 
-LoadedImage loadImage(const Host& host, const std::filesystem::path& file) {
-    requireReadable(file);
-    requireUtf8Name(file, "open");
-    const std::string& fileName = file.native();
+LoadedImage loadImage(const Host& host, const Drawing& drawing) {
+    requireReadable(drawing.file());
+    requireUtf8Name(drawing.file(), "open");
+    const std::string& fileName = drawing.name();
     const Progress progress(host.observer(), "opening " + fileName);
     TzLoadAccess access{};
-    access.fileName = tzText(fileName);
+    access.fileName = tzText(drawing.readName());
     const auto loader = inStep(fileName, "recognise", [&] {
         auto recognised = recognise(host, access);
         if (!access.target) throw CTzError(kTzFailed);
         return recognised;
     });
-    LoadedImage loaded;
+    LoadedImage loaded{drawing, {}, {}, {}, {}};
     loaded.recognised = {access.targetType, access.flags, std::string(tzView(access.formatName)),
                          *access.target};
     inStep(fileName, "load", [&] {

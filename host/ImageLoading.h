@@ -2,10 +2,10 @@
 // Called by the commands that take drawings as images; tests and benchmarks call it as they do.
 #pragma once
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
+#include "host/Drawing.h"
 #include "host/Host.h"
 #include "hostsdk/CTzUser_Image.h"
 #include "hostsdk/ITzImageLoader.h"
@@ -22,6 +22,7 @@ struct RecognisedImage {
 
 // An image and the interfaces that this host wants of it.
 struct LoadedImage {
+    Drawing drawing;  // what the image reads on in
     RecognisedImage recognised;
     CTzUser_Image image;
     CTzPtr<ITzTileImage> tiles;
@@ -38,6 +39,6 @@ std::vector<float> readPixels(const CTzUser_Image& image);
 void toBytes(const float* values, size_t count, uint8_t* bytes);
 
 // Throws OperationError: steps "open", "recognise" and "load".
-LoadedImage loadImage(const Host& host, const std::filesystem::path& file);
+LoadedImage loadImage(const Host& host, const Drawing& drawing);
 
 }  // namespace tzhost

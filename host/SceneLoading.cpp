@@ -78,18 +78,18 @@ void countItem(const MeshData& mesh, ImportSummary& summary) {
 
 }  // namespace
 
-ImportSummary importFile(Host& host, Scene& scene, const std::filesystem::path& file,
-                         const ImportOptions& options) {
-    requireReadable(file);
-    const std::string& fileName = file.native();
-    requireUtf8Name(file, "open");
+ImportSummary importFile(Host& host, Scene& scene, const Drawing& drawing, const ImportOptions& options) {
+    requireReadable(drawing.file());
+    const std::string& fileName = drawing.name();
+    requireUtf8Name(drawing.file(), "open");
     const auto began = std::chrono::steady_clock::now();
     const size_t itemsBefore = scene.items().size();
     const auto monitor = CTzPolymorph<Monitor, ITzMonitor>::createSelf(host.core(), "importing " + fileName,
                                                                        options.cancelAfter);
     try {
-        const auto loader = inStep(fileName, "recognise", [&] { return recognise(host, fileName); });
-        scene.setNameHint(file.stem().native());
+        const auto loader =
+            inStep(fileName, "recognise", [&] { return recognise(host, drawing.readName()); });
+        scene.setNameHint(drawing.file().stem().native());
         inStep(fileName, "start", [&] { tzCheck(loader->start(&scene)); });
         inStep(fileName, "load", [&] {
             const TzResult loaded = loader->load(monitor.get());

@@ -3,9 +3,9 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <string>
 
+#include "host/Drawing.h"
 #include "host/Host.h"
 
 namespace tzhost {
@@ -23,9 +23,8 @@ struct ImportSummary {
     double seconds = 0.0;  // from recognition to the end of the load
 };
 
-// Adds the file's items to the scene. Throws OperationError, and the scene is as it was before: steps "open",
-// "recognise", "start" and "load".
-ImportSummary importFile(Host& host, Scene& scene, const std::filesystem::path& file,
-                         const ImportOptions& options = {});
+// Adds the drawing's items to the scene. Throws OperationError, and the scene is as it was before: steps
+// "open", "recognise", "start" and "load".
+ImportSummary importFile(Host& host, Scene& scene, const Drawing& drawing, const ImportOptions& options = {});
 
 }  // namespace tzhost

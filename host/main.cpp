@@ -75,6 +75,10 @@ void describeProgram(CLI::App& app, std::string& moduleFile) {
 
 void runCommand(const CommandRun& run, const std::filesystem::path& module) {
     const auto terminal = std::make_shared<Terminal>();
+    if (run.workAlone) {
+        run.workAlone(*terminal);
+        return requirePrinted();
+    }
     Session session(module, terminal);
     run.work({session.host, *terminal});
     requirePrinted();
@@ -104,6 +108,7 @@ int runProgram(int argc, char** argv) {
     addTileCommand(app, run);
     addSampleCommand(app, run);
     addPyramidCommand(app, run);
+    addNormalizeCommand(app, run);
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& help) {

@@ -23,6 +23,9 @@ struct CommandRun {
     std::string file;
     // Everything that it holds of the module is gone when it returns.
     std::function<void(const CommandContext&)> work;
+
+    // Instead of `work`, for a command that needs no module: none is loaded.
+    std::function<void(Terminal&)> workAlone = nullptr;
 };
 
 // What has been printed is out: called before an output file gets its name, so that there is none without its
@@ -39,5 +42,6 @@ void addImageInfoCommand(CLI::App& app, CommandRun& run);
 void addTileCommand(CLI::App& app, CommandRun& run);
 void addSampleCommand(CLI::App& app, CommandRun& run);
 void addPyramidCommand(CLI::App& app, CommandRun& run);
+void addNormalizeCommand(CLI::App& app, CommandRun& run);
 
 }  // namespace tzhost

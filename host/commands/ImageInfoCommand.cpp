@@ -8,6 +8,7 @@
 #include "host/ImageLoading.h"
 #include "host/commands/Commands.h"
 #include "host/commands/LogFile.h"
+#include "host/commands/NormalizeOption.h"
 #include "host/core/OperationError.h"
 #include "host/core/Utf8.h"
 #include "host/services/Services.h"
@@ -18,6 +19,7 @@ namespace {
 struct ImageInfoArguments {
     std::string in;
     std::string log;
+    NormalizeArguments normalize;
     bool json = false;
 };
 
@@ -83,7 +85,8 @@ void printJson(const RecognisedImage& recognised, TzSize size, TzPixelFormat for
 
 void runImageInfo(const CommandContext& context, const ImageInfoArguments& arguments) {
     LogFile log(context.terminal, arguments.log, arguments.in);
-    const LoadedImage loaded = loadImage(context.host, arguments.in);
+    const LoadedImage loaded =
+        loadImage(context.host, openDrawing(context.terminal, arguments.in, arguments.normalize));
     log.commit();
     inStep(arguments.in, "describe", [&] {
         const auto print = arguments.json ? printJson : printPlain;
@@ -99,6 +102,7 @@ void addImageInfoCommand(CLI::App& app, CommandRun& run) {
     command->add_option("IN.svg", arguments->in, "The drawing")->required();
     command->add_flag("--json", arguments->json, "As JSON");
     LogFile::addOption(*command, arguments->log);
+    addNormalizeOptions(*command, arguments->normalize);
     command->footer("Example:\n  tzhost image-info logo.svg --json");
     command->callback([arguments, &run] {
         run = {arguments->in,

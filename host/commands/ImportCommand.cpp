@@ -8,6 +8,7 @@
 #include "host/SceneLoading.h"
 #include "host/commands/Commands.h"
 #include "host/commands/LogFile.h"
+#include "host/commands/NormalizeOption.h"
 #include "host/core/Utf8.h"
 #include "host/scenefile/SceneWriter.h"
 
@@ -18,15 +19,17 @@ struct ImportArguments {
     std::string in;
     std::string scene;
     std::string log;
+    NormalizeArguments normalize;
     int64_t cancelAfter = 0;  // signed, or the parser would take -1 for a very large number
 };
 
 void runImport(const CommandContext& context, const ImportArguments& arguments) {
     const ScenePtr scene = context.host.makeScene();
     LogFile log(context.terminal, arguments.log, arguments.in);
+    const Drawing drawing = openDrawing(context.terminal, arguments.in, arguments.normalize);
     const InterruptScope interruptScope;
     const ImportOptions options{static_cast<uint64_t>(arguments.cancelAfter)};
-    const ImportSummary summary = importFile(context.host, *scene, arguments.in, options);
+    const ImportSummary summary = importFile(context.host, *scene, drawing, options);
     OutputFile out(arguments.scene, "write");
     writeScene(*scene, out);
     log.commit();
@@ -46,6 +49,7 @@ void addImportCommand(CLI::App& app, CommandRun& run) {
     command->add_option("IN.svg", arguments->in, "The drawing")->required();
     command->add_option("SCENE.json", arguments->scene, "The scene file to write")->required();
     LogFile::addOption(*command, arguments->log);
+    addNormalizeOptions(*command, arguments->normalize);
     command->add_option("--cancel-after", arguments->cancelAfter, "Cancel at the monitor's N-th step")
         ->type_name("N")
         ->check(CLI::Range(int64_t{1}, std::numeric_limits<int64_t>::max()));

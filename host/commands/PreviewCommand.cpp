@@ -5,6 +5,7 @@
 #include "host/SceneLoading.h"
 #include "host/commands/Commands.h"
 #include "host/commands/LogFile.h"
+#include "host/commands/NormalizeOption.h"
 #include "host/core/OperationError.h"
 #include "host/core/Progress.h"
 #include "host/io/OutputFile.h"
@@ -22,6 +23,7 @@ struct PreviewArguments {
     std::string out;
     int size = 1024;
     std::string log;
+    NormalizeArguments normalize;
 };
 
 bool isSceneFile(const std::string& fileName) {
@@ -35,8 +37,9 @@ void runPreview(const CommandContext& context, const PreviewArguments& arguments
     if (isSceneFile(arguments.in)) {
         readSceneFile(*scene, arguments.in);
     } else {
+        const Drawing drawing = openDrawing(context.terminal, arguments.in, arguments.normalize);
         const InterruptScope interruptScope;
-        importFile(context.host, *scene, arguments.in);
+        importFile(context.host, *scene, drawing);
     }
     log.commit();
     std::string png;
@@ -62,6 +65,7 @@ void addPreviewCommand(CLI::App& app, CommandRun& run) {
         ->capture_default_str()
         ->check(CLI::Range(1, kLargestSide));
     LogFile::addOption(*command, arguments->log);
+    addNormalizeOptions(*command, arguments->normalize);
     command->footer("Example:\n  tzhost preview logo.svg logo.png --size 2048");
     command->callback([arguments, &run] {
         run = {arguments->in,

@@ -7,6 +7,7 @@
 
 #include "host/commands/Commands.h"
 #include "host/commands/LogFile.h"
+#include "host/commands/NormalizeOption.h"
 #include "host/core/Utf8.h"
 #include "host/pyramid/Pyramid.h"
 
@@ -16,15 +17,16 @@ namespace {
 struct PyramidArguments {
     std::string in;
     std::string log;
+    NormalizeArguments normalize;
     std::string folder;
     PyramidOptions options{12, std::max(1U, std::thread::hardware_concurrency())};
 };
 
 void runPyramid(const CommandContext& context, const PyramidArguments& arguments) {
     LogFile log(context.terminal, arguments.log, arguments.in);
+    const Drawing drawing = openDrawing(context.terminal, arguments.in, arguments.normalize);
     const InterruptScope interruptScope;
-    const PyramidSummary summary =
-        writePyramid(context.host, arguments.in, arguments.folder, arguments.options);
+    const PyramidSummary summary = writePyramid(context.host, drawing, arguments.folder, arguments.options);
     log.commit();
     std::printf("%s: %llu tiles written, %llu kept, %.3f s -> %s\n", toOneLine(arguments.in).c_str(),
                 static_cast<unsigned long long>(summary.written),
@@ -52,6 +54,7 @@ void addPyramidCommand(CLI::App& app, CommandRun& run) {
         ->capture_default_str()
         ->check(CLI::Range(1, 256));
     LogFile::addOption(*command, arguments->log);
+    addNormalizeOptions(*command, arguments->normalize);
     command->footer("Example:\n  tzhost pyramid town-map.svg town-map --max-level 13");
     command->callback([arguments, &run] {
         run = {arguments->in,

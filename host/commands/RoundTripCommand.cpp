@@ -6,6 +6,7 @@
 #include "host/SceneSaving.h"
 #include "host/commands/Commands.h"
 #include "host/commands/LogFile.h"
+#include "host/commands/NormalizeOption.h"
 
 namespace tzhost {
 namespace {
@@ -14,13 +15,15 @@ struct RoundTripArguments {
     std::string in;
     std::string out;
     std::string log;
+    NormalizeArguments normalize;
 };
 
 void runRoundTrip(const CommandContext& context, const RoundTripArguments& arguments) {
     const ScenePtr scene = context.host.makeScene();
     LogFile log(context.terminal, arguments.log, arguments.in);
+    const Drawing drawing = openDrawing(context.terminal, arguments.in, arguments.normalize);
     const InterruptScope interruptScope;
-    importFile(context.host, *scene, arguments.in);
+    importFile(context.host, *scene, drawing);
     OutputFile out(arguments.out, "save");
     exportScene(context.host, *scene, out);
     log.commit();
@@ -35,6 +38,7 @@ void addRoundTripCommand(CLI::App& app, CommandRun& run) {
     command->add_option("IN.svg", arguments->in, "The drawing")->required();
     command->add_option("OUT.svg", arguments->out, "The drawing to write")->required();
     LogFile::addOption(*command, arguments->log);
+    addNormalizeOptions(*command, arguments->normalize);
     command->footer("Example:\n  tzhost roundtrip logo.svg back.svg");
     command->callback([arguments, &run] {
         run = {arguments->in,

@@ -6,6 +6,7 @@
 #include "host/ImageLoading.h"
 #include "host/commands/Commands.h"
 #include "host/commands/LogFile.h"
+#include "host/commands/NormalizeOption.h"
 #include "host/core/OperationError.h"
 #include "host/core/Progress.h"
 
@@ -15,6 +16,7 @@ namespace {
 struct SampleArguments {
     std::string in;
     std::string log;
+    NormalizeArguments normalize;
     uint32_t level = 0;
     uint32_t x = 0;
     uint32_t y = 0;
@@ -22,7 +24,8 @@ struct SampleArguments {
 
 void runSample(const CommandContext& context, const SampleArguments& arguments) {
     LogFile log(context.terminal, arguments.log, arguments.in);
-    const LoadedImage loaded = loadImage(context.host, arguments.in);
+    const LoadedImage loaded =
+        loadImage(context.host, openDrawing(context.terminal, arguments.in, arguments.normalize));
     float pixel[4] = {};
     inStep(arguments.in, "sample", [&] {
         const Progress progress(context.terminal, "drawing " + arguments.in);
@@ -45,6 +48,7 @@ void addSampleCommand(CLI::App& app, CommandRun& run) {
     command->add_option("X", arguments->x, "Pixels from the left")->required();
     command->add_option("Y", arguments->y, "Pixels from the top")->required();
     LogFile::addOption(*command, arguments->log);
+    addNormalizeOptions(*command, arguments->normalize);
     command->footer("Example:\n  tzhost sample logo.svg 10 512 300");
     command->callback([arguments, &run] {
         run = {arguments->in, [arguments](const CommandContext& context) { runSample(context, *arguments); }};

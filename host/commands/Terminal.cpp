@@ -158,8 +158,12 @@ bool Terminal::cancelled() noexcept {
 }
 
 void Terminal::message(const std::string& text) {
+    note("warning: " + text);
+}
+
+void Terminal::note(const std::string& text) const {
     // There may be a bar in the line.
-    std::fprintf(stderr, "%swarning: %s\n", isTerminal_ ? "\r\033[K" : "", text.c_str());
+    std::fprintf(stderr, "%s%s\n", isTerminal_ ? "\r\033[K" : "", text.c_str());
 }
 
 void Terminal::log(const LogLine& line) {

@@ -26,6 +26,9 @@ class Terminal : public Observer {
     void message(const std::string& text) override;
     void log(const LogLine& line) override;
 
+    // A line of the program's own, without its line end.
+    void note(const std::string& text) const;
+
   private:
     const bool isTerminal_;  // stderr
     LineSink logSink_;

@@ -7,6 +7,7 @@
 #include "host/ImageLoading.h"
 #include "host/commands/Commands.h"
 #include "host/commands/LogFile.h"
+#include "host/commands/NormalizeOption.h"
 #include "host/core/OperationError.h"
 #include "host/core/Progress.h"
 #include "host/io/OutputFile.h"
@@ -19,6 +20,7 @@ namespace {
 struct TileArguments {
     std::string in;
     std::string log;
+    NormalizeArguments normalize;
     uint32_t level = 0;
     uint32_t column = 0;
     uint32_t row = 0;
@@ -50,7 +52,8 @@ CTzUser_Image fetchOnThreads(ITzTileImage& tiles, const TileArguments& arguments
 
 void runTile(const CommandContext& context, const TileArguments& arguments) {
     LogFile log(context.terminal, arguments.log, arguments.in);
-    const LoadedImage loaded = loadImage(context.host, arguments.in);
+    const LoadedImage loaded =
+        loadImage(context.host, openDrawing(context.terminal, arguments.in, arguments.normalize));
     std::string bytes;
     inStep(arguments.in, "tile", [&] {
         const Progress progress(context.terminal, "drawing " + arguments.in);
@@ -87,6 +90,7 @@ void addTileCommand(CLI::App& app, CommandRun& run) {
         ->capture_default_str()
         ->check(CLI::Range(1, 256));
     LogFile::addOption(*command, arguments->log);
+    addNormalizeOptions(*command, arguments->normalize);
     command->footer("Example:\n  tzhost tile logo.svg 4 3 5 tile.png");
     command->callback([arguments, &run] {
         run = {arguments->in, [arguments](const CommandContext& context) { runTile(context, *arguments); }};

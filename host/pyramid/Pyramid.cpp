@@ -44,6 +44,7 @@ std::vector<TzSize> levelSizes(const LoadedImage& loaded) {
 
 // One tile of the pyramid.
 QImage drawTile(const LoadedImage& loaded, const std::vector<TzSize>& levels, const PyramidTile& tile) {
+    loaded.drawing.refresh();
     const TzSize level = levels[tile.level];
     TzTileLevel of{};
     const uint32_t fromFinest = static_cast<uint32_t>(levels.size()) - 1 - tile.level;
@@ -70,8 +71,8 @@ void writeFile(const fs::path& file, std::string_view bytes) {
     out.commit();
 }
 
-std::string digestOf(const fs::path& drawing) {
-    QFile file(QString::fromStdString(drawing.native()));
+std::string digestOf(const std::string& fileName) {
+    QFile file(QString::fromStdString(fileName));
     QCryptographicHash digest(QCryptographicHash::Sha256);
     if (!file.open(QIODevice::ReadOnly) || !digest.addData(&file)) throw CTzError(kTzFailed);
     return digest.result().toHex().toStdString() + "\n";
@@ -170,10 +171,10 @@ void writeTiles(const std::vector<PyramidTile>& tiles, uint32_t threads, Observe
 
 }  // namespace
 
-PyramidSummary writePyramid(const Host& host, const fs::path& drawing, const fs::path& folder,
+PyramidSummary writePyramid(const Host& host, const Drawing& drawing, const fs::path& folder,
                             const PyramidOptions& options) {
     const auto began = std::chrono::steady_clock::now();
-    const std::string& name = drawing.native();
+    const std::string& name = drawing.name();
     std::optional<LoadedImage> loaded = loadImage(host, drawing);
     const std::vector<TzSize> levels = inStep(name, "levels", [&] { return levelSizes(*loaded); });
     if (levels.empty()) throw OperationError(name, "levels", kTzFailed);
@@ -181,7 +182,7 @@ PyramidSummary writePyramid(const Host& host, const fs::path& drawing, const fs:
 
     PyramidSummary summary;
     std::vector<PyramidTile> missing;
-    const std::string digest = inStep(name, "read", [&] { return digestOf(drawing); });
+    const std::string digest = inStep(name, "read", [&] { return digestOf(drawing.readName()); });
     inStep(folder.native(), "write", [&] {
         fs::create_directories(pyramidDigestFile(folder).parent_path());
         const fs::file_time_type since = drawnSince(folder, digest);
@@ -212,7 +213,7 @@ PyramidSummary writePyramid(const Host& host, const fs::path& drawing, const fs:
     progress.close();
 
     writeFile(folder / "pyramid.dzi", pyramidDescription(levels[finest]));
-    writeFile(folder / "index.html", pyramidPage(toOneLine(drawing.filename().native()),
+    writeFile(folder / "index.html", pyramidPage(toOneLine(drawing.file().filename().native()),
                                                  {levels.begin(), levels.begin() + finest + 1}));
     summary.written = missing.size();
     summary.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - began).count();

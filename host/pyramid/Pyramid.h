@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <filesystem>
 
+#include "host/Drawing.h"
 #include "host/Host.h"
 
 namespace tzhost {
@@ -32,7 +33,7 @@ struct PyramidSummary {
 // kept: files are renamed to their final names when they are complete, so an interrupted run goes on where it
 // stopped. Tiles of another drawing, or of what the drawing was before, are drawn again. What a drawing links
 // to is not looked at. The page and the .dzi come last. Throws OperationError.
-PyramidSummary writePyramid(const Host& host, const std::filesystem::path& drawing,
-                            const std::filesystem::path& folder, const PyramidOptions& options);
+PyramidSummary writePyramid(const Host& host, const Drawing& drawing, const std::filesystem::path& folder,
+                            const PyramidOptions& options);
 
 }  // namespace tzhost

@@ -1,0 +1,73 @@
+// See the header.
+#include "host/Drawing.h"
+
+#include <sys/stat.h>
+
+#include <mutex>
+#include <tuple>
+
+#include "host/core/OperationError.h"
+#include "host/io/PrivateFile.h"
+
+namespace tzhost {
+namespace {
+
+// What a change of the file shows in; nothing for one that is not there.
+using FileState = std::tuple<uint64_t, int64_t, int64_t, int64_t>;
+
+FileState stateOf(const std::filesystem::path& file) {
+    struct stat status {};
+    if (stat(file.c_str(), &status) != 0) return {};
+    return {status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+}
+
+}  // namespace
+
+class Drawing::NormalizedCopy {
+  public:
+    // The state is taken before the file is read: a change in between shows the next time.
+    explicit NormalizedCopy(const std::filesystem::path& file)
+        : file_(file), state_(stateOf(file)), text_(normalizeFile(file)), copy_(text_.document) {
+        text_.document = {};
+    }
+
+    const std::string& name() const { return copy_.name(); }
+    const NormalizedText& text() const { return text_; }
+
+    void refresh() {
+        // Whoever comes while another one looks draws what there is.
+        const std::unique_lock held(lock_, std::try_to_lock);
+        if (!held) return;
+        const FileState state = stateOf(file_);
+        if (state == state_) return;
+        state_ = state;
+        tzGate([&] { copy_.replace(normalizeFile(file_).document); });
+    }
+
+  private:
+    const std::filesystem::path file_;
+    std::mutex lock_;  // guards the state and the copy's content
+    FileState state_;
+    NormalizedText text_;
+    PrivateFile copy_;
+};
+
+Drawing Drawing::normalized(const std::filesystem::path& file) {
+    Drawing drawing(file);
+    inStep(file.native(), "normalize", [&] { drawing.copy_ = std::make_shared<NormalizedCopy>(file); });
+    return drawing;
+}
+
+const std::string& Drawing::readName() const {
+    return copy_ ? copy_->name() : file_.native();
+}
+
+const NormalizedText* Drawing::normalization() const {
+    return copy_ ? &copy_->text() : nullptr;
+}
+
+void Drawing::refresh() const {
+    if (copy_) copy_->refresh();
+}
+
+}  // namespace tzhost

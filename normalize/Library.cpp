@@ -1,0 +1,60 @@
+// The C entry of libtznormalize.so: see tznormalize.h.
+#include <QFile>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <string_view>
+
+#include "normalize/NotesJson.h"
+#include "normalize/tznormalize.h"
+
+namespace tznormalize {
+namespace {
+
+// A copy that free() takes; false when there is no memory.
+bool copyText(std::string_view text, char*& copy, size_t& size) {
+    copy = static_cast<char*>(std::malloc(text.size() + 1));
+    if (!copy) return false;
+    std::memcpy(copy, text.data(), text.size());
+    copy[text.size()] = '\0';
+    size = text.size();
+    return true;
+}
+
+int run(const char* fileName, const void* bytes, size_t size, TzNormalizeResult& result) {
+    constexpr size_t kMostBytes = size_t{1} << 30;
+    if ((!fileName && !bytes) || (bytes && size > kMostBytes)) return TZNORMALIZE_FAILED;
+    const QString name = QString::fromUtf8(fileName);
+    const Normalized normalized =
+        bytes ? normalize(QByteArray(static_cast<const char*>(bytes), int(size)), name) : normalizeFile(name);
+    if (!copyText(notesJson(normalized, name), result.notes, result.notesSize)) return TZNORMALIZE_FAILED;
+    if (normalized.refused) return TZNORMALIZE_REFUSED;
+    const std::string_view document(normalized.document.constData(), size_t(normalized.document.size()));
+    return copyText(document, result.document, result.documentSize) ? TZNORMALIZE_OK : TZNORMALIZE_FAILED;
+}
+
+}  // namespace
+}  // namespace tznormalize
+
+#define TZNORMALIZE_EXPORT extern "C" __attribute__((visibility("default")))
+
+TZNORMALIZE_EXPORT int tzNormalize(const char* fileName, const void* bytes, size_t size,
+                                   TzNormalizeResult* result) {
+    if (!result) return TZNORMALIZE_FAILED;
+    *result = {};
+    int code = TZNORMALIZE_FAILED;
+    try {
+        code = tznormalize::run(fileName, bytes, size, *result);
+    } catch (...) {
+        // There is no more to say than that it failed.
+    }
+    if (code == TZNORMALIZE_FAILED) tzNormalizeFree(result);
+    return code;
+}
+
+TZNORMALIZE_EXPORT void tzNormalizeFree(TzNormalizeResult* result) {
+    if (!result) return;
+    std::free(result->document);
+    std::free(result->notes);
+    *result = {};
+}

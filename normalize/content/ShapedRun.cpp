@@ -25,9 +25,6 @@ bool hasRightToLeft(const QString& text) {
     });
 }
 
-// Measuring walks over the line once for each letter.
-constexpr int kLongestMixed = 2000;
-
 }  // namespace
 
 ShapedRun::ShapedRun(const QString& words, const Face& face, double fontSize, bool isRightToLeft)
@@ -49,20 +46,11 @@ ShapedRun::ShapedRun(const QString& words, const Face& face, double fontSize, bo
     width_ = measure();
 }
 
-// Qt's own width has a margin for letters that lean over their end. In text of both directions an end of the
-// line may be at any letter.
+// Qt's own width has a margin for letters that lean over their end; but where text runs in both directions,
+// no letter tells how far it reaches.
 double ShapedRun::measure() const {
-    const QString text = layout_.text();
-    if (!hasRightToLeft(text)) return extent(0, length()).width;
-    if (text.size() > kLongestMixed) return line_.naturalTextWidth() * scale_;
-    double least = 0.0;
-    double most = 0.0;
-    for (int at = 0; at < length(); ++at) {
-        const Extent letter = extent(at, at + 1);
-        least = at == 0 ? letter.left : std::min(least, letter.left);
-        most = at == 0 ? letter.left + letter.width : std::max(most, letter.left + letter.width);
-    }
-    return most - least;
+    if (hasRightToLeft(layout_.text())) return line_.naturalTextWidth() * scale_;
+    return extent(0, length()).width;
 }
 
 ShapedRun::Extent ShapedRun::extent(int from, int to) const {

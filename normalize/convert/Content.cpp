@@ -25,7 +25,8 @@ void convertInto(Conversion& conversion, const SourceElement& definition, const 
 }  // namespace
 
 double liftFor(const Conversion& conversion, double bottom) {
-    const double lowest = conversion.page.bottom - 1.0;
+    // No round number: what ends there must be judged alike when it has been rounded.
+    const double lowest = conversion.page.bottom - 0.637;
     if (bottom <= lowest) return 0.0;
     // In steps of the page's height, so that it does not hang on the last digit of what is lowest.
     const double step = std::max(1.0, std::ceil(conversion.page.height()));

@@ -78,6 +78,15 @@ class ElementBudget {
     size_t left_;
 };
 
+struct Place;
+
+// Where a shape stands whose markers are being drawn: "context-fill" and "context-stroke" in them are its
+// paints.
+struct MarkedShape {
+    const Place& place;
+    const MarkedShape* outer;  // a marker may have shapes with markers
+};
+
 struct Conversion {
     Conversion(const SourceDocument& document, const Cascade& cascade, const QString& file,
                Notes& notesToFill, const Box& pageOfResult, const Matrix& toPage, const Grid& pageGrid)
@@ -102,6 +111,7 @@ struct Conversion {
     Definitions definitions;
     VisitedElements visited;
     ElementBudget budget;
+    const MarkedShape* marked = nullptr;
     Fonts fonts;
     size_t letters = 0;        // laid out so far: content/TextOutlines.cpp
     size_t pictureBytes = 0;   // written so far: content/EmbeddedPicture.h
@@ -143,9 +153,10 @@ struct Place {
 
 // What is being written into.
 struct Target {
-    bool isDrawn = false;     // the drawing itself, not a definition
-    bool isClip = false;      // a clip path: only areas count in it
-    bool isMeasured = false;  // nothing is written; only `box` is wanted
+    bool isDrawn = false;        // the drawing itself, not a definition
+    bool isClip = false;         // a clip path: only areas count in it
+    bool isMeasured = false;     // nothing is written; only `box` is wanted
+    bool countsStrokes = false;  // and the box is to have the strokes in it
 
     // The outlines of what was written, kept only while somebody asks for boxes of groups: see isCollecting.
     std::vector<PlacedPath> paths;

@@ -65,7 +65,8 @@ void measure(const Conversion& conversion, const Path& path, const Place& place,
     target.add(path, place.ctm);
     const bool isStroked = place.style[Property::kStroke] != u"none";
     if (!isStroked || target.isClip || !target.box) return;
-    if (place.ctm.isEven() && !place.style[Property::kStroke].startsWith(u"url")) return;
+    const bool staysStroke = place.ctm.isEven() && !place.style[Property::kStroke].startsWith(u"url");
+    if (staysStroke && !target.countsStrokes) return;
     const double reach = strokeWidth(conversion, place) * place.ctm.stretches().most / 2.0;
     if (const std::optional<Box> box = path.mapped(place.ctm).controlsBox())
         join(target.box, box->grownBy(reach));
@@ -112,6 +113,8 @@ void convertShape(Conversion& conversion, const SourceElement& shape, const Plac
     const PlacedPaths object(placed);
     if (target.isMeasured) {
         if (target.isClip || mayBeSeen(path, place)) measure(conversion, path, place, target);
+        if (!target.isClip && hasMarkers(shape, place))
+            drawMarkers(conversion, shape, path, place, strokeWidth(conversion, place), out, target);
         return;
     }
     target.add(path, place.ctm);
@@ -130,15 +133,11 @@ void convertShape(Conversion& conversion, const SourceElement& shape, const Plac
     if (parts.size() == 1 && !hasEffect) {
         return finishAlone(conversion, shape, place, object, std::move(parts.front()), out, target);
     }
-    if (parts.empty()) return;
+    if (parts.empty() && !isMarked) return;
     Group group(conversion, shape, place, target, object);
     for (WrittenShape& part : parts) appendDrawn(conversion, std::move(part), group.output(), target);
-    if (isMarked) {
-        for (MarkerAttribute& marker :
-             markerAttributes(conversion, shape, place, strokeWidth(conversion, place))) {
-            group.output().set(marker.name, std::move(marker.value));
-        }
-    }
+    if (isMarked)
+        drawMarkers(conversion, shape, path, place, strokeWidth(conversion, place), group.output(), target);
     group.finish(out);
 }
 

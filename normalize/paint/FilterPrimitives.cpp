@@ -176,10 +176,11 @@ class Primitive {
     void setColors() {
         double opacity = readOpacity(style_[Property::kFloodOpacity]);
         const auto set = [&](Property property, const char* name, bool hasOpacity) {
-            if (style_[property] == initialValue(property)) return;
             const std::optional<Color> color = readColor(style_[property], style_.currentColor());
             if (!color) return;
-            out_.set(name, colorText(*color));
+            const std::string text = colorText(*color);
+            if (text != colorText(readColor(initialValue(property), Color{}).value_or(Color{})))
+                out_.set(name, text);
             if (hasOpacity) opacity *= color->opacity;
         };
         set(Property::kFloodColor, "flood-color", true);

@@ -1,11 +1,12 @@
-// See the header.
 #include "normalize/paint/Markers.h"
 
 #include <algorithm>
-#include <cmath>
+#include <iterator>
 
-#include "normalize/convert/Content.h"
-#include "normalize/paint/DefinitionText.h"
+#include "normalize/convert/Groups.h"
+#include "normalize/convert/Walk.h"
+#include "normalize/geometry/PathVertices.h"
+#include "normalize/geometry/ShapeOutline.h"
 #include "normalize/style/Reference.h"
 #include "normalize/text/NumberCursor.h"
 #include "normalize/text/ViewBox.h"
@@ -13,118 +14,11 @@
 namespace tznormalize {
 namespace {
 
-struct Position {
-    Property property;
-    const char* name;
-};
-constexpr Position kPositions[] = {{Property::kMarkerStart, "marker-start"},
-                                   {Property::kMarkerMid, "marker-mid"},
-                                   {Property::kMarkerEnd, "marker-end"}};
-
+constexpr Property kPositions[] = {Property::kMarkerStart, Property::kMarkerMid, Property::kMarkerEnd};
 constexpr double kDegrees = 180.0 / 3.14159265358979323846;
 
 bool takesMarkers(Tag tag) {
     return tag == Tag::kPath || tag == Tag::kLine || tag == Tag::kPolyline || tag == Tag::kPolygon;
-}
-
-// The value of "orient" on the page: a fixed angle turns with the shape.
-std::string orientOnPage(QStringView orient, const Matrix& ctm) {
-    if (orient == u"auto" || orient == u"auto-start-reverse") return orient.toString().toStdString();
-    NumberCursor cursor(orient);
-    double angle = 0.0;
-    cursor.skipBlanks();
-    cursor.readNumber(angle);
-    if (cursor.rest() == u"rad") angle *= kDegrees;
-    if (cursor.rest() == u"grad") angle *= 0.9;
-    const double turn = std::atan2(ctm.b, ctm.a) * kDegrees;
-    return shortNumber(ctm.determinant() < 0.0 ? turn - angle : turn + angle);
-}
-
-std::string boxText(double x, double y, double width, double height) {
-    return shortNumber(x) + ' ' + shortNumber(y) + ' ' + shortNumber(width) + ' ' + shortNumber(height);
-}
-
-// A marker's measures in its own units, as the source gives them.
-struct Measures {
-    double width, height;  // of its viewport
-    ViewBox space;         // of its content
-    Point reference;
-};
-
-std::optional<Measures> readMeasures(const SourceElement& marker, const Place& place) {
-    const double fontSize = place.style.fontSize();
-    const auto length = [&](Name name, Axis axis, const Viewport& viewport, double other) {
-        return readLength(marker.attribute(name), axis, viewport, fontSize).value_or(other);
-    };
-    Measures out = {};
-    out.width = length(Name::kMarkerWidth, Axis::kHorizontal, place.viewport, 3.0);
-    out.height = length(Name::kMarkerHeight, Axis::kVertical, place.viewport, 3.0);
-    if (!(out.width > 0.0 && out.height > 0.0)) return std::nullopt;
-    out.space =
-        readViewBox(marker.attribute(Name::kViewBox)).value_or(ViewBox{0.0, 0.0, out.width, out.height});
-    const Viewport space = {out.space.width, out.space.height};
-    out.reference = {length(Name::kRefX, Axis::kHorizontal, space, 0.0),
-                     length(Name::kRefY, Axis::kVertical, space, 0.0)};
-    return out;
-}
-
-std::string writeMarker(Conversion& conversion, const SourceElement& marker, const Measures& measures,
-                        double scale, bool isMirrored, std::string orient) {
-    const double width = measures.width * scale;
-    const double height = measures.height * scale;
-    const ViewBox& space = measures.space;
-    // Content in the page's units, so that it is written as finely as the page. What is nearly 1 is 1, for
-    // normalized input.
-    double growth = std::max(width / space.width, height / space.height);
-    if (std::abs(growth - 1.0) < 1e-6) growth = 1.0;
-    const double flip = isMirrored ? -growth : growth;
-
-    const Style style = conversion.styles.computedFromRoot(marker);
-    std::string id = conversion.definitions.freshName("marker", &marker);
-    Content content = convertContent(conversion, marker, Matrix::scaling(growth, flip), style,
-                                     {space.width, space.height}, ContentKind::kDrawing);
-    if (content.isEmpty()) return {};
-    const double top = std::min(space.y * flip, (space.y + space.height) * flip) - content.lift;
-
-    OutputElement out("marker");
-    std::string url = urlTo(id);
-    out.set("id", std::move(id));
-    out.set("markerUnits", "userSpaceOnUse");
-    out.set("markerWidth", shortNumber(width));
-    out.set("markerHeight", shortNumber(height));
-    out.set("refX", shortNumber(measures.reference.x * growth));
-    out.set("refY", shortNumber(measures.reference.y * flip - content.lift));
-    out.set("orient", std::move(orient));
-    out.set("viewBox", boxText(space.x * growth, top, space.width * growth, space.height * growth));
-    const QStringView aspect = marker.attribute(Name::kPreserveAspectRatio);
-    if (!aspect.isEmpty()) out.set("preserveAspectRatio", aspect.toString().toStdString());
-    const QStringView overflow = style[Property::kOverflow];
-    if (overflow == u"visible" || overflow == u"auto") out.set("overflow", "visible");
-    out.takeChildren(content.holder);
-    conversion.definitions.define(std::move(out));
-    return url;
-}
-
-// The value of the attribute; empty when the marker draws nothing.
-std::string markerUrl(Conversion& conversion, const SourceElement& marker, const Place& place,
-                      double strokeWidth) {
-    const bool isByStroke = marker.attribute(Name::kMarkerUnits) != u"userSpaceOnUse";
-    const double scale = (isByStroke ? strokeWidth : 1.0) * place.ctm.areaScale();
-    if (!(scale > 0.0)) return {};
-    const std::optional<Measures> measures = readMeasures(marker, place);
-    if (!measures) return {};
-    if (!place.ctm.isEven())
-        addNote(conversion, NoteCode::kApproximated, marker,
-                QStringLiteral("it is no longer stretched with the line"));
-
-    const bool isMirrored = place.ctm.determinant() < 0.0;
-    std::string orient = orientOnPage(marker.attribute(Name::kOrient), place.ctm);
-    const std::string key =
-        DefinitionKey("marker", marker).add(scale).text() + (isMirrored ? " mirrored " : " ") + orient;
-    if (const std::string* const known = conversion.definitions.known(key)) return *known;
-    std::string url = writeMarker(conversion, marker, *measures, scale, isMirrored, std::move(orient));
-    conversion.definitions.remember(key, url);
-    return url;
 }
 
 const SourceElement* markerAt(const Conversion& conversion, const Place& place, Property property) {
@@ -134,26 +28,139 @@ const SourceElement* markerAt(const Conversion& conversion, const Place& place, 
     return marker && marker->tag() == Tag::kMarker ? marker : nullptr;
 }
 
+double angleAt(const SourceElement& marker, const Vertex& vertex, bool isStart) {
+    const QStringView orient = marker.attribute(Name::kOrient);
+    if (orient == u"auto") return vertex.direction;
+    if (orient == u"auto-start-reverse") return vertex.direction + (isStart ? 180.0 : 0.0);
+    NumberCursor cursor(orient);
+    double angle = 0.0;
+    cursor.skipBlanks();
+    cursor.readNumber(angle);
+    const QStringView unit = cursor.rest();
+    return unit == u"rad"    ? angle * kDegrees
+           : unit == u"grad" ? angle * 0.9
+           : unit == u"turn" ? angle * 360.0
+                             : angle;
+}
+
+// A marker's own measures.
+struct Measures {
+    double width, height;  // of its viewport
+    Matrix fit;            // from its content to the viewport
+    Viewport inside;
+    Point reference;  // in the viewport: what stands on the vertex
+};
+
+std::optional<Measures> readMeasures(const SourceElement& marker, const Place& place) {
+    const auto length = [&](Name name, Axis axis, const Viewport& viewport, double otherwise) {
+        return readLength(marker.attribute(name), axis, viewport, place.style.fontSize()).value_or(otherwise);
+    };
+    Measures out = {};
+    out.width = length(Name::kMarkerWidth, Axis::kHorizontal, place.viewport, 3.0);
+    out.height = length(Name::kMarkerHeight, Axis::kVertical, place.viewport, 3.0);
+    if (!(out.width > 0.0 && out.height > 0.0)) return std::nullopt;
+    out.inside = {out.width, out.height};
+    if (const std::optional<ViewBox> box = readViewBox(marker.attribute(Name::kViewBox))) {
+        out.fit = fitViewBox(*box, marker.attribute(Name::kPreserveAspectRatio), out.width, out.height);
+        out.inside = {box->width, box->height};
+    }
+    out.reference = out.fit.map({length(Name::kRefX, Axis::kHorizontal, out.inside, 0.0),
+                                 length(Name::kRefY, Axis::kVertical, out.inside, 0.0)});
+    return out;
+}
+
+// One kind of marker on one shape.
+class Marker {
+  public:
+    Marker(Conversion& conversion, const SourceElement& marker, const Place& shape, const Measures& measures,
+           double scale)
+        : conversion_(conversion),
+          marker_(marker),
+          shape_(shape),
+          measures_(measures),
+          scale_(scale),
+          style_(conversion.styles.computedFromRoot(marker)) {
+        const QStringView overflow = style_[Property::kOverflow];
+        isClipped_ = overflow != u"visible" && overflow != u"auto" && reachesOut();
+    }
+
+    void draw(const Vertex& vertex, bool isStart, OutputElement& out, Target& target) {
+        const Matrix viewport = shape_.ctm * Matrix::translation(vertex.point.x, vertex.point.y) *
+                                Matrix::rotation(angleAt(marker_, vertex, isStart)) *
+                                Matrix::scaling(scale_, scale_) *
+                                Matrix::translation(-measures_.reference.x, -measures_.reference.y);
+        const Place place = {viewport * measures_.fit, style_, measures_.inside};
+        const Visit visit(conversion_.visited, marker_);
+        Group group(conversion_, marker_, place, target);
+        if (isClipped_) group.clipTo(viewportOutline().mapped(viewport));
+        convertChildren(conversion_, marker_, place, group.output(), target);
+        group.finish(out, Group::Names::kLeft);
+    }
+
+  private:
+    Path viewportOutline() const { return rectangleOutline({0.0, 0.0, measures_.width, measures_.height}); }
+
+    // Whether anything of it lies outside of its viewport. Most markers need no clip path.
+    bool reachesOut() const {
+        Target target;
+        target.isMeasured = true;
+        target.countsStrokes = true;
+        OutputElement nothing("g");
+        const Visit visit(conversion_.visited, marker_);
+        convertChildren(conversion_, marker_, {measures_.fit, style_, measures_.inside}, nothing, target);
+        const std::optional<Box>& box = target.box;
+        return box && (box->left < 0.0 || box->top < 0.0 || box->right > measures_.width ||
+                       box->bottom > measures_.height);
+    }
+
+    Conversion& conversion_;
+    const SourceElement& marker_;
+    const Place& shape_;
+    const Measures& measures_;
+    double scale_;
+    Style style_;
+    bool isClipped_ = false;
+};
+
+void drawAt(Conversion& conversion, Property position, const std::vector<Vertex>& vertices,
+            const Place& place, double strokeWidth, OutputElement& out, Target& target) {
+    const SourceElement* const marker = markerAt(conversion, place, position);
+    if (!marker || !conversion.visited.mayEnter(*marker)) return;
+    const bool isByStroke = marker->attribute(Name::kMarkerUnits) != u"userSpaceOnUse";
+    const double scale = isByStroke ? strokeWidth : 1.0;
+    const std::optional<Measures> measures = readMeasures(*marker, place);
+    if (!(scale > 0.0) || !measures) return;
+    Marker drawn(conversion, *marker, place, *measures, scale);
+    if (position == Property::kMarkerStart) return drawn.draw(vertices.front(), true, out, target);
+    if (position == Property::kMarkerEnd) return drawn.draw(vertices.back(), false, out, target);
+    for (size_t i = 1; i + 1 < vertices.size(); ++i) drawn.draw(vertices[i], false, out, target);
+}
+
 }  // namespace
 
 bool hasMarkers(const SourceElement& shape, const Place& place) {
     if (!takesMarkers(shape.tag())) return false;
-    return std::any_of(std::begin(kPositions), std::end(kPositions), [&](const Position& one) {
-        return place.style[one.property].startsWith(u"url", Qt::CaseInsensitive);
+    return std::any_of(std::begin(kPositions), std::end(kPositions), [&](Property position) {
+        return place.style[position].startsWith(u"url", Qt::CaseInsensitive);
     });
 }
 
-std::vector<MarkerAttribute> markerAttributes(Conversion& conversion, const SourceElement& shape,
-                                              const Place& place, double strokeWidth) {
-    std::vector<MarkerAttribute> out;
-    if (!hasMarkers(shape, place)) return out;
-    for (const Position& one : kPositions) {
-        const SourceElement* const marker = markerAt(conversion, place, one.property);
-        if (!marker || !conversion.visited.mayEnter(*marker)) continue;
-        std::string url = markerUrl(conversion, *marker, place, strokeWidth);
-        if (!url.empty()) out.push_back({one.name, std::move(url)});
+void drawMarkers(Conversion& conversion, const SourceElement& shape, const Path& path, const Place& place,
+                 double strokeWidth, OutputElement& out, Target& target) {
+    std::vector<Vertex> vertices = verticesOf(path);
+    if (vertices.empty()) return;
+    if (vertices.size() > kMostMarkers) {
+        addNote(conversion, NoteCode::kLeftOut, shape, QStringLiteral("its markers: there are too many"));
+        return;
     }
-    return out;
+    // Those around a marker's shape are not for what is in the marker.
+    const MarkedShape marked = {place, conversion.marked};
+    conversion.marked = &marked;
+    for (const Property position : kPositions)
+        drawAt(conversion, position, vertices, place, strokeWidth, out, target);
+    conversion.marked = marked.outer;
+    if (!target.isMeasured)
+        addNote(conversion, NoteCode::kCarried, shape, QStringLiteral("its markers became shapes"), "marker");
 }
 
 }  // namespace tznormalize

@@ -69,6 +69,7 @@ std::optional<Paint> patternPaint(Conversion& conversion, const SourceElement& p
     if (isContentOfBox) key.add(box->fromUnit());
     if (const std::string* const known = conversion.definitions.known(key.text())) return Paint{*known, 1.0};
 
+    // The content begins where the tile does, whatever its units.
     const double growth = growthOf(base);
     Matrix inner = Matrix::scaling(growth, growth);
     Viewport space = place.viewport;
@@ -76,9 +77,8 @@ std::optional<Paint> patternPaint(Conversion& conversion, const SourceElement& p
         inner =
             inner * fitViewBox(*view, chain.attribute(Name::kPreserveAspectRatio), tile->width, tile->height);
         space = {view->width, view->height};
-    } else {
-        inner = inner * Matrix::translation(-tile->x, -tile->y);
-        if (isContentOfBox) inner = inner * box->fromUnit();
+    } else if (isContentOfBox) {
+        inner = inner * Matrix::scaling(box->width(), box->height());
     }
     const Style style = conversion.styles.computedFromRoot(*holder);
     std::string id = conversion.definitions.freshName("paint", &pattern);

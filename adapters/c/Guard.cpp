@@ -42,7 +42,8 @@ TzhStatus statusOf(TzResult code) {
 
 // A loader or saver that only fails has refused what it was given.
 bool isRefusal(const tzhost::OperationError& error) {
-    return error.result() == kTzFailed && (error.step() == "load" || error.step() == "save");
+    const std::string& step = error.step();
+    return error.result() == kTzFailed && (step == "recognise" || step == "load" || step == "save");
 }
 
 TzhStatus note(TzhStatus status, TzResult code, std::string_view message, std::string_view file = {},

@@ -23,13 +23,15 @@ Tile tileOf(const TzhImage* image, uint32_t level, uint32_t column, uint32_t row
             uint32_t* width, uint32_t* height) {
     require(image, "image is NULL");
     require(width && height, "width or height is NULL");
-    return tzhost::inStep(image->file, "tile", [&] {
-        Tile tile{};
+    Tile tile{};
+    tzhost::inStep(image->file, "tile", [&] {
         tzCheck(image->loaded.tiles->tileSize(level, {column, row}, &tile.size));
-        require(capacity >= size_t{tile.size.width} * tile.size.height * 4, "pixels: not enough room");
-        tile.image = tzhost::fetchTile(*image->loaded.tiles, level, {column, row});
-        return tile;
     });
+    require(capacity >= size_t{tile.size.width} * tile.size.height * 4, "pixels: not enough room");
+    tile.image = tzhost::inStep(image->file, "tile", [&] {
+        return tzhost::fetchTile(*image->loaded.tiles, level, {column, row});
+    });
+    return tile;
 }
 
 void readRow(const Tile& tile, uint32_t y, float* out) {

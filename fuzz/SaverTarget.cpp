@@ -6,7 +6,7 @@
 
 #include "fuzz/FuzzHost.h"
 #include "host/SceneSaving.h"
-#include "host/scene/TagName.h"
+#include "host/scene/Tags.h"
 #include "hostsdk/CTzUser.h"
 #include "svg/RoundTripNames.h"
 

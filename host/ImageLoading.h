@@ -35,7 +35,8 @@ CTzUser_Image fetchTile(ITzTileImage& tiles, uint32_t level, TzTilePlace place);
 // All pixels of an image, red, green, blue, alpha each, row by row.
 std::vector<float> readPixels(const CTzUser_Image& image);
 
-// Values of pixels as bytes, to the nearest; also those that no module should give: out of range, not a number.
+// Values of pixels as bytes, to the nearest; also those that no module should give: out of range, not a
+// number.
 void toBytes(const float* values, size_t count, uint8_t* bytes);
 
 // Throws OperationError: steps "open", "recognise" and "load".

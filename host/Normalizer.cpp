@@ -2,12 +2,12 @@
 #include "host/Normalizer.h"
 
 #include <dlfcn.h>
-#include <rapidjson/document.h>
 
 #include <utility>
 
 #include "host/core/OperationError.h"
-#include "host/io/InputFile.h"
+#include "host/io/Files.h"
+#include "host/io/Json.h"
 #include "normalize/tznormalize.h"
 
 namespace tzhost {

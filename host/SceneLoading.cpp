@@ -3,9 +3,9 @@
 
 #include <chrono>
 
+#include "host/core/Observer.h"
 #include "host/core/OperationError.h"
-#include "host/core/Progress.h"
-#include "host/io/InputFile.h"
+#include "host/io/Files.h"
 #include "hostsdk/CTzPolymorph.h"
 #include "hostsdk/CTzText.h"
 #include "hostsdk/ITzSceneLoader.h"

@@ -1,9 +1,9 @@
 // See the header.
 #include "host/SceneSaving.h"
 
+#include "host/core/Observer.h"
 #include "host/core/OperationError.h"
-#include "host/core/Progress.h"
-#include "host/io/InputFile.h"
+#include "host/io/Files.h"
 #include "hostsdk/CTzText.h"
 #include "hostsdk/ITzSceneSaver.h"
 

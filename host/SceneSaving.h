@@ -5,7 +5,7 @@
 #include <filesystem>
 
 #include "host/Host.h"
-#include "host/io/OutputFile.h"
+#include "host/io/Files.h"
 
 namespace tzhost {
 

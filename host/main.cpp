@@ -1,5 +1,5 @@
-// tzhost: the command line of the reference host. Parses it, loads the module, runs the command, unloads, and
-// turns failures into one line and an exit status.
+// tzhost: parses the command line, loads the module, runs the command, unloads, and turns failures into one
+// line and an exit status.
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -12,7 +12,7 @@
 #include <string>
 
 #include "host/ModuleLibrary.h"
-#include "host/commands/Commands.h"
+#include "host/commands/CommandLine.h"
 #include "host/core/OperationError.h"
 #include "host/core/Utf8.h"
 
@@ -52,35 +52,14 @@ void printError(const char* text) {
     std::fprintf(stderr, "tzhost: %s\n", text);
 }
 
-void describeProgram(CLI::App& app, std::string& moduleFile) {
-    app.name("tzhost");
-    app.description(
-        "tzhost, a reference host without a window: loads a module, offers it the services of a host, and "
-        "does\n"
-        "with its servers what a 3D application does.");
-    app.footer(
-        "Examples:\n"
-        "  tzhost servers                       what the module offers\n"
-        "  tzhost import logo.svg logo.json     a drawing into a scene\n"
-        "  tzhost export logo.json back.svg     the scene back into a drawing\n"
-        "  tzhost preview logo.json logo.png    a picture of the scene\n"
-        "  tzhost pyramid logo.svg logo/        the drawing as tiles, with a page to look around in them\n"
-        "`tzhost COMMAND --help` tells the options of a command.\n"
-        "Exit status: 0 done, 1 refused or failed (one line on stderr says what, where and why), 2 wrong "
-        "usage.");
-    app.add_option("--module", moduleFile, "The module file; without it, the module beside tzhost")
-        ->type_name("FILE");
-    app.require_subcommand(1);
-}
-
-void runCommand(const CommandRun& run, const std::filesystem::path& module) {
+void runCommand(const CommandLine& line, const std::filesystem::path& module) {
     const auto terminal = std::make_shared<Terminal>();
-    if (run.workAlone) {
-        run.workAlone(*terminal);
+    if (line.runAlone) {
+        line.runAlone(*terminal);
         return requirePrinted();
     }
     Session session(module, terminal);
-    run.work({session.host, *terminal});
+    line.run({session.host, *terminal});
     requirePrinted();
     // The work is done and stands; what the module did not let go of is told all the same.
     for (const auto& [operation, times] : session.host.gate().misuses()) {
@@ -95,32 +74,17 @@ void runCommand(const CommandRun& run, const std::filesystem::path& module) {
 int runProgram(int argc, char** argv) {
     prepareStreams();
     prepareProcess();
-    CLI::App app;
-    std::string moduleFile;
-    CommandRun run;
-    describeProgram(app, moduleFile);
-    addServersCommand(app, run);
-    addImportCommand(app, run);
-    addExportCommand(app, run);
-    addRoundTripCommand(app, run);
-    addPreviewCommand(app, run);
-    addImageInfoCommand(app, run);
-    addTileCommand(app, run);
-    addSampleCommand(app, run);
-    addPyramidCommand(app, run);
-    addNormalizeCommand(app, run);
+    CommandLine line;
     try {
-        app.parse(argc, argv);
-    } catch (const CLI::Success& help) {
-        return app.exit(help);
-    } catch (const CLI::ParseError& error) {
+        line = parseCommandLine(argc, argv);
+    } catch (const UsageError& error) {
         printError((toOneLine(error.what()) + " (tzhost --help tells more)").c_str());
         return kWrongUsage;
     }
+    if (!line.run && !line.runAlone) return kDone;
     const std::filesystem::path module =
-        moduleFile.empty() ? moduleBesideProgram() : std::filesystem::path(moduleFile);
-    inStep(run.file.empty() ? module.native() : run.file, app.get_subcommands().front()->get_name(),
-           [&] { runCommand(run, module); });
+        line.module.empty() ? moduleBesideProgram() : std::filesystem::path(line.module);
+    inStep(line.in.empty() ? module.native() : line.in, line.command, [&] { runCommand(line, module); });
     return kDone;
 }
 

@@ -8,7 +8,7 @@
 #include "adapters/c/Scene.h"
 #include "adapters/c/Structs.h"
 #include "host/core/Utf8.h"
-#include "host/scene/TagName.h"
+#include "host/scene/Tags.h"
 #include "hostsdk/CTzText.h"
 
 namespace tzh {

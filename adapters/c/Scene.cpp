@@ -4,7 +4,7 @@
 #include "adapters/c/Structs.h"
 #include "host/SceneLoading.h"
 #include "host/SceneSaving.h"
-#include "host/scene/TagName.h"
+#include "host/scene/Tags.h"
 #include "hostsdk/CTzText.h"
 
 namespace tzh {

@@ -1,16 +1,11 @@
-// See the header.
 #include "host/commands/LogFile.h"
 
 #include <string_view>
 
-#include "host/io/InputFile.h"
+#include "host/io/Files.h"
 #include "hostsdk/CTzError.h"
 
 namespace tzhost {
-
-void LogFile::addOption(CLI::App& command, std::string& file) {
-    command.add_option("--log", file, "Write the lines that the module logs to this file")->type_name("FILE");
-}
 
 LogFile::LogFile(Terminal& terminal, const std::string& file, const std::string& input)
     : terminal_(terminal) {

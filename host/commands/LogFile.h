@@ -2,20 +2,16 @@
 // holds one.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <optional>
 #include <string>
 
 #include "host/commands/Terminal.h"
-#include "host/io/OutputFile.h"
+#include "host/io/Files.h"
 
 namespace tzhost {
 
 class LogFile {
   public:
-    // Adds the option to a command.
-    static void addOption(CLI::App& command, std::string& file);
-
     // Takes the log's lines from here on; no file name, no file. `input` is the file that the command reads,
     // if any. Throws OperationError, steps "open" for an input that cannot be read, which leaves no log, and
     // "write log".

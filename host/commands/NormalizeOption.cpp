@@ -1,12 +1,11 @@
-// See the header.
 #include "host/commands/NormalizeOption.h"
 
 #include <cstdio>
 #include <map>
 
-#include "host/core/Progress.h"
+#include "host/core/Observer.h"
 #include "host/core/Utf8.h"
-#include "host/io/OutputFile.h"
+#include "host/io/Files.h"
 
 namespace tzhost {
 namespace {
@@ -31,15 +30,6 @@ std::string kindOf(const NormalizerNote& note) {
 }
 
 }  // namespace
-
-void addNormalizeOptions(CLI::App& command, NormalizeArguments& arguments) {
-    CLI::Option* const normalize = command.add_flag(
-        "--normalize", arguments.normalize, "Rewrite the drawing first, so that more of it gets through");
-    command
-        .add_option("--notes", arguments.notes, "Write what was changed or left out to this file, as JSON")
-        ->type_name("FILE")
-        ->needs(normalize);
-}
 
 Drawing openDrawing(Terminal& terminal, const std::string& in, const NormalizeArguments& arguments) {
     if (!arguments.normalize) return in;

@@ -2,7 +2,6 @@
 // Used by every command that takes drawings.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <string>
 
 #include "host/Drawing.h"
@@ -14,9 +13,6 @@ struct NormalizeArguments {
     bool normalize = false;
     std::string notes;
 };
-
-// Adds both options to a command.
-void addNormalizeOptions(CLI::App& command, NormalizeArguments& arguments);
 
 // The drawing that the command reads, normalized when it was asked for, its notes told. Throws
 // OperationError.

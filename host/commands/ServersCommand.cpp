@@ -1,12 +1,11 @@
-// tzhost servers: what the module has registered.
+// tzhost servers.
 #include <cstdio>
-#include <memory>
-#include <nlohmann/json.hpp>
 
 #include "host/commands/Commands.h"
 #include "host/commands/LogFile.h"
 #include "host/core/OperationError.h"
 #include "host/core/Utf8.h"
+#include "host/io/Json.h"
 
 namespace tzhost {
 namespace {
@@ -28,35 +27,42 @@ void printPlain(const Host& host) {
 }
 
 void printJson(const Host& host) {
-    nlohmann::ordered_json servers = nlohmann::ordered_json::array();
+    JsonBuffer text;
+    PrettyJsonWriter json(text);
+    json.StartObject();
+    json.Key("servers");
+    json.StartArray();
     for (const Server& server : host.servers().servers()) {
         const ServerDescription description = describeInStep(server);
-        nlohmann::ordered_json tags = nlohmann::ordered_json::array();
-        for (const auto& [name, value] : description.tags) tags.push_back({toUtf8(name), toUtf8(value)});
-        nlohmann::ordered_json interfaces = nlohmann::ordered_json::array();
-        for (const std::string& id : description.interfaces) interfaces.push_back(toUtf8(id));
-        servers.push_back({{"name", server.name}, {"interfaces", interfaces}, {"tags", tags}});
+        json.StartObject();
+        json.Key("name");
+        json.String(server.name);
+        json.Key("interfaces");
+        json.StartArray();
+        for (const std::string& id : description.interfaces) json.String(toUtf8(id));
+        json.EndArray();
+        json.Key("tags");
+        json.StartArray();
+        for (const auto& [name, value] : description.tags) {
+            json.StartArray();
+            json.String(toUtf8(name));
+            json.String(toUtf8(value));
+            json.EndArray();
+        }
+        json.EndArray();
+        json.EndObject();
     }
-    nlohmann::ordered_json document;
-    document["servers"] = servers;
-    std::printf("%s\n", document.dump(2).c_str());
+    json.EndArray();
+    json.EndObject();
+    std::printf("%s\n", text.GetString());
 }
 
 }  // namespace
 
-void addServersCommand(CLI::App& app, CommandRun& run) {
-    auto json = std::make_shared<bool>(false);
-    auto logFile = std::make_shared<std::string>();
-    CLI::App* const command = app.add_subcommand("servers", "List the servers that the module registers");
-    command->add_flag("--json", *json, "As JSON");
-    LogFile::addOption(*command, *logFile);
-    command->callback([json, logFile, &run] {
-        run = {{}, [json, logFile](const CommandContext& context) {
-                   LogFile log(context.terminal, *logFile, {});
-                   *json ? printJson(context.host) : printPlain(context.host);
-                   log.commit();
-               }};
-    });
+void runServers(const CommandContext& context, const ServersArguments& arguments) {
+    LogFile log(context.terminal, arguments.log, arguments.in);
+    arguments.json ? printJson(context.host) : printPlain(context.host);
+    log.commit();
 }
 
 }  // namespace tzhost

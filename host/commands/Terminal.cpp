@@ -11,6 +11,7 @@
 #include <system_error>
 #include <thread>
 
+#include "host/core/OperationError.h"
 #include "host/core/Utf8.h"
 
 namespace tzhost {
@@ -168,6 +169,11 @@ void Terminal::note(const std::string& text) const {
 
 void Terminal::log(const LogLine& line) {
     if (logSink_) logSink_(line.text);
+}
+
+void requirePrinted() {
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
+        throw OperationError("standard output", "write", kTzFailed);
 }
 
 InterruptScope::InterruptScope() {

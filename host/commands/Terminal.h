@@ -34,6 +34,9 @@ class Terminal : public Observer {
     LineSink logSink_;
 };
 
+// What has been printed has reached stdout: throws OperationError, step "write", when it has not.
+void requirePrinted();
+
 // While one is alive, the first Ctrl-C is noted, for Terminal::cancelled(), and the second ends the program
 // as usual. Without one every Ctrl-C does. One at a time, on the main thread.
 class InterruptScope {

@@ -9,7 +9,7 @@
 #include <numeric>
 #include <optional>
 
-#include "host/core/Progress.h"
+#include "host/core/Observer.h"
 #include "host/preview/PreviewStyle.h"
 #include "hostsdk/CTzError.h"
 

@@ -6,7 +6,7 @@
 #include <QPen>
 
 #include "host/preview/PreviewGradients.h"
-#include "host/scene/TagRun.h"
+#include "host/scene/Tags.h"
 
 namespace tzhost {
 

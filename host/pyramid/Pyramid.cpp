@@ -16,10 +16,10 @@
 #include <vector>
 
 #include "host/ImageLoading.h"
+#include "host/core/Observer.h"
 #include "host/core/OperationError.h"
-#include "host/core/Progress.h"
 #include "host/core/Utf8.h"
-#include "host/io/OutputFile.h"
+#include "host/io/Files.h"
 #include "host/pyramid/PyramidFiles.h"
 #include "host/pyramid/TilePixels.h"
 #include "host/pyramid/WorkerThreads.h"

@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
-#include "host/core/Progress.h"
+#include "host/core/Observer.h"
 #include "host/core/Utf8.h"
-#include "host/scene/TagName.h"
+#include "host/scene/Tags.h"
 #include "hostsdk/CTzPolymorph.h"
 
 namespace tzhost {

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "host/scene/ChunkedArray.h"
-#include "host/scene/TagRun.h"
+#include "host/scene/Tags.h"
 #include "hostsdk/TzTypes.h"
 
 namespace tzhost {

@@ -7,7 +7,7 @@
 #include <sstream>
 
 #include "host/core/Utf8.h"
-#include "host/scene/TagName.h"
+#include "host/scene/Tags.h"
 
 namespace tzhost {
 namespace {

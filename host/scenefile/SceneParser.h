@@ -11,8 +11,8 @@
 #include <utility>
 #include <vector>
 
+#include "host/io/Json.h"
 #include "host/scene/Item.h"
-#include "host/scenefile/JsonReader.h"
 
 namespace tzhost {
 

@@ -1,10 +1,10 @@
 // See the header.
 #include "host/scenefile/SceneReader.h"
 
+#include "host/core/Observer.h"
 #include "host/core/OperationError.h"
-#include "host/core/Progress.h"
-#include "host/io/InputFile.h"
-#include "host/scenefile/JsonFile.h"
+#include "host/io/Files.h"
+#include "host/io/Json.h"
 #include "host/scenefile/SceneParser.h"
 
 namespace tzhost {

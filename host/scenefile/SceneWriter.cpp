@@ -7,12 +7,12 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <nlohmann/json.hpp>
 #include <utility>
 
+#include "host/core/Observer.h"
 #include "host/core/OperationError.h"
-#include "host/core/Progress.h"
-#include "host/scene/TagName.h"
+#include "host/io/Json.h"
+#include "host/scene/Tags.h"
 
 namespace tzhost {
 namespace {
@@ -33,7 +33,8 @@ class JsonText {
 
     JsonText& string(std::string_view text) {
         if (std::none_of(text.begin(), text.end(), needsEscape)) return raw("\"").raw(text).raw("\"");
-        return raw(nlohmann::json(text).dump());
+        JsonWriter<JsonText>(*this).String(text.data(), text.size());
+        return *this;
     }
 
     JsonText& number(uint32_t value) { return raw(shortest(value)); }
@@ -46,6 +47,12 @@ class JsonText {
         }
         return raw(shortest(value));
     }
+
+    // ---- For JsonWriter; the names are RapidJSON's. ----
+
+    using Ch = char;
+    void Put(char character) { out_.write({&character, 1}); }
+    void Flush() {}
 
   private:
     template <class Number>

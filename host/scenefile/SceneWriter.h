@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "host/io/OutputFile.h"
+#include "host/io/Files.h"
 #include "host/scene/Scene.h"
 
 namespace tzhost {

@@ -1,5 +1,5 @@
 // Output files: what is there before, meanwhile and afterwards.
-#include "host/io/OutputFile.h"
+#include "host/io/Files.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

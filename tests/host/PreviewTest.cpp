@@ -6,7 +6,7 @@
 #include <sstream>
 
 #include "host/Host.h"
-#include "host/scene/TagName.h"
+#include "host/scene/Tags.h"
 #include "hostsdk/CTzError.h"
 #include "tests/common/Table.h"
 #include "tests/common/TestFolder.h"

@@ -5,7 +5,7 @@
 
 #include "host/Host.h"
 #include "host/core/OperationError.h"
-#include "host/scenefile/JsonFile.h"
+#include "host/io/Json.h"
 #include "host/scenefile/SceneReader.h"
 #include "host/scenefile/SceneWriter.h"
 #include "tests/common/SceneText.h"

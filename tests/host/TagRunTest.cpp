@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "host/core/Utf8.h"
-#include "host/scene/TagRun.h"
+#include "host/scene/Tags.h"
 
 using namespace tzhost;
 

@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <QImage>
+#include <algorithm>
 #include <cstring>
-#include <nlohmann/json.hpp>
 #include <regex>
 
 #include "tests/common/ProgramRun.h"
@@ -48,18 +48,17 @@ TEST_F(ImageCommands, keepTheLogOfARefusal) {
 
 TEST_F(ImageCommands, imageInfo) {
     ASSERT_EQ(run("image-info half.svg --json"), 0) << folder_.read(".err");
-    const auto info = nlohmann::json::parse(folder_.read(".out"));
-    EXPECT_EQ(info["recognised"],
-              nlohmann::json::parse(R"({"targetType": "image", "flags": 1, "formatName": "SVG",
-        "format": 4, "width": 300, "height": 200, "colours": 0})"));
-    EXPECT_EQ(info["image"], nlohmann::json::parse(R"({"width": 65536, "height": 43691, "format": 4})"));
-    ASSERT_EQ(info["levels"].size(), 17U);
-    EXPECT_EQ(
-        info["levels"][0],
-        nlohmann::json::parse(R"({"key": 0, "width": 1, "height": 1, "tileWidth": 1, "tileHeight": 1})"));
-    EXPECT_EQ(info["levels"][8],
-              nlohmann::json::parse(
-                  R"({"key": 8, "width": 256, "height": 171, "tileWidth": 256, "tileHeight": 171})"));
+    const std::string info = std::regex_replace(folder_.read(".out"), std::regex("\\s+"), "");
+    const auto levels = info.find(R"("levels":[)");
+    ASSERT_NE(levels, std::string::npos) << info;
+    EXPECT_EQ(info.substr(0, levels),
+              R"({"recognised":{"targetType":"image","flags":1,"formatName":"SVG","format":4,"width":300,)"
+              R"("height":200,"colours":0},"image":{"width":65536,"height":43691,"format":4},)");
+    EXPECT_EQ(std::count(info.begin() + levels, info.end(), '{'), 17);
+    for (const char* const level :
+         {R"([{"key":0,"width":1,"height":1,"tileWidth":1,"tileHeight":1},)",
+          R"({"key":8,"width":256,"height":171,"tileWidth":256,"tileHeight":171},)"})
+        EXPECT_NE(info.find(level), std::string::npos) << info;
 }
 
 TEST_F(ImageCommands, tileAndSample) {

@@ -10,7 +10,7 @@
 #include "host/ModuleLibrary.h"
 #include "host/SceneLoading.h"
 #include "host/core/OperationError.h"
-#include "host/scene/TagName.h"
+#include "host/scene/Tags.h"
 #include "tests/common/Recorder.h"
 #include "tests/common/TestFolder.h"
 

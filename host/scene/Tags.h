@@ -1,17 +1,41 @@
-// The string tags of polygons, compactly: a polygon's tags stand one after the other in one run of bytes, and
-// the runs stand in an arena. A million polygons with ten tags each are ten million short texts; this way a
-// tag costs eight bytes and its text. Used by MeshData.
+// Tags: their IDs as texts, and the tags of polygons in a compact form. Used by the scene and all that reads
+// it.
 #pragma once
 
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include "hostsdk/TzTypes.h"
 
 namespace tzhost {
+
+// ---- Tag IDs and polygon types as the four ASCII characters that they are in scene files and messages ----
+
+constexpr bool isTagName(TzTagId id) {
+    return (id & 0x80808080U) == 0;
+}
+
+inline std::string tagName(TzTagId id) {
+    return {static_cast<char>(id >> 24U), static_cast<char>(id >> 16U), static_cast<char>(id >> 8U),
+            static_cast<char>(id)};
+}
+
+// Nothing when the text is not four ASCII characters.
+inline std::optional<TzTagId> tagFromName(std::string_view name) {
+    if (name.size() != 4) return std::nullopt;
+    TzTagId id = 0;
+    for (const char character : name) id = (id << 8U) | static_cast<unsigned char>(character);
+    return isTagName(id) ? std::optional<TzTagId>(id) : std::nullopt;
+}
+
+// ---- The tags of polygons ----
+//
+// A polygon's tags stand one after the other in one run of bytes, and the runs stand in an arena. A million
+// polygons with ten tags each are ten million short texts; this way a tag costs eight bytes and its text.
 
 // The tags of one polygon. A plain record that points into the arena that made it.
 struct TagRun {

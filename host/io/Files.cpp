@@ -1,5 +1,4 @@
-// See the header.
-#include "host/io/OutputFile.h"
+#include "host/io/Files.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -12,6 +11,7 @@
 #include <utility>
 
 #include "host/core/OperationError.h"
+#include "host/core/Utf8.h"
 
 namespace tzhost {
 namespace {
@@ -31,6 +31,25 @@ std::string temporaryBeside(const std::filesystem::path& target) {
 }
 
 }  // namespace
+
+void requireReadable(const std::filesystem::path& file) {
+    // Not opened: the reader of a pipe may open it once only.
+    struct stat present {};
+    int error = 0;
+    if (stat(file.c_str(), &present) != 0 || access(file.c_str(), R_OK) != 0) {
+        error = errno;
+    } else if (S_ISDIR(present.st_mode)) {
+        error = EISDIR;
+    }
+    if (error == 0) return;
+    const bool missing = error == ENOENT || error == ENOTDIR;
+    throw OperationError(file.native(), "open", missing ? kTzNotFound : kTzFailed, std::strerror(error));
+}
+
+void requireUtf8Name(const std::filesystem::path& file, std::string_view step) {
+    if (!isUtf8(file.native()))
+        throw OperationError(file.native(), step, kTzInvalidArgument, "the name is not UTF-8");
+}
 
 OutputFile::OutputFile(const std::filesystem::path& target, std::string step)
     : shown_(target.native()), step_(std::move(step)) {

@@ -1,5 +1,5 @@
-// An output file: written beside its final name, and renamed when it is complete. Whatever fails before that
-// leaves the file of that name as it was, and nothing beside it. Used by everything that writes a file.
+// Files that are read, looked at before a module is asked about them; and files that are written, which
+// appear only when they are complete. Used by everything that reads or writes a file.
 #pragma once
 
 #include <sys/types.h>
@@ -12,6 +12,16 @@
 
 namespace tzhost {
 
+// Throws OperationError, step "open", when the file is missing, a folder, or not readable: a file that is
+// missing is not one that no module recognises.
+void requireReadable(const std::filesystem::path& file);
+
+// Text that crosses the boundary is UTF-8; a mangled name would be that of another file. Throws
+// OperationError when the name is not, of that step.
+void requireUtf8Name(const std::filesystem::path& file, std::string_view step);
+
+// Written beside its final name, and renamed when it is complete. Whatever fails before that leaves the file
+// of that name as it was, and nothing beside it.
 class OutputFile {
   public:
     // Creates the file beside `target`. A target that is no regular file (a terminal, a pipe, /dev/null)

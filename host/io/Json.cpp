@@ -1,5 +1,4 @@
-// See the header.
-#include "host/scenefile/JsonFile.h"
+#include "host/io/Json.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,5 +1,5 @@
-// See the header. A tag in a run: its ID, the size of its text, its text; unaligned.
-#include "host/scene/TagRun.h"
+// A tag in a run: its ID, the size of its text, its text; unaligned.
+#include "host/scene/Tags.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,17 +1,64 @@
-// A file as RapidJSON reads it: chunk by chunk, its bytes counted as they come, and the place in it that an
-// error is told with. Used by SceneReader.cpp.
+// JSON with RapidJSON, as this host reads and writes it. The only header that includes RapidJSON, for its
+// settings must be the same everywhere.
 #pragma once
 
 #include <cstdint>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <new>
 #include <string>
 #include <vector>
 
-#include "host/core/Progress.h"
+// A text's size is counted in 32 bits otherwise, and a text of more than 4 GB would be cut without a word.
+#define RAPIDJSON_NO_SIZETYPEDEFINE
+namespace rapidjson {
+using SizeType = std::size_t;
+}
+#include <rapidjson/document.h>
+#include <rapidjson/error/en.h>
+#include <rapidjson/prettywriter.h>
+#include <rapidjson/reader.h>
+#include <rapidjson/stringbuffer.h>
+
+#include "host/core/Observer.h"
 
 namespace tzhost {
 
+// RapidJSON takes what its allocator answers without a look.
+struct JsonAllocator {
+    static void* Realloc(void* memory, size_t /*oldSize*/, size_t size) {
+        void* const moved = std::realloc(memory, size);
+        if (!moved) throw std::bad_alloc();
+        return moved;
+    }
+    static void Free(void* memory) { std::free(memory); }
+};
+
+using JsonReader = rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, JsonAllocator>;
+
+template <class Handler>
+using JsonHandler = rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Handler>;
+
+// Writes events into a stream of RapidJSON's kind, as one line.
+template <class Stream>
+using JsonWriter = rapidjson::Writer<Stream, rapidjson::UTF8<>, rapidjson::UTF8<>, JsonAllocator>;
+
+using JsonBuffer = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, JsonAllocator>;
+
+// Writes events into a buffer, indented by two blanks.
+class PrettyJsonWriter
+    : public rapidjson::PrettyWriter<JsonBuffer, rapidjson::UTF8<>, rapidjson::UTF8<>, JsonAllocator> {
+  public:
+    explicit PrettyJsonWriter(JsonBuffer& buffer) : PrettyWriter(buffer) { SetIndent(' ', 2); }
+
+    // The names are RapidJSON's; texts are of any kind that a view can be made of.
+    bool Key(std::string_view text) { return PrettyWriter::Key(text.data(), text.size()); }
+    bool String(std::string_view text) { return PrettyWriter::String(text.data(), text.size()); }
+};
+
+// A file as RapidJSON reads it: chunk by chunk, its bytes counted as they come, and the place in it that an
+// error is told with.
 class JsonFile {
   public:
     static constexpr size_t kChunkSize = size_t{1} << 16U;

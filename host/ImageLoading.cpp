@@ -13,17 +13,13 @@ namespace {
 // why.
 CTzPtr<ITzImageLoader> recognise(const Host& host, TzLoadAccess& access) {
     TzResult refusal = kTzNotRecognised;
-    for (const Server& server : host.servers().servers()) {
-        void* out = nullptr;
-        const TzResult spawned = server.factory->spawn(ITzImageLoader::kId, &out);
-        if (spawned == kTzNoInterface) continue;  // a server of another kind
-        tzCheck(spawned);
-        auto loader = CTzPtr<ITzImageLoader>::adopt(static_cast<ITzImageLoader*>(out));
-        const TzResult recognised = loader->recognise(&access);
-        if (!tzFailed(recognised)) return loader;
-        refusal = recognised;
-    }
-    throw CTzError(refusal);
+    auto found = host.servers().find<ITzImageLoader>([&](ITzImageLoader& loader) {
+        const TzResult recognised = loader.recognise(&access);
+        if (tzFailed(recognised)) refusal = recognised;
+        return !tzFailed(recognised);
+    });
+    if (!found) throw CTzError(refusal);
+    return found;
 }
 
 }  // namespace

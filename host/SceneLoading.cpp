@@ -53,18 +53,14 @@ class Monitor : public HostObject, public ITzMonitor {
 
 // The first loader, in registration order, that recognises the file.
 CTzPtr<ITzSceneLoader> recognise(const Host& host, const std::string& fileName) {
-    for (const Server& server : host.servers().servers()) {
-        void* out = nullptr;
-        const TzResult spawned = server.factory->spawn(ITzSceneLoader::kId, &out);
-        if (spawned == kTzNoInterface) continue;  // a server of another kind
-        tzCheck(spawned);
-        auto loader = CTzPtr<ITzSceneLoader>::adopt(static_cast<ITzSceneLoader*>(out));
-        const TzResult recognised = loader->recognise(tzText(fileName));
-        if (recognised == kTzNotRecognised) continue;
+    auto found = host.servers().find<ITzSceneLoader>([&](ITzSceneLoader& loader) {
+        const TzResult recognised = loader.recognise(tzText(fileName));
+        if (recognised == kTzNotRecognised) return false;
         tzCheck(recognised);
-        return loader;
-    }
-    throw CTzError(kTzNotRecognised);
+        return true;
+    });
+    if (!found) throw CTzError(kTzNotRecognised);
+    return found;
 }
 
 void countItem(const MeshData& mesh, ImportSummary& summary) {

@@ -11,14 +11,9 @@ namespace tzhost {
 namespace {
 
 CTzPtr<ITzSceneSaver> spawnSaver(const Host& host) {
-    for (const Server& server : host.servers().servers()) {
-        void* out = nullptr;
-        const TzResult spawned = server.factory->spawn(ITzSceneSaver::kId, &out);
-        if (spawned == kTzNoInterface) continue;  // a server of another kind
-        tzCheck(spawned);
-        return CTzPtr<ITzSceneSaver>::adopt(static_cast<ITzSceneSaver*>(out));
-    }
-    throw CTzError(kTzNotFound);
+    auto found = host.servers().find<ITzSceneSaver>([](ITzSceneSaver& /*saver*/) { return true; });
+    if (!found) throw CTzError(kTzNotFound);
+    return found;
 }
 
 // A saver reads every polygon, most of them once: that is how the host knows how far it is.

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "hostsdk/CTzError.h"
 #include "hostsdk/CTzPtr.h"
 #include "hostsdk/ITzHost.h"
 
@@ -38,6 +39,21 @@ class ServerTable {
         void* out = nullptr;
         spawn(name, Interface::kId, &out);
         return CTzPtr<Interface>::adopt(static_cast<Interface*>(out));
+    }
+
+    // The first server, in registration order, that has the interface and that `accept(object)` takes; null
+    // when there is none. Throws what a factory answers, and what `accept` throws.
+    template <class Interface, class Accept>
+    CTzPtr<Interface> find(Accept&& accept) const {
+        for (const Server& server : servers()) {
+            void* out = nullptr;
+            const TzResult spawned = server.factory->spawn(Interface::kId, &out);
+            if (spawned == kTzNoInterface) continue;  // a server of another kind
+            tzCheck(spawned);
+            auto object = CTzPtr<Interface>::adopt(static_cast<Interface*>(out));
+            if (accept(*object)) return object;
+        }
+        return {};
     }
 
     std::vector<Server> servers() const;

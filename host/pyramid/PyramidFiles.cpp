@@ -1,7 +1,8 @@
-// See the header. pyramidPage() has a file of its own.
 #include "host/pyramid/PyramidFiles.h"
 
 #include <algorithm>
+
+#include "PyramidPage.h"  // made of page.html by the build
 
 namespace tzhost {
 namespace {
@@ -12,6 +13,29 @@ uint32_t pieces(uint32_t side) {
 
 uint32_t pieceSide(uint32_t index, uint32_t side) {
     return std::min(kPyramidTileSide, side - index * kPyramidTileSide);
+}
+
+std::string escaped(const std::string& text) {
+    std::string out;
+    for (const char c : text) {
+        switch (c) {
+            case '<':
+                out += "&lt;";
+                break;
+            case '&':
+                out += "&amp;";
+                break;
+            default:
+                out += c;
+        }
+    }
+    return out;
+}
+
+// Puts a text where the page has the mark `{{name}}`.
+void fillIn(std::string& page, const std::string& name, const std::string& text) {
+    const std::string mark = "{{" + name + "}}";
+    page.replace(page.find(mark), mark.size(), text);
 }
 
 }  // namespace
@@ -44,6 +68,20 @@ std::string pyramidDescription(TzSize size) {
            "TileSize=\"" +
            std::to_string(kPyramidTileSide) + "\">\n  <Size Width=\"" + std::to_string(size.width) +
            "\" Height=\"" + std::to_string(size.height) + "\"/>\n</Image>\n";
+}
+
+std::string pyramidPage(const std::string& title, const std::vector<TzSize>& levels) {
+    std::string sizes;
+    for (const TzSize& level : levels) {
+        if (!sizes.empty()) sizes += ", ";
+        sizes += "[" + std::to_string(level.width) + ", " + std::to_string(level.height) + "]";
+    }
+    // The title last: it may look like a mark.
+    std::string page = kPyramidPageTemplate;
+    fillIn(page, "tile", std::to_string(kPyramidTileSide));
+    fillIn(page, "levels", sizes);
+    fillIn(page, "title", escaped(title));
+    return page;
 }
 
 }  // namespace tzhost

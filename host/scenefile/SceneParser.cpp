@@ -1,4 +1,3 @@
-// See the header.
 #include "host/scenefile/SceneParser.h"
 
 #include <algorithm>
@@ -12,67 +11,8 @@
 namespace tzhost {
 namespace {
 
-using Place = SceneParser::Place;
-using Member = SceneParser::Member;
-
-enum class Kind { kValue, kObject, kArray };
-
-// The format: which keys stand where, what each must be, and where an object or an array leads.
-struct Field {
-    Place in;
-    Member key;
-    const char* name;
-    const char* expected;
-    Kind kind;
-    Place to;
-};
-constexpr std::array<Field, 23> kFields{{
-    {Place::kPoints, Member::kNone, "", "an array of three numbers", Kind::kArray, Place::kPoint},
-    {Place::kPoint, Member::kNone, "", "three numbers", Kind::kValue, {}},
-    {Place::kPolygons, Member::kNone, "", "an object", Kind::kObject, Place::kPolygon},
-    {Place::kPolygon, Member::kType, "type", "a text", Kind::kValue, {}},
-    {Place::kPolygon, Member::kVertices, "vertices", "an array", Kind::kArray, Place::kVertices},
-    {Place::kPolygon, Member::kTags, "tags", "an object", Kind::kObject, Place::kPolygonTags},
-    {Place::kVertices, Member::kNone, "", "the index of a point", Kind::kValue, {}},
-    {Place::kPolygonTags, Member::kNone, "", "a text", Kind::kValue, {}},
-    {Place::kOutside, Member::kNone, "", "an object", Kind::kObject, Place::kDocument},
-    {Place::kDocument, Member::kFormat, "format", "the text \"tzscene\"", Kind::kValue, {}},
-    {Place::kDocument, Member::kVersion, "version", "the number 1", Kind::kValue, {}},
-    {Place::kDocument, Member::kItems, "items", "an array", Kind::kArray, Place::kItems},
-    {Place::kItems, Member::kNone, "", "an object", Kind::kObject, Place::kItem},
-    {Place::kItem, Member::kType, "type", "a text", Kind::kValue, {}},
-    {Place::kItem, Member::kName, "name", "a text", Kind::kValue, {}},
-    {Place::kItem, Member::kTags, "tags", "an object", Kind::kObject, Place::kItemTags},
-    {Place::kItem, Member::kPackages, "packages", "an array", Kind::kArray, Place::kPackages},
-    {Place::kItem, Member::kChannels, "channels", "an object", Kind::kObject, Place::kChannels},
-    {Place::kItem, Member::kPoints, "points", "an array", Kind::kArray, Place::kPoints},
-    {Place::kItem, Member::kPolygons, "polygons", "an array", Kind::kArray, Place::kPolygons},
-    {Place::kItemTags, Member::kNone, "", "a text", Kind::kValue, {}},
-    {Place::kPackages, Member::kNone, "", "a text", Kind::kValue, {}},
-    {Place::kChannels, Member::kNone, "", "a text", Kind::kValue, {}},
-}};
-
-const Field* findField(Place in, Member key) {
-    for (const Field& field : kFields) {
-        if (field.in == in && field.key == key) return &field;
-    }
-    return nullptr;
-}
-
-const Field* findField(Place in, std::string_view name) {
-    for (const Field& field : kFields) {
-        if (field.in == in && field.name == name) return &field;
-    }
-    return nullptr;
-}
-
-// Where an object or array that ends leads back to.
-Place around(Place place) {
-    for (const Field& field : kFields) {
-        if (field.kind != Kind::kValue && field.to == place) return field.in;
-    }
-    return Place::kOutside;
-}
+using Place = ScenePlace;
+using Member = SceneMember;
 
 unsigned bit(Member key) {
     return 1U << static_cast<unsigned>(key);
@@ -167,8 +107,8 @@ bool SceneParser::String(const char* text, size_t size, bool /*copy*/) {
 }
 
 bool SceneParser::open(bool object) {
-    const Field* const field = findField(place_, key_);
-    if (!field || field->kind != (object ? Kind::kObject : Kind::kArray)) return refuseValue();
+    const SceneField* const field = findSceneField(place_, key_);
+    if (!field || field->kind != (object ? SceneKind::kObject : SceneKind::kArray)) return refuseValue();
     switch (field->to) {
         case Place::kItem:
             items_.emplace_back();
@@ -203,7 +143,7 @@ bool SceneParser::Key(const char* text, size_t size, bool /*copy*/) {
         return true;
     }
     key_ = Member::kNone;
-    const Field* const field = findField(place_, name);
+    const SceneField* const field = findSceneField(place_, name);
     if (!field) return fail("unknown key " + inQuotes(name));
     if ((keysSeen() & bit(field->key)) != 0) return fail("key " + inQuotes(name) + " appears twice");
     keysSeen() |= bit(field->key);
@@ -221,7 +161,7 @@ bool SceneParser::tagKey(std::string_view name) {
 
 bool SceneParser::EndArray(size_t /*size*/) {
     if (place_ == Place::kPoint && !endPoint()) return false;
-    place_ = around(place_);
+    place_ = sceneAround(place_);
     key_ = Member::kNone;
     return true;
 }
@@ -247,7 +187,7 @@ bool SceneParser::EndObject(size_t /*size*/) {
             break;
     }
     if (!complete) return false;
-    place_ = around(place_);
+    place_ = sceneAround(place_);
     return true;
 }
 
@@ -294,7 +234,7 @@ bool SceneParser::distinctTags() {
 bool SceneParser::haveKeys(std::initializer_list<Member> required) {
     for (const Member key : required) {
         if ((keysSeen() & bit(key)) == 0) {
-            return fail("key " + inQuotes(findField(place_, key)->name) + " is missing");
+            return fail("key " + inQuotes(findSceneField(place_, key)->name) + " is missing");
         }
     }
     return true;
@@ -306,7 +246,7 @@ unsigned& SceneParser::keysSeen() {
 }
 
 bool SceneParser::refuseValue() {
-    const Field* const field = findField(place_, key_);
+    const SceneField* const field = findSceneField(place_, key_);
     std::string what = std::string("expected ") + (field ? field->expected : "nothing here");
     if (place_ == Place::kItemTags || place_ == Place::kPolygonTags)
         what += " at key " + inQuotes(tagName(tag_));
@@ -321,7 +261,7 @@ bool SceneParser::fail(const std::string& what) {
 }
 
 std::string SceneParser::where() const {
-    const Field* const field = findField(place_, key_);
+    const SceneField* const field = findSceneField(place_, key_);
     const std::string keyName = field && key_ != Member::kNone ? std::string(".") + field->name : "";
     if (place_ == Place::kOutside) return "";
     if (place_ == Place::kDocument) return keyName.empty() ? "" : keyName.substr(1);

@@ -13,6 +13,7 @@
 
 #include "host/io/Json.h"
 #include "host/scene/Item.h"
+#include "host/scenefile/SceneFormat.h"
 
 namespace tzhost {
 
@@ -40,37 +41,6 @@ class SceneParser : public JsonHandler<SceneParser> {
     bool StartArray() { return open(false); }
     bool EndArray(size_t size);
 
-    // Where in the file the parser is, in the names of the format, and at which key there.
-    enum class Place {
-        kOutside,
-        kDocument,
-        kItems,
-        kItem,
-        kItemTags,
-        kPackages,
-        kChannels,
-        kPoints,
-        kPoint,
-        kPolygons,
-        kPolygon,
-        kVertices,
-        kPolygonTags,
-    };
-    enum class Member {
-        kNone,
-        kFormat,
-        kVersion,
-        kItems,
-        kType,
-        kName,
-        kTags,
-        kPackages,
-        kChannels,
-        kPoints,
-        kPolygons,
-        kVertices
-    };
-
   private:
     bool open(bool object);
     bool coordinate(std::string_view number);
@@ -80,7 +50,7 @@ class SceneParser : public JsonHandler<SceneParser> {
     bool endPoint();
     bool tagKey(std::string_view name);
     bool distinctTags();
-    bool haveKeys(std::initializer_list<Member> required);
+    bool haveKeys(std::initializer_list<SceneMember> required);
     unsigned& keysSeen();
     bool refuseValue();
     bool fail(const std::string& what);
@@ -89,8 +59,8 @@ class SceneParser : public JsonHandler<SceneParser> {
 
     std::vector<FileItem> items_;
     std::string problem_;
-    Place place_ = Place::kOutside;
-    Member key_ = Member::kNone;  // of the object that is being read: document, item or polygon
+    ScenePlace place_ = ScenePlace::kOutside;
+    SceneMember key_ = SceneMember::kNone;  // of the object that is being read: document, item or polygon
     unsigned documentKeys_ = 0;
     unsigned itemKeys_ = 0;
     unsigned polygonKeys_ = 0;

@@ -5,7 +5,7 @@
 namespace tzsvg {
 namespace {
 
-// A number in Qt's format in plain decimal: d.ddde+XX is written out.
+// A number of realText() in plain decimal: d.ddde+XX is written out.
 std::string withoutExponent(const std::string& number) {
     const size_t mark = number.find('e');
     if (mark == std::string::npos) return number;
@@ -20,8 +20,7 @@ std::string withoutExponent(const std::string& number) {
         text.append("0.");
         text.append(static_cast<size_t>(-exponent - 1), '0');
     } else {
-        // An exponent is printed from 6 on only, and there are at most six digits: all stand before the
-        // point.
+        // The exponent is at least 6 and there are at most six digits: all stand before the point.
         digits.resize(static_cast<size_t>(exponent) + 1, '0');
     }
     return text + digits;

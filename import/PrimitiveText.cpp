@@ -12,7 +12,7 @@ namespace tzsvg {
 namespace {
 
 // The text as it grows. Numbers are as QTextStream prints them: six significant digits.
-// PrimitiveTags/numbersAsStreamed pins that it is so.
+// Tags/primitives pins that it is so.
 class PrimitiveText {
   public:
     explicit PrimitiveText(const char* text) { *this << text; }
@@ -38,14 +38,14 @@ class PrimitiveText {
     size_t used_ = 0;
 };
 
-// A rectangle's numbers are of single precision, an ellipse's of double; meant so, PrimitiveTags/precision
+// A rectangle's numbers are of single precision, an ellipse's of double; meant so, Tags/primitives
 // pins it.
 double single(double value) {
     return static_cast<double>(static_cast<float>(value));
 }
 
 // The height stands before the width, meant so: stored drawings are like this, and compared by their text.
-// PrimitiveTags/texts pins it.
+// Tags/primitives pins it.
 std::string rectangleText(const QGraphicsRectItem& item) {
     const QRectF rect = item.rect();
     PrimitiveText text("RECT{X:");

@@ -9,7 +9,7 @@ namespace tzsvg {
 
 namespace {
 
-// What QString::remove() does, by the line instead of by the character.
+// As QString::remove(), but whole lines are moved, not single characters.
 void removeAll(QString& text, QChar unwanted) {
     auto found = text.indexOf(unwanted);
     if (found < 0) return;

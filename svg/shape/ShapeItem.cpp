@@ -104,7 +104,7 @@ std::unique_ptr<QGraphicsRectItem> buildRectItem(const XmlNode& element, const L
     if (!element.has(Attribute::kRx) && !element.has(Attribute::kRy))
         return makeItem<QGraphicsRectItem>(rect);
     // A radius that is absent stays 0, it is not copied from the other; neither is clamped. Meant so, stored
-    // scenes tell both as they were written; ShapeItem/roundedRect pins it.
+    // scenes tell both as they were written; Tags/primitives pins it.
     return makeItem<QGraphicsItemRoundedRect>(rect, read.horizontal(Attribute::kRx),
                                               read.vertical(Attribute::kRy));
 }

@@ -1,6 +1,6 @@
 // Nearly every number of a drawing is plain, with at most fifteen digits and no exponent. Longer ones and
 // exponents fall back to std::from_chars, which rounds correctly, as Qt does; what that does not read whole
-// falls back to Qt. NumberText/equalsToolkit pins that all three agree.
+// falls back to Qt. NumberText/equalsQt pins that all three agree.
 #include "svg/text/NumberReader.h"
 
 #include <locale.h>  // NOLINT(modernize-deprecated-headers): newlocale is POSIX

@@ -1,6 +1,6 @@
 // Nearly every number lies between 0.0001 and 999999: it is scaled to six digits before the point and
 // rounded. Numbers outside, and those so close to a tie that the scaling's own error could decide it, fall
-// back to Qt. RealText/equalsToolkit pins that both agree.
+// back to Qt. RealText/equalsQt pins that both agree.
 #include "svg/text/RealText.h"
 
 #include <QString>

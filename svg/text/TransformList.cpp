@@ -89,7 +89,7 @@ bool parseArgumentList(QStringView text, qsizetype& position, int required, int 
     if (position >= text.size()) return fail();
     // Without optional numbers one character is consumed, whatever it is: matrix(1 0 0 1 0 0 7) takes the 7
     // for the end and then fails on ")". Meant so: what was refused stays refused, it would move drawings
-    // otherwise. TransformList/surplusArgument pins it.
+    // otherwise. TransformList/refused pins it.
     if (isNext(u')') || optional == 0) {
         ++position;
         return true;

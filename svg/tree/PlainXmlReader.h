@@ -2,7 +2,7 @@
 // internal subset, all of it plainly well-formed and within the limits of svg/tree/DocumentLimits.h. That is
 // nearly every drawing. At anything else the reader gives up, and XmlDocument falls back to Qt's reader, from
 // the start of the text: what is well-formed is for Qt to say. Where this reader does not give up, both
-// report the same (XmlDocument/equalsTheToolkitsWithPlainTexts compares them). It exists because Qt's takes
+// report the same (XmlDocument/equalsQtsWithPlainTexts compares them). It exists because Qt's takes
 // several times as long: it appends text character by character.
 #pragma once
 

@@ -189,6 +189,34 @@ TEST_F(Saver, storedTexts) {
     }
 }
 
+// A host that fails one call: what the save answers, and what it leaves.
+TEST_F(Saver, failingHost) {
+    ServiceGate& gate = session_.host.gate();
+    // Fails the first call of an operation.
+    const auto codeWithout = [&](const std::string& operation, const std::function<TzResult()>& work) {
+        for (uint64_t call = 1;; ++call) {
+            gate.failCall(call);
+            const TzResult code = work();
+            gate.ignoreCalls();
+            EXPECT_NE(gate.failedOperation(), "") << operation << " is never called";
+            if (gate.failedOperation() == operation || gate.failedOperation().empty()) return code;
+        }
+    };
+    const ScenePtr scene = sceneOf("two-packages");
+    for (const uint32_t flags : {0U, kTzSavePreparatoryPass}) {
+        EXPECT_EQ(codeWithout("ITzItem::channel", [&] { return saveDirectly(scene, flags); }), kTzFailed);
+        EXPECT_EQ(folder_.read("direct.svg"), "<?xml version=\"1.0\"?>\n");
+    }
+    EXPECT_EQ(codeWithout("ITzMesh::bounds", [&] { return saveDirectly(scene); }), kTzOk);
+    const std::string file = folder_.read("direct.svg");
+    EXPECT_EQ(file.find("id=\"plain\""), std::string::npos);
+    EXPECT_NE(file.find("id=\"of one\""), std::string::npos);
+
+    const auto saver = session_.host.servers().spawn<ITzSceneSaver>("SVG_SceneSaver");
+    for (const char* const operation : {"ITzHost::service", "ITzMessages::post"})
+        EXPECT_EQ(codeWithout(operation, [&] { return saver->verify(scene.get()); }), kTzOk);
+}
+
 // Ends of split paths without starts repeat what came before: the output may not grow with the square.
 TEST_F(Saver, endsWithoutStartsAreBounded) {
     ScenePtr scene = session_.host.makeScene();

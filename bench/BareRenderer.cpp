@@ -1,4 +1,3 @@
-// See the header.
 #include "bench/BareRenderer.h"
 
 #include <QPainter>

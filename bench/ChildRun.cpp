@@ -1,4 +1,3 @@
-// See the header.
 #include "bench/ChildRun.h"
 
 #include <fcntl.h>

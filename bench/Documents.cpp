@@ -1,5 +1,4 @@
-// See the header. Numbers come from a generator of our own: the library's distributions differ between
-// systems.
+// Numbers come from a generator of our own: the library's distributions differ between systems.
 #include "bench/Documents.h"
 
 #include <cstdarg>

@@ -1,5 +1,5 @@
-// See the header. Ours and the floor take turns, each in a process of its own. Small documents are repeated
-// in it, so that neither side pays for what happens once in a process; a million shapes pass once.
+// Ours and the floor take turns, each in a process of its own. Small documents are repeated in it, so that
+// neither side pays for what happens once in a process; a million shapes pass once.
 #include "bench/SceneRuns.h"
 
 #include <QDomDocument>

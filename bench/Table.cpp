@@ -1,4 +1,3 @@
-// See the header.
 #include "bench/Table.h"
 
 #include <benchmark/benchmark.h>

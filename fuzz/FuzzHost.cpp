@@ -1,4 +1,3 @@
-// See the header.
 #include "fuzz/FuzzHost.h"
 
 #include <QHashFunctions>

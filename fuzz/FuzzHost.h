@@ -22,7 +22,7 @@ inline std::string_view asText(const uint8_t* data, size_t size) {
 
 class FuzzHost {
   public:
-    // The one of this process, made at the first call. It is never destroyed: the toolkit's application is
+    // The one of this process, made at the first call. It is never destroyed: Qt's application is
     // not.
     static FuzzHost& get();
 

@@ -43,7 +43,8 @@ TzhStatus statusOf(TzResult code) {
 // A loader or saver that only fails has refused what it was given.
 bool isRefusal(const tzhost::OperationError& error) {
     const std::string& step = error.step();
-    return error.result() == kTzFailed && (step == "recognise" || step == "load" || step == "save");
+    return error.result() == kTzFailed &&
+           (step == "normalize" || step == "recognise" || step == "load" || step == "save");
 }
 
 TzhStatus note(TzhStatus status, TzResult code, std::string_view message, std::string_view file = {},
@@ -63,7 +64,9 @@ TzhStatus noteFailure() noexcept {
         } catch (const Refused& refused) {
             return note(refused.status, kTzInvalidArgument, refused.reason);
         } catch (const tzhost::OperationError& error) {
-            const TzhStatus status = isRefusal(error) ? TZH_REFUSED : statusOf(error.result());
+            const TzhStatus status = error.step() == "load normalizer" ? TZH_UNAVAILABLE
+                                     : isRefusal(error)                ? TZH_REFUSED
+                                                                       : statusOf(error.result());
             return note(status, error.result(), error.what(), error.file(), error.step());
         } catch (const CTzError& error) {
             return note(statusOf(error.result()), error.result(), error.what());

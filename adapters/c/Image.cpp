@@ -24,6 +24,7 @@ Tile tileOf(const TzhImage* image, uint32_t level, uint32_t column, uint32_t row
     require(image, "image is NULL");
     require(width && height, "width or height is NULL");
     Tile tile{};
+    image->loaded.drawing.refresh();
     tzhost::inStep(image->file, "tile", [&] {
         tzCheck(image->loaded.tiles->tileSize(level, {column, row}, &tile.size));
     });
@@ -50,7 +51,10 @@ TzhStatus tzh_image_open(TzhImage** image, TzhSession* session, const char* file
         auto opened = std::make_unique<TzhImage>();
         opened->state = session->state;
         opened->file = tzh::nameOf(file, "file");
-        opened->loaded = tzhost::loadImage(opened->state->session.host, opened->file);
+        opened->loaded =
+            tzhost::loadImage(opened->state->session.host, (flags & TZH_NORMALIZE) != 0
+                                                               ? tzhost::Drawing::normalized(opened->file)
+                                                               : tzhost::Drawing(opened->file));
         *image = opened.release();
     });
 }

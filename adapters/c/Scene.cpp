@@ -55,8 +55,12 @@ TzhStatus tzh_scene_import(TzhScene** scene, TzhSession* session, const char* fi
         tzh::requireFlags(flags, TZH_NORMALIZE);
         const std::string_view name = tzh::nameOf(file, "file");
         auto made = tzh::makeScene(session);
-        tzh::followed(*made->state, callbacks,
-                      [&] { tzhost::importFile(made->state->session.host, *made->scene, name); });
+        tzh::followed(*made->state, callbacks, [&] {
+            const tzhost::Drawing drawing =
+                (flags & TZH_NORMALIZE) != 0 ? tzhost::Drawing::normalized(name) : tzhost::Drawing(name);
+            tzhost::importFile(made->state->session.host, *made->scene, drawing);
+            if (drawing.normalization()) made->notes = drawing.normalization()->notesJson;
+        });
         *scene = made.release();
     });
 }
@@ -73,7 +77,7 @@ TzhStatus tzh_scene_export(TzhScene* scene, const char* file, uint32_t flags, co
 }
 
 const char* tzh_scene_notes(const TzhScene* scene) {
-    return scene ? scene->notes.c_str() : "[]";
+    return scene ? scene->notes.c_str() : "{}";
 }
 
 void tzh_scene_free(TzhScene* scene) {

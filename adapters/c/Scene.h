@@ -10,7 +10,7 @@
 struct TzhScene {
     std::shared_ptr<tzh::SessionState> state;
     tzhost::ScenePtr scene;
-    std::string notes = "[]";
+    std::string notes = "{}";
 };
 
 namespace tzh {

@@ -129,8 +129,10 @@ TZH_API TzhStatus tzh_scene_import(TzhScene** scene, TzhSession* session, const 
 TZH_API TzhStatus tzh_scene_export(TzhScene* scene, const char* file, uint32_t flags,
                                    const TzhCallbacks* callbacks);
 
-/* What normalizing changed or left out, as a JSON array of objects with the members line, column, element,
- * id, attribute, code and text; "[]" for other scenes. [session thread] */
+/* What normalizing changed or left out, as a JSON object whose member "notes" is an array of objects with the
+ * members code
+ * ("left-out", "approximated", "carried" in another shape, "resolved"), line, column, element, id, attribute
+ * and text; "more" counts notes beyond those. "{}" for other scenes. [session thread] */
 TZH_API const char* tzh_scene_notes(const TzhScene* scene);
 
 TZH_API void tzh_scene_free(TzhScene* scene);

@@ -56,6 +56,7 @@ Drawing::Level Drawing::moduleLevel(uint32_t tileLevel) const {
 
 void Drawing::readTile(int level, uint32_t x, uint32_t y, uint8_t* pixels) const {
     const Level& of = levels_[static_cast<size_t>(level)];
+    loaded_.drawing.refresh();
     if (of.tiles.tileWidth != kTileSide || of.tiles.tileHeight != kTileSide)
         return readRows(of, x, y, pixels);
     const CTzUser_Image tile =

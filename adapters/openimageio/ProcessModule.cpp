@@ -17,7 +17,8 @@ const tzhost::Session& session() {
 }  // namespace
 
 tzhost::LoadedImage openDrawing(const OpenOptions& options) {
-    return tzhost::loadImage(session().host, options.file);
+    return tzhost::loadImage(session().host, options.normalize ? tzhost::Drawing::normalized(options.file)
+                                                               : tzhost::Drawing(options.file));
 }
 
 }  // namespace tzoiio

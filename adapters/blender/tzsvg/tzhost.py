@@ -172,7 +172,8 @@ class Session:
             ctypes.byref(callbacks)))
         try:
             items = [self.item(scene, i) for i in range(self.library.tzh_item_count(scene))]
-            return items, json.loads(self.library.tzh_scene_notes(scene).decode("utf-8"))
+            notes = json.loads(self.library.tzh_scene_notes(scene).decode("utf-8"))
+            return items, notes.get("notes", [])
         finally:
             self.library.tzh_scene_free(scene)
 

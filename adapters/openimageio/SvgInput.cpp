@@ -46,7 +46,7 @@ bool SvgInput::open(const std::string& name, OIIO::ImageSpec& spec, const OIIO::
             errorfmt("{}: not an SVG document", options_.file);
             return false;
         }
-        drawing_ = std::make_shared<const Drawing>(options_);
+        drawing_ = std::make_shared<const TiledDrawing>(options_);
     } catch (const std::invalid_argument& error) {
         errorfmt("{}: {}", fileOf(name), error.what());
         return false;
@@ -105,7 +105,7 @@ bool SvgInput::read_native_scanline(int /*subimage*/, int /*miplevel*/, int /*y*
 }
 
 bool SvgInput::read_native_tile(int subimage, int miplevel, int x, int y, int z, void* data) {
-    std::shared_ptr<const Drawing> drawing;
+    std::shared_ptr<const TiledDrawing> drawing;
     bool unassociated = false;
     {
         const lock_guard held(*this);

@@ -1,4 +1,4 @@
-// OpenImageIO's reader of drawings: hands its questions on to a Drawing.
+// OpenImageIO's reader of drawings: hands its questions on to a TiledDrawing.
 #pragma once
 
 #include <OpenImageIO/imageio.h>
@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "adapters/openimageio/Drawing.h"
+#include "adapters/openimageio/TiledDrawing.h"
 
 namespace tzoiio {
 
@@ -30,7 +30,7 @@ class SvgInput final : public OIIO::ImageInput {
     OIIO::ImageSpec specOf(int miplevel) const;
 
     // Shared with reads under way, which close() does not wait for.
-    std::shared_ptr<const Drawing> drawing_;
+    std::shared_ptr<const TiledDrawing> drawing_;
     OpenOptions options_;
     int level_ = 0;
 };

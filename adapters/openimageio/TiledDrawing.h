@@ -13,10 +13,10 @@ namespace tzoiio {
 
 constexpr uint32_t kTileSide = 256;
 
-class Drawing {
+class TiledDrawing {
   public:
     // Opens it with the process's module. Throws tzhost::OperationError.
-    explicit Drawing(const OpenOptions& options);
+    explicit TiledDrawing(const OpenOptions& options);
 
     // Level 0 is the one whose long side has the size that was asked for.
     int levelCount() const { return static_cast<int>(levels_.size()); }

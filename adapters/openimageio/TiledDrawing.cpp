@@ -1,7 +1,7 @@
 // Levels whose long side is under kTileSide have tiles as large as their short side, of which the module
 // serves only as many as a tile has pixels: the rest of a narrow level is not to be had, and such a level is
 // averaged from the one above.
-#include "adapters/openimageio/Drawing.h"
+#include "adapters/openimageio/TiledDrawing.h"
 
 #include <algorithm>
 #include <array>
@@ -36,7 +36,7 @@ void average(const std::vector<float>& finer, TzSize size, uint32_t x, uint32_t 
 
 }  // namespace
 
-Drawing::Drawing(const OpenOptions& options) : loaded_(openDrawing(options)) {
+TiledDrawing::TiledDrawing(const OpenOptions& options) : loaded_(openDrawing(options)) {
     tzCheck(loaded_.tiles->tileLevelCount(&moduleLevels_));
     for (uint32_t i = 0; i < moduleLevels_; ++i) {
         const Level level = moduleLevel(i);
@@ -45,7 +45,7 @@ Drawing::Drawing(const OpenOptions& options) : loaded_(openDrawing(options)) {
     if (levels_.empty()) throw CTzError(kTzFailed);
 }
 
-Drawing::Level Drawing::moduleLevel(uint32_t tileLevel) const {
+TiledDrawing::Level TiledDrawing::moduleLevel(uint32_t tileLevel) const {
     Level level{tileLevel, {}, {}, false};
     tzCheck(loaded_.tiles->tileLevelSize(tileLevel, &level.tiles));
     level.size = {level.tiles.width, level.tiles.height};
@@ -54,7 +54,7 @@ Drawing::Level Drawing::moduleLevel(uint32_t tileLevel) const {
     return level;
 }
 
-void Drawing::readTile(int level, uint32_t x, uint32_t y, uint8_t* pixels) const {
+void TiledDrawing::readTile(int level, uint32_t x, uint32_t y, uint8_t* pixels) const {
     const Level& of = levels_[static_cast<size_t>(level)];
     loaded_.drawing.refresh();
     if (of.tiles.tileWidth != kTileSide || of.tiles.tileHeight != kTileSide)
@@ -69,7 +69,7 @@ void Drawing::readTile(int level, uint32_t x, uint32_t y, uint8_t* pixels) const
 }
 
 // A level with tiles of another size, row by row.
-void Drawing::readRows(const Level& level, uint32_t x, uint32_t y, uint8_t* pixels) const {
+void TiledDrawing::readRows(const Level& level, uint32_t x, uint32_t y, uint8_t* pixels) const {
     std::memset(pixels, 0, size_t{kTileSide} * kTileSide * kChannels);
     const uint32_t width = std::min(kTileSide, level.size.width - x);
     const uint32_t height = std::min(kTileSide, level.size.height - y);
@@ -89,7 +89,7 @@ void Drawing::readRows(const Level& level, uint32_t x, uint32_t y, uint8_t* pixe
 
 // All pixels of a level under kTileSide, or of the first one that is not: from the module when it serves it,
 // else averaged.
-std::vector<float> Drawing::wholeLevel(const Level& level) const {
+std::vector<float> TiledDrawing::wholeLevel(const Level& level) const {
     std::vector<float> pixels(size_t{level.size.width} * level.size.height * kChannels);
     if (level.isServed) {
         for (uint32_t y = 0; y < level.size.height; ++y) {

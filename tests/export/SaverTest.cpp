@@ -68,16 +68,6 @@ class Saver : public testing::Test {
         return folder_.read("out.svg");
     }
 
-    // The code of the export; kTzOk when it succeeded.
-    TzResult exportCode(const ScenePtr& scene, const std::filesystem::path& file) {
-        try {
-            exportFile(session_.host, *scene, file);
-            return kTzOk;
-        } catch (const OperationError& error) {
-            return error.result();
-        }
-    }
-
     // Saves without the host's care for the file: the code, and what the saver leaves.
     TzResult saveDirectly(const ScenePtr& scene, uint32_t flags = 0) {
         const auto saver = session_.host.servers().spawn<ITzSceneSaver>("SVG_SceneSaver");
@@ -243,11 +233,6 @@ TEST_F(Saver, messagesAndArguments) {
     EXPECT_EQ(saver->save(tzText("x"), nullptr, 0), kTzInvalidArgument);
     EXPECT_EQ(saver->save(tzText("x"), scene.get(), 2), kTzInvalidArgument);
     EXPECT_EQ(saver->save(tzText("/nowhere/at/all"), scene.get(), 0), kTzFailed);
-}
-
-TEST_F(Saver, fullDisk) {
-    EXPECT_EQ(exportCode(sceneOf("package"), "/dev/full"), kTzFailed);
-    EXPECT_EQ(exportCode(session_.host.makeScene(), "/dev/full"), kTzFailed);  // less than a buffer
 }
 
 }  // namespace

@@ -99,13 +99,6 @@ TEST_F(CommandLineTest, WarnsOfWhatTheModuleKeeps) {
         folder_.read(".err"));
 }
 
-TEST_F(CommandLineTest, TellsWhenTheOutputIsFull) {
-    EXPECT_EQ(1, run("servers >/dev/full"));
-    EXPECT_EQ("tzhost: standard output: write: 0x80000000 (failed)\n", folder_.read(".err"));
-    EXPECT_EQ(1, run("servers", "missing.so"));
-    EXPECT_EQ("tzhost: missing.so: load module: 0x80000004 (no such module file)\n", folder_.read(".err"));
-}
-
 // A terminal for the program to write to, and what it has written there.
 class Terminal {
   public:

@@ -29,7 +29,7 @@ QImage draw(const std::vector<Shape>& shapes, const std::string& definitions = {
     const ScenePtr scene = host.makeScene();
     ItemData item;
     item.type = kTzItemMesh;
-    item.channels = {{"svgdefs", definitions}};
+    item.channels = {{"clipdefs", "<clipPath/>"}, {"svgdefs", definitions}};
     const TzPoint points[] = {{0, 0, 0},   {100, 0, 0}, {100, 100, 0}, {0, 100, 0},
                               {30, 30, 0}, {70, 30, 0}, {70, 70, 0},   {30, 70, 0}};
     item.mesh.addPoints(points, 8);

@@ -85,7 +85,12 @@ TEST_F(ImageTest, recognise) {
         EXPECT_EQ(access.target->format, 4U);
         EXPECT_EQ(access.target->colours, 0U);
     }
+    write(drawing("width='300' height='200'"));
+    ASSERT_EQ(recognise(), kTzOk);
     QFile::remove(path());
+    ITzImage* out = nullptr;
+    EXPECT_EQ(loader->load(&access, &out), kTzFailed) << "it is gone before it is loaded";
+    EXPECT_EQ(out, nullptr);
     EXPECT_EQ(recognise(), kTzFailed);
 }
 
@@ -95,31 +100,6 @@ TEST_F(ImageTest, localeStaysTheHosts) {
     EXPECT_EQ(recognise(), kTzOk);
     EXPECT_NE(qobject_cast<QGuiApplication*>(QCoreApplication::instance()), nullptr);
     EXPECT_STREQ(std::setlocale(LC_ALL, nullptr), "C");
-}
-
-TEST_F(ImageTest, levelsOfBothInterfaces) {
-    write(drawing("width='300' height='200'"));
-    const auto image = load();
-    const auto tiles = image.query<ITzTileImage>();
-    const auto samples = image.query<ITzImageLevelSample>();
-    TzSize size{};
-    TzPixelFormat format = 0;
-    ASSERT_EQ(image->size(&size), kTzOk);
-    ASSERT_EQ(image->format(&format), kTzOk);
-    EXPECT_EQ(size.width, 65536U);
-    EXPECT_EQ(size.height, 43691U);
-    EXPECT_EQ(format, 4U);
-    TzTileLevel level{};
-    ASSERT_EQ(tiles->tileLevelSize(16 - 9, &level), kTzOk);
-    ASSERT_EQ(samples->sampleLevelSize(9, &size), kTzOk);
-    EXPECT_EQ(level.width, 512U);
-    EXPECT_EQ(size.width, level.width);
-    EXPECT_EQ(size.height, level.height);
-    uint32_t count = 0;
-    EXPECT_EQ(tiles->tileLevelCount(&count), kTzOk);
-    EXPECT_EQ(count, 17U);
-    EXPECT_EQ(samples->sampleLevelCount(&count), kTzOk);
-    EXPECT_EQ(count, 17U);
 }
 
 TEST_F(ImageTest, outOfBounds) {

@@ -178,6 +178,8 @@ TEST_F(GuardTest, documents) {
          false},
         {"a default attribute",
          "<!DOCTYPE svg [<!ATTLIST image xlink:href CDATA 'other.svg'>]>" + svg("<image/>"), false},
+        {"links of other elements",
+         svg("<use xlink:href='#c'/><a id='b' xlink:href='#b'><a xlink:href='other.svg'/></a>"), true},
         // Uses.
         {"a use", svg("<rect id='a'/><use xlink:href='#a'/><use xlink:href='#nothing'/>"), true},
         {"2^16 uses", doubling(16), true},
@@ -294,6 +296,7 @@ TEST_F(GuardTest, compressed) {
         {"cut short", packed.left(packed.size() - 12), {}},
         {"compressed twice", gzip(packed), {}},
         {"unpacks to 300 MB", gzip(svg(QByteArray(300 << 20, ' '))), {}},
+        {"links start at the current folder", gzip(image("other.svg")), image("other.svg")},
         {"leads to an SVG", gzip(image(path("other.svg").toUtf8())), {}},
     };
     for (const auto& row : rows) {

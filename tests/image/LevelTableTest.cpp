@@ -51,16 +51,6 @@ TEST(LevelTable, bounds) {
     }
 }
 
-TEST(LevelTable, tileOfPixel) {
-    const LevelTable levels({300, 200});
-    const auto place = levels.tileOfPixel(16, 65535, 43690);
-    EXPECT_EQ(place.column, 255U);
-    EXPECT_EQ(place.row, 170U);
-    EXPECT_EQ(levels.tileOfPixel(7, 86, 85).column, 1U);
-    EXPECT_THROW(levels.tileOfPixel(16, 65536, 0), CTzError);
-    EXPECT_THROW(levels.tileOfPixel(16, 0, 43691), CTzError);
-}
-
 TEST(TileGeometry, views) {
     const struct {
         const char* name;

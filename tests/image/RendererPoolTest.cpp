@@ -3,6 +3,7 @@
 
 #include <QPainter>
 #include <chrono>
+#include <filesystem>
 #include <thread>
 
 #include "svg/GuiApplication.h"
@@ -98,6 +99,18 @@ TEST_F(RendererPoolTest, noticesAChangedPicture) {
     EXPECT_NE(document, before) << "tiles drawn with the old picture are stale";
     EXPECT_TRUE(lendsAgain());
     QFile::remove(folder.filePath(QStringLiteral("photo.png")));
+    EXPECT_FALSE(lendsAgain());
+}
+
+// As large as the one before, and as old.
+TEST_F(RendererPoolTest, noticesAnotherFileInItsPlace) {
+    write(svg("<rect width='9' height='9'/>"));
+    lendsAgain();
+    const std::filesystem::path file = path().toStdString();
+    const std::filesystem::path other = file.native() + ".new";
+    std::filesystem::copy_file(file, other);
+    std::filesystem::last_write_time(other, std::filesystem::last_write_time(file));
+    std::filesystem::rename(other, file);
     EXPECT_FALSE(lendsAgain());
 }
 

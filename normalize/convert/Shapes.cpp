@@ -2,6 +2,7 @@
 
 #include "normalize/convert/Groups.h"
 #include "normalize/convert/Sight.h"
+#include "normalize/geometry/BoxCut.h"
 #include "normalize/geometry/ShapeOutline.h"
 #include "normalize/geometry/SubPaths.h"
 #include "normalize/paint/ClipPaths.h"
@@ -11,42 +12,86 @@
 namespace tznormalize {
 namespace {
 
-std::optional<WrittenShape> strokeAsArea(const Conversion& conversion, const Path& path, const Place& place,
-                                         const Look& look) {
-    // In the shape's own space, where the stroke is even; dots have to be as long as the grid asks there.
-    const double scale = look.scale > 0.0 ? look.scale : 1.0;
-    const Path area =
-        strokeOutline(withDots(path, dotLength(look.form), conversion.grid.step() / scale), look.form)
-            .mapped(place.ctm);
-    std::optional<WrittenShape> shape = writeArea(conversion.grid, withoutLoneMoves(area));
-    if (!shape) return std::nullopt;
-    shape->element.set("fill", look.stroke.value);
-    if (look.strokeOpacity < 1.0) shape->element.set("fill-opacity", shortNumber(look.strokeOpacity));
-    setInvisibleStroke(shape->element);
-    return shape;
-}
+// What shows an outline: one element, or two where fill and stroke have to be apart.
+struct Parts {
+    std::vector<WrittenShape> shapes;
+    bool isOutOfSight = false;
+    bool isCut = false;  // at the edges of the page
+};
 
-// One element, or two where fill and stroke have to be apart.
-std::vector<WrittenShape> writeParts(const Conversion& conversion, const Path& path, const Place& place,
-                                     Tag origin, const Look& look) {
-    std::vector<WrittenShape> parts;
-    const auto add = [&](std::optional<WrittenShape> shape) {
-        if (shape) parts.push_back(std::move(*shape));
-    };
-    const Path mapped = path.mapped(place.ctm);
-    const Grid& grid = conversion.grid;
-    if (!look.isStrokeOutlined && !look.isStrokeFirst) {
-        add(writeShape(grid, mapped, origin, look, look.fill, !look.stroke.isNone()));
-        return parts;
+// Writes the parts of one outline.
+class PartWriter {
+  public:
+    PartWriter(const Conversion& conversion, const Path& path, const Place& place, const Look& look)
+        : grid_(conversion.grid), path_(path), place_(place), look_(look), mapped_(path.mapped(place.ctm)) {}
+
+    const Path& mapped() const { return mapped_; }
+
+    // Areas are cut down to `limits`; nothing is when there are none.
+    Parts write(Tag origin, const std::optional<Box>& limits) {
+        limits_ = limits;
+        if (!look_.isStrokeOutlined && !look_.isStrokeFirst) {
+            addShape(origin, look_.fill, !look_.stroke.isNone());
+            return std::move(parts_);
+        }
+        if (look_.isStrokeFirst) addStroke(origin);
+        if (!look_.fill.isNone()) addShape(origin, look_.fill, false);
+        if (!look_.isStrokeFirst) addStroke(origin);
+        return std::move(parts_);
     }
-    const auto addStroke = [&] {
-        add(look.isStrokeOutlined ? strokeAsArea(conversion, path, place, look)
-                                  : writeShape(grid, mapped, origin, look, Paint(), true));
-    };
-    if (look.isStrokeFirst) addStroke();
-    if (!look.fill.isNone()) add(writeShape(grid, mapped, origin, look, look.fill, false));
-    if (!look.isStrokeFirst) addStroke();
-    return parts;
+
+  private:
+    void add(std::optional<WrittenShape> shape) {
+        if (shape) parts_.shapes.push_back(std::move(*shape));
+    }
+
+    void addShape(Tag origin, const Paint& fill, bool isStroked) {
+        // A stroke would run along the cut; where the outline is closed it does so out of sight.
+        const bool mayCut = !isStroked || (look_.form.dashes.empty() && isClosedThroughout(mapped_));
+        Path cutPath;
+        const Path& path = mayCut ? cut(mapped_, cutPath) : mapped_;
+        add(writeShape(grid_, path, origin, look_, fill, isStroked));
+    }
+
+    void addStroke(Tag origin) {
+        if (!look_.isStrokeOutlined) return addShape(origin, Paint(), true);
+        // In the shape's own space, where the stroke is even; dots have to be as long as the grid asks there.
+        const double scale = look_.scale > 0.0 ? look_.scale : 1.0;
+        const Path dotted = withDots(path_, dotLength(look_.form), grid_.step() / scale);
+        const Path area = strokeOutline(dotted, look_.form).mapped(place_.ctm);
+        Path cutArea;
+        std::optional<WrittenShape> shape = writeArea(grid_, withoutLoneMoves(cut(area, cutArea)));
+        if (!shape) return;
+        shape->element.set("fill", look_.stroke.value);
+        if (look_.strokeOpacity < 1.0) shape->element.set("fill-opacity", shortNumber(look_.strokeOpacity));
+        setInvisibleStroke(shape->element);
+        add(std::move(shape));
+    }
+
+    // The path itself, or what is left of it in `room`.
+    const Path& cut(const Path& path, Path& room) {
+        if (!limits_) return path;
+        parts_.isCut = true;
+        room = cutToBox(path, *limits_);
+        return room;
+    }
+
+    const Grid& grid_;
+    const Path& path_;
+    const Place& place_;
+    const Look& look_;
+    const Path mapped_;
+    std::optional<Box> limits_;
+    Parts parts_;
+};
+
+Parts writeParts(Conversion& conversion, const Path& path, const Place& place, Tag origin, const Look& look,
+                 bool hasEffect, const Target& target) {
+    PartWriter writer(conversion, path, place, look);
+    Parts parts;
+    parts.isOutOfSight = isOutOfSight(conversion, writer.mapped(), look.reach, hasEffect, target);
+    if (parts.isOutOfSight) return parts;
+    return writer.write(origin, limitsFor(conversion, writer.mapped(), look.reach, hasEffect, target));
 }
 
 void writeInClip(Conversion& conversion, const Path& path, const Place& place, const PlacedPaths& object,
@@ -72,7 +117,15 @@ void measure(const Conversion& conversion, const Path& path, const Place& place,
         join(target.box, box->grownBy(reach));
 }
 
-void noteStroke(Conversion& conversion, const SourceElement& shape, const Look& look) {
+void noteParts(Conversion& conversion, const SourceElement& shape, const Look& look, const Parts& parts) {
+    if (parts.isOutOfSight) {
+        addNote(conversion, NoteCode::kLeftOut, shape, QStringLiteral("lies outside of the page"));
+        return;
+    }
+    if (parts.isCut) {
+        addNote(conversion, NoteCode::kLeftOut, shape,
+                QStringLiteral("what reaches far over the page was cut off"));
+    }
     if (look.isStrokeOutlined) {
         addNote(conversion, NoteCode::kCarried, shape,
                 look.stroke.isReference()
@@ -124,18 +177,14 @@ void convertShape(Conversion& conversion, const SourceElement& shape, const Plac
     const Look look = resolveLook(conversion, path, place, object);
     if (!look.isVisible() && !isMarked) return;
     const bool hasEffect = isMarked || hasGroupEffect(style);
-    if (isOutOfSight(conversion, path.mapped(place.ctm), look.reach, hasEffect, target)) {
-        addNote(conversion, NoteCode::kLeftOut, shape, QStringLiteral("lies outside of the page"));
-        return;
+    Parts parts = writeParts(conversion, path, place, shape.tag(), look, hasEffect, target);
+    noteParts(conversion, shape, look, parts);
+    if (parts.shapes.size() == 1 && !hasEffect) {
+        return finishAlone(conversion, shape, place, object, std::move(parts.shapes.front()), out, target);
     }
-    std::vector<WrittenShape> parts = writeParts(conversion, path, place, shape.tag(), look);
-    noteStroke(conversion, shape, look);
-    if (parts.size() == 1 && !hasEffect) {
-        return finishAlone(conversion, shape, place, object, std::move(parts.front()), out, target);
-    }
-    if (parts.empty() && !isMarked) return;
+    if (parts.shapes.empty() && !isMarked) return;
     Group group(conversion, shape, place, target, object);
-    for (WrittenShape& part : parts) appendDrawn(conversion, std::move(part), group.output(), target);
+    for (WrittenShape& part : parts.shapes) appendDrawn(conversion, std::move(part), group.output(), target);
     if (isMarked)
         drawMarkers(conversion, shape, path, place, strokeWidth(conversion, place), group.output(), target);
     group.finish(out);
@@ -152,8 +201,8 @@ void drawOutline(Conversion& conversion, const Path& path, const Place& place, c
     if (target.isClip) return writeInClip(conversion, path, place, object, out);
     const Look look = resolveLook(conversion, path, place, object);
     if (!look.isVisible()) return;
-    if (isOutOfSight(conversion, path.mapped(place.ctm), look.reach, false, target)) return;
-    for (WrittenShape& part : writeParts(conversion, path, place, Tag::kPath, look)) {
+    Parts parts = writeParts(conversion, path, place, Tag::kPath, look, false, target);
+    for (WrittenShape& part : parts.shapes) {
         appendDrawn(conversion, std::move(part), out, target);
     }
 }

@@ -1,5 +1,8 @@
 #include "normalize/convert/Sight.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "normalize/convert/Content.h"
 #include "normalize/convert/Walk.h"
 #include "normalize/style/Reference.h"
@@ -9,6 +12,10 @@ namespace {
 
 // What may reach over the page by this share of its height without being cut off there.
 constexpr double kSlack = 0.002;
+
+// What reaches over the page by more than the first share of its longer side is cut down to the second.
+constexpr double kFar = 0.15;
+constexpr double kNear = 0.05;
 
 Box rounded(const Box& box, const Grid& grid) {
     return {grid.round(box.left), grid.round(box.top), grid.round(box.right), grid.round(box.bottom)};
@@ -36,6 +43,18 @@ bool isOutOfSight(Conversion& conversion, const Path& path, double reach, bool h
     if (!hasEffect && target.effects == 0 && !box->intersects(page)) return true;
     if (!contains(page.grownBy(kSlack * page.height()), *box)) conversion.reachesOverPage = true;
     return false;
+}
+
+std::optional<Box> limitsFor(const Conversion& conversion, const Path& path, double reach, bool hasEffect,
+                             const Target& target) {
+    if (!target.isDrawn || hasEffect || target.effects > 0) return std::nullopt;
+    const Box& page = conversion.page;
+    const double longer = std::max(page.width(), page.height());
+    const std::optional<Box> box = path.controlsBox();
+    if (!box || contains(page.grownBy(kFar * longer + reach), *box)) return std::nullopt;
+    // Whole numbers, which rounding to the grid leaves alone.
+    const Box near = page.grownBy(kNear * longer + reach);
+    return Box{std::floor(near.left), std::floor(near.top), std::ceil(near.right), std::ceil(near.bottom)};
 }
 
 std::optional<Box> boxOfClip(Conversion& conversion, const Place& place) {

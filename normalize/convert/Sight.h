@@ -12,6 +12,11 @@ namespace tznormalize {
 bool isOutOfSight(Conversion& conversion, const Path& path, double reach, bool hasEffect,
                   const Target& target);
 
+// The box to cut an area of `path` down to, because it reaches far over the page and would widen the view box
+// of the result; nothing when it does not, or when what it looks like elsewhere matters.
+std::optional<Box> limitsFor(const Conversion& conversion, const Path& path, double reach, bool hasEffect,
+                             const Target& target);
+
 // The box outside of which nothing is seen that is clipped with "clip-path" of `place`; nothing when it
 // cannot be told, or when there is none.
 std::optional<Box> boxOfClip(Conversion& conversion, const Place& place);

@@ -1,0 +1,117 @@
+// See the header.
+#include "normalize/geometry/BoxCut.h"
+
+#include <algorithm>
+
+namespace tznormalize {
+namespace {
+
+constexpr int kMostHalvings = 10;  // of a curve, until it counts as a line where it crosses the edge
+
+// The side of a line along an axis that stays.
+struct HalfPlane {
+    double Point::*axis;
+    double limit;
+    bool isBelow;
+
+    bool holds(const Point& p) const { return isBelow ? p.*axis <= limit : p.*axis >= limit; }
+
+    Point crossing(const Point& p, const Point& q) const {
+        Point at = lerp(p, q, (limit - p.*axis) / (q.*axis - p.*axis));
+        at.*axis = limit;
+        return at;
+    }
+};
+
+// Cuts one closed sub-path after the other.
+class Cutter {
+  public:
+    explicit Cutter(const HalfPlane& plane) : plane_(plane) {}
+
+    Path cut(const Path& path) {
+        for (const Path::Segment segment : path) {
+            if (segment.verb == Verb::kMove) {
+                finish();
+                begin(segment.points[0]);
+            } else if (segment.verb == Verb::kLine) {
+                line(segment.points[0]);
+            } else if (segment.verb == Verb::kCurve) {
+                curve(segment.points[0], segment.points[1], segment.points[2], 0);
+            }
+        }
+        finish();
+        return std::move(out_);
+    }
+
+  private:
+    void begin(const Point& start) {
+        start_ = current_ = start;
+        isOpen_ = true;
+        isWritten_ = false;
+        if (plane_.holds(start)) go(start);
+    }
+
+    void finish() {
+        if (!isOpen_) return;
+        line(start_);
+        if (isWritten_) out_.close();
+        isOpen_ = false;
+    }
+
+    void go(const Point& point) {
+        if (isWritten_) {
+            out_.lineTo(point);
+        } else {
+            out_.moveTo(point);
+        }
+        isWritten_ = true;
+    }
+
+    void line(const Point& end) {
+        const bool isIn = plane_.holds(current_);
+        if (isIn != plane_.holds(end)) go(plane_.crossing(current_, end));
+        if (plane_.holds(end) && end != current_) go(end);
+        current_ = end;
+    }
+
+    void curve(const Point& a, const Point& b, const Point& end, int halvings) {
+        const int held = plane_.holds(current_) + plane_.holds(a) + plane_.holds(b) + plane_.holds(end);
+        if (held == 4) {
+            out_.curveTo(a, b, end);
+            current_ = end;
+        } else if (held == 0) {
+            current_ = end;
+        } else if (halvings == kMostHalvings) {
+            line(end);
+        } else {
+            const Point ab = lerp(a, b, 0.5);
+            const Point first = lerp(current_, a, 0.5);
+            const Point last = lerp(b, end, 0.5);
+            const Point second = lerp(first, ab, 0.5);
+            const Point third = lerp(ab, last, 0.5);
+            curve(first, second, lerp(second, third, 0.5), halvings + 1);
+            curve(third, last, end, halvings + 1);
+        }
+    }
+
+    const HalfPlane plane_;
+    Path out_;
+    Point start_;
+    Point current_;
+    bool isOpen_ = false;     // a sub-path was begun
+    bool isWritten_ = false;  // and something of it lies within
+};
+
+}  // namespace
+
+Path cutToBox(const Path& path, const Box& box) {
+    const HalfPlane planes[] = {{&Point::x, box.left, false},
+                                {&Point::x, box.right, true},
+                                {&Point::y, box.top, false},
+                                {&Point::y, box.bottom, true}};
+    Path cut = path;
+    for (const HalfPlane& plane : planes) cut = Cutter(plane).cut(cut);
+    return cut;
+}
+
+}  // namespace tznormalize

@@ -1,6 +1,7 @@
 #include "normalize/convert/Canvas.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "normalize/convert/Walk.h"
 #include "normalize/text/ViewBox.h"
@@ -43,6 +44,12 @@ double extentOf(const SourceDocument& source, const Style& style, Name name, Axi
     return std::max(0.0, readLength(text, axis, whole, style.fontSize()).value_or(0.0));
 }
 
+// Rounds off what computing has added: a second normalization has to find the same.
+double withoutNoise(double value) {
+    constexpr double kFine = 1e9;
+    return std::round(value * kFine) / kFine;
+}
+
 std::optional<Layout> declaredLayout(const SourceDocument& source, const Style& style) {
     const SourceElement& root = source.root();
     const std::optional<ViewBox> box = readViewBox(root.attribute(Name::kViewBox));
@@ -62,8 +69,9 @@ std::optional<Layout> declaredLayout(const SourceDocument& source, const Style& 
     const QStringView aspect = root.attribute(Name::kPreserveAspectRatio);
     const Matrix fitted = fitViewBox(*box, aspect, size.width, size.height);
     if (aspect.trimmed().startsWith(u"none")) return Layout{fitted, size};
+    // Alike in both directions: what is left of it in units of the view box is a move.
     const double unit = fitted.a;
-    return Layout{Matrix::scaling(1.0 / unit, 1.0 / unit) * fitted,
+    return Layout{Matrix::translation(withoutNoise(fitted.e / unit), withoutNoise(fitted.f / unit)),
                   {size.width / unit, size.height / unit},
                   1.0 / unit};
 }

@@ -4,6 +4,8 @@
 
 #include <QString>
 #include <optional>
+#include <string>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -118,6 +120,9 @@ struct Conversion {
     std::optional<Box> drawn;  // everything drawn, control points included, strokes not
     bool reachesOverPage = false;
     int nesting = 0;  // see Nesting
+
+    // What of the clip paths that groups have is known already, by clip path and matrix: see boxOfClip.
+    std::unordered_map<std::string, std::optional<Box>> clipBoxes;
 };
 
 // Lives while an element is converted: bounds how deep elements are nested, references included, for the sake

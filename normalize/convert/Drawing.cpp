@@ -62,24 +62,14 @@ void clipToPage(Conversion& conversion, OutputElement& top) {
     top.append(std::move(inner));
 }
 
-// By how much the size in pixels is larger than the page. [trap: Qt cuts an image's size to whole pixels, and
-// stretches what is drawn to it: 15.9 units would become 15]
-double pixelsPerUnit(const Canvas& canvas) {
-    constexpr double kEnough = 500.0;  // pixels, of which a part of one is not seen
-    if (std::floor(canvas.width) == canvas.width && std::floor(canvas.height) == canvas.height) return 1.0;
-    double pixels = 1.0;
-    while (std::min(canvas.width, canvas.height) * pixels < kEnough && pixels < 1000.0) pixels *= 10.0;
-    return pixels;
-}
-
 OutputElement rootElement(const Conversion& conversion, const Canvas& canvas) {
     const Grid& grid = canvas.grid;
     const std::string size = grid.text(canvas.width) + ' ' + grid.text(canvas.height);
     OutputElement root("svg");
     root.set("version", "1.1");
-    const double pixels = pixelsPerUnit(canvas);
-    root.set("width", grid.text(canvas.width * pixels));
-    root.set("height", grid.text(canvas.height * pixels));
+    // [trap: the image loader counts the view box in pixels of the size] Both are the same.
+    root.set("width", grid.text(canvas.width));
+    root.set("height", grid.text(canvas.height));
     root.set("viewBox", "0 " + grid.text(conversion.page.top) + ' ' + size);
     Target target;
     target.isDrawn = true;

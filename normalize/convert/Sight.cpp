@@ -5,6 +5,7 @@
 
 #include "normalize/convert/Content.h"
 #include "normalize/convert/Walk.h"
+#include "normalize/paint/DefinitionText.h"
 #include "normalize/style/Reference.h"
 
 namespace tznormalize {
@@ -63,12 +64,15 @@ std::optional<Box> boxOfClip(Conversion& conversion, const Place& place) {
     const SourceElement* clip = conversion.source.byId(reference.id);
     if (!clip || clip->tag() != Tag::kClipPath || !conversion.visited.mayEnter(*clip)) return std::nullopt;
     if (clip->attribute(Name::kClipPathUnits) == u"objectBoundingBox") return std::nullopt;
+    const std::string key = DefinitionKey("clip", *clip).add(place.ctm).text();
+    const auto known = conversion.clipBoxes.find(key);
+    if (known != conversion.clipBoxes.end()) return known->second;
     const Style style = conversion.styles.computedFromRoot(*clip);
-    const Matrix matrix = place.ctm * ownTransform(style);
-    const std::optional<Box> box =
-        measureContent(conversion, *clip, matrix, style, place.viewport, ContentKind::kClip);
-    if (!box) return std::nullopt;
-    return rounded(*box, conversion.grid);
+    std::optional<Box> box = measureContent(conversion, *clip, place.ctm * ownTransform(style), style,
+                                            place.viewport, ContentKind::kClip);
+    if (box) box = rounded(*box, conversion.grid);
+    conversion.clipBoxes.emplace(key, box);
+    return box;
 }
 
 }  // namespace tznormalize

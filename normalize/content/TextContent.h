@@ -48,7 +48,7 @@ struct CharacterPlace {
 
 struct TextContent {
     // How many characters one text may have. More are cut off, with a note.
-    static constexpr int kMostCharacters = 100'000;
+    static constexpr int kMostCharacters = 50'000;
 
     QString words;  // as they are shown: white space by the rules of xml:space
     std::vector<TextSpan> spans;

@@ -12,7 +12,7 @@ namespace {
 
 // How many letters all texts of a drawing may come to, each counted as often as it is drawn: `use` multiplies
 // them.
-constexpr size_t kMostLetters = 1'000'000;
+constexpr size_t kMostLetters = 200'000;
 
 void note(Conversion& conversion, NoteCode code, const SourceElement& text, const QString& what) {
     addNote(conversion, code, text, what);
@@ -50,15 +50,15 @@ std::string convertText(Conversion& conversion, const SourceElement& text, const
                         OutputElement& group, Target& target) {
     const TextContent content = readTextContent(conversion, text, place);
     if (content.words.trimmed().isEmpty() || !canDraw(conversion, text, content)) return {};
-    const std::vector<TextPart> parts = layOutText(conversion, content);
+    std::vector<TextPart> parts = layOutText(conversion, content);
     std::vector<PlacedPath> object;
-    for (const TextPart& part : parts) object.push_back({part.path, place.ctm});
-    for (const TextPart& part : parts) {
-        Place own = content.spans[part.span].place;
+    for (TextPart& part : parts) object.push_back({std::move(part.path), place.ctm});
+    for (size_t i = 0; i < parts.size(); ++i) {
+        Place own = content.spans[parts[i].span].place;
         if (own.style[Property::kVisibility] != u"visible") continue;
         own.style.set(Property::kFillRule, u"nonzero");
         own.style.set(Property::kClipRule, u"nonzero");
-        drawOutline(conversion, part.path, own, PlacedPaths(object), group, target);
+        drawOutline(conversion, object[i].path, own, PlacedPaths(object), group, target);
     }
     if (target.isMeasured || group.children().empty()) return {};
     note(conversion, NoteCode::kCarried, text, QStringLiteral("it became the outlines of its letters"));

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdio>
 
+#include "host/Normalizer.h"
 #include "host/core/OperationError.h"
 
 namespace tzhost {
@@ -39,6 +40,7 @@ ModuleLibrary::ModuleLibrary(Host& host, const std::filesystem::path& file) : ho
     library_.reset(dlopen(fileName.c_str(), RTLD_NOW | RTLD_LOCAL));
     if (!library_) throw OperationError(file.native(), "load module", kTzFailed, loaderMessage(fileName));
 
+    lookForNormalizerIn(std::filesystem::path(fileName).parent_path());
     create(file.native());
     const TzResult initialised = module_->initialise(host_.object());
     if (tzFailed(initialised)) {

@@ -3,6 +3,7 @@
 
 #include <dlfcn.h>
 
+#include <mutex>
 #include <utility>
 
 #include "host/core/OperationError.h"
@@ -21,18 +22,33 @@ struct Entries {
     std::string failure;  // why there are none
 };
 
-// Beside the program or library that this code is part of; else where the system has its libraries.
-Entries loadLibrary() {
+std::mutex folderLock;
+std::filesystem::path namedFolder;  // guarded by folderLock
+
+std::filesystem::path folderOfThisCode() {
     Dl_info self{};
-    std::string beside;
-    if (dladdr(reinterpret_cast<void*>(&loadLibrary), &self) != 0 && self.dli_fname) {
-        std::error_code error;
-        const auto own = std::filesystem::canonical(self.dli_fname, error);
-        if (!error) beside = (own.parent_path() / kLibraryName).native();
-    }
+    if (dladdr(reinterpret_cast<void*>(&folderOfThisCode), &self) == 0 || !self.dli_fname) return {};
     std::error_code error;
-    const bool isBeside = !beside.empty() && std::filesystem::exists(beside, error);
-    void* const library = dlopen(isBeside ? beside.c_str() : kLibraryName, RTLD_NOW | RTLD_LOCAL);
+    return std::filesystem::canonical(self.dli_fname, error).parent_path();
+}
+
+// The library's file; its bare name where only the system may know it.
+std::string libraryFile() {
+    std::filesystem::path named;
+    {
+        const std::lock_guard held(folderLock);
+        named = namedFolder;
+    }
+    for (const std::filesystem::path& folder : {named, folderOfThisCode()}) {
+        std::error_code error;
+        if (!folder.empty() && std::filesystem::exists(folder / kLibraryName, error))
+            return (folder / kLibraryName).native();
+    }
+    return kLibraryName;
+}
+
+Entries loadLibrary() {
+    void* const library = dlopen(libraryFile().c_str(), RTLD_NOW | RTLD_LOCAL);
     Entries entries;
     if (library) {
         entries.normalize = reinterpret_cast<TzNormalizeFunction>(dlsym(library, "tzNormalize"));
@@ -84,6 +100,11 @@ std::string textOf(const rapidjson::Value& object, const char* key) {
 }
 
 }  // namespace
+
+void lookForNormalizerIn(const std::filesystem::path& folder) {
+    const std::lock_guard held(folderLock);
+    namedFolder = folder;
+}
 
 NormalizedText normalizeFile(const std::filesystem::path& file) {
     requireReadable(file);

@@ -5,9 +5,10 @@
 
 namespace tzbench {
 
-void addSceneFigures(const Documents& documents);    // import, export, growth, memory
-void addProgramFigures(const Documents& documents);  // whole runs of tzhost on a million shapes
-void addTileFigures(const Documents& documents);     // first, cached and concurrent tiles
+void addSceneFigures(const Documents& documents);      // import, export, growth, memory
+void addNormalizeFigures(const Documents& documents);  // of drawings against Qt's parse
+void addProgramFigures(const Documents& documents);    // whole runs of tzhost on a million shapes
+void addTileFigures(const Documents& documents);       // first, cached and concurrent tiles
 void addPyramidFigures(const Documents& documents);
 
 }  // namespace tzbench

@@ -17,6 +17,7 @@ int main(int argc, char** argv) {
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
     const tzbench::Documents documents;
     tzbench::addSceneFigures(documents);
+    tzbench::addNormalizeFigures(documents);
     tzbench::addProgramFigures(documents);
     tzbench::addTileFigures(documents);
     tzbench::addPyramidFigures(documents);

@@ -12,6 +12,10 @@ constexpr size_t kMostCompounds = 32;
 constexpr uint32_t kIdWeight = 1 << 20;
 constexpr uint32_t kClassWeight = 1 << 10;
 
+bool isHexDigit(QChar c) {
+    return QStringView(u"0123456789abcdefABCDEF").contains(c);
+}
+
 bool hasWord(QStringView list, QStringView word) {
     if (word.isEmpty()) return false;
     for (auto at = list.indexOf(word); at >= 0; at = list.indexOf(word, at + 1)) {
@@ -215,12 +219,21 @@ class SelectorReader {
         while (!atEnd() && isNameCharacter(peek())) {
             if (peek() == u'\\') {
                 hasEscapes = true;
+                skipEscape();
+            } else {
                 ++at_;
             }
-            ++at_;
         }
         const QStringView name = text_.mid(start, at_ - start);
         return hasEscapes ? texts_.keep(unescaped(name)) : name;
+    }
+
+    // A character by its number, which one blank ends, or a character that stands for itself.
+    void skipEscape() {
+        ++at_;
+        const qsizetype start = at_;
+        while (!atEnd() && at_ < start + 6 && isHexDigit(peek())) ++at_;
+        if (!atEnd() && (at_ == start || peek().isSpace())) ++at_;
     }
 
     // "\31 st" and "\." as the characters that they stand for.
@@ -232,9 +245,7 @@ class SelectorReader {
                 continue;
             }
             qsizetype end = i + 1;
-            while (end < name.size() && end <= i + 6 &&
-                   QStringView(u"0123456789abcdefABCDEF").contains(name[end]))
-                ++end;
+            while (end < name.size() && end <= i + 6 && isHexDigit(name[end])) ++end;
             if (end == i + 1) continue;  // the character behind stands for itself
             text += QChar(ushort(name.mid(i + 1, end - i - 1).toString().toUInt(nullptr, 16)));
             i = end < name.size() && name[end].isSpace() ? end : end - 1;

@@ -61,7 +61,6 @@ TEST(Cascade, selectors) {
         {"rect:not(.x)", "!"},
         {"rect, :is(g)", "be!"},
         {"g > > rect", "!"},
-        {"", "!"},
         {"a{} rect", "be"},
         {"/* g */ rect/**/", "be"},
         {"<!-- rect", "be"},

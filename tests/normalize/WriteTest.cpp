@@ -31,8 +31,8 @@ TEST(Grid, numbers) {
     };
     for (const auto& c : cases) {
         EXPECT_EQ(Grid(c.decimals).text(c.value), c.text) << c.value;
-        if (std::abs(c.value) < 1e15)
-            EXPECT_EQ(Grid(c.decimals).round(c.value), std::stod(c.text)) << c.value;
+        const bool isExact = std::abs(c.value) < 1e15;
+        EXPECT_TRUE(!isExact || Grid(c.decimals).round(c.value) == std::stod(c.text)) << c.value;
     }
     EXPECT_EQ(shortNumber(1234567.0), "1234567");
     EXPECT_EQ(shortNumber(0.000012345678), "0.0000123457");

@@ -11,7 +11,7 @@ namespace tzsvg {
 // The number of levels. Level keys count from the coarsest: key 0 is 1 by 1 pixel, and the long side of key k
 // is 2^k pixels. The level-sample interface numbers its levels as the keys do, the tile interface the other
 // way round. Meant so: hosts count each as its interface says, and would read the wrong level of a pyramid
-// numbered one way. ImageTest/levelsOfBothInterfaces pins both.
+// numbered one way. ImageTest/samplesReadTheTiles pins both.
 constexpr uint32_t kLevelCount = 17;
 
 constexpr uint32_t keyOfTileLevel(uint32_t level) {

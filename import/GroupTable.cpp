@@ -27,7 +27,7 @@ const GroupTexts* GroupTable::textsOf(const XmlNode& parent) {
     enter(*number);
 
     // The chain ends at the first ancestor that is no numbered group. A group without a name leaves the chain
-    // empty at its inner end, and a leading ";" further out; meant so, Tags/order pins it.
+    // empty at its inner end, and a leading ";" further out; meant so, Tags/groupsOneAfterAnother pins it.
     const auto innermost = std::find_if(path_.rbegin(), path_.rend(),
                                         [](const Step& step) { return step.nameEnd > step.nameBegin; });
     const std::string_view names = names_;

@@ -12,7 +12,7 @@ namespace tzsvg {
 namespace {
 
 // The text as it grows. Numbers are as QTextStream prints them: six significant digits.
-// Tags/primitives pins that it is so.
+// RealText/equalsQt pins that it is so.
 class PrimitiveText {
   public:
     explicit PrimitiveText(const char* text) { *this << text; }
@@ -38,8 +38,7 @@ class PrimitiveText {
     size_t used_ = 0;
 };
 
-// A rectangle's numbers are of single precision, an ellipse's of double; meant so, Tags/primitives
-// pins it.
+// A rectangle's numbers are of single precision, an ellipse's of double; meant so, Tags/primitives pins it.
 double single(double value) {
     return static_cast<double>(static_cast<float>(value));
 }

@@ -54,6 +54,7 @@ TEST_F(SceneTest, RefusesWhatCannotBe) {
     const Row rows[] = {
         {"a coordinate that is no number", kTzInvalidArgument, mesh()->addPoints(bad, 2, &out)},
         {"a vertex without point", kTzOutOfBounds, mesh()->addPolygon(kTzPolygonLine, vertices, 2, &out)},
+        {"a type that is not ASCII", kTzInvalidArgument, mesh()->addPolygon(0xE4424344U, vertices, 1, &out)},
         {"a tag on no polygon", kTzOutOfBounds, mesh()->setPolygonTag(1, tzTag("FILL"), text)},
         {"a tag text that is not UTF-8", kTzInvalidArgument,
          mesh()->setPolygonTag(0, tzTag("FILL"), notUtf8)},

@@ -43,6 +43,22 @@ TEST_F(Tags, order) {
     }
 }
 
+TEST_F(Tags, table) {
+    for (const auto& row : readTable("loader/tags.txt", 2)) {
+        ASSERT_TRUE(imports("<svg>" + row[0] + "</svg>")) << row[0] << refusal_;
+        EXPECT_EQ(tagList(0), row[1]) << row[0];
+    }
+}
+
+// Every group in the chain has its place, names or not; the shape between two groups has the outer one's.
+TEST_F(Tags, groupsOneAfterAnother) {
+    ASSERT_TRUE(imports(
+        "<svg><g id='a'><g><g id='b'><line/></g><line/></g></g><g><line/></g><g><g id='c'><line/></g></g>"
+        "<line/></svg>"));
+    EXPECT_EQ(tags("PGRP"), "3 2 4 6 -");
+    EXPECT_EQ(tags("GSVG"), "a;;b a - ;c -");
+}
+
 TEST_F(Tags, primitives) {
     for (const auto& row : readTable("loader/primitives.txt", 2)) {
         ASSERT_TRUE(imports("<svg>" + row[0] + "</svg>")) << row[0] << refusal_;

@@ -51,7 +51,7 @@ TEST(TransformList, refused) {
         "| |scale(2) |scale(2),|Scale(2)|scale(2|scale 2)|scale()|scale(2 3 4)|rotate(45 10)|"
         "rotate(1 2 3 4)|skewX(1 2)|scale(1e2)|scale(+2)|scale(2)x|translate|matrix(1 0 0 1 0)|"
         "matrix(1 0 0 1 0 0|skewX(1|scale(2) foo(1)|scale(-.5.5)|"
-        "matrix(1 0 0 1 0 0 7)");  // a seventh number is taken for the end
+        "matrix(1 0 0 1 0 0 7)");  // surplusArgument: takes the 7 for the end
     for (const QString& text : texts.split(u'|')) {
         SCOPED_TRACE(text.toStdString());
         QTransform transform(9, 9, 9, 9, 9, 9);

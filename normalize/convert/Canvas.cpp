@@ -12,6 +12,7 @@ namespace {
 
 constexpr double kSmallestPage = 10.0;
 constexpr double kLargestPage = 20'000.0;
+constexpr double kSmallest = 1e-100;  // of what can be scaled up to a page
 constexpr Viewport kUnknownViewport{100.0, 100.0};
 
 struct Size {
@@ -96,7 +97,7 @@ Canvas canvasOf(const SourceDocument& source, const Cascade& styles, const QStri
     const Style style = styles.computed(source.root(), Style(), kUnknownViewport);
     std::optional<Layout> declared = declaredLayout(source, style);
     Layout layout = declared ? *declared : drawnLayout(source, styles, fileName, style);
-    const double longest = std::max({layout.size.width, layout.size.height, 1e-9});
+    const double longest = std::max({layout.size.width, layout.size.height, kSmallest});
     double factor = 1.0;
     while (longest * factor < kSmallestPage) factor *= 10.0;
     while (longest * factor > kLargestPage) factor /= 10.0;

@@ -15,6 +15,7 @@ namespace tznormalize {
 namespace {
 
 constexpr int kMostPasses = 3;
+constexpr double kMostLift = 1e6;  // beyond, the six digits of the export show nothing of a page
 
 // Everything drawn, in one group. [trap: shapes and groups that stand side by side under the root lose their
 // order to the definitions, which come before them]
@@ -103,9 +104,10 @@ std::optional<OutputElement> convertDrawing(const SourceDocument& source, const 
         conversion.pixel = canvas.pixel;
         OutputElement root = assemble(conversion, canvas);
         if (conversion.budget.isSpent()) return std::nullopt;
-        if (!conversion.drawn || conversion.drawn->top >= 0.0 || pass == kMostPasses) return root;
+        if (!conversion.drawn || conversion.drawn->top >= 0.0 || lift >= kMostLift || pass == kMostPasses)
+            return root;
         // The import's flip height begins at 0, the export's at what is highest: nothing may be above 0.
-        lift += std::ceil(-conversion.drawn->top);
+        lift += std::min(std::ceil(-conversion.drawn->top), kMostLift);
     }
 }
 

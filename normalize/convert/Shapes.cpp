@@ -27,11 +27,14 @@ class PartWriter {
 
     const Path& mapped() const { return mapped_; }
 
-    // Areas are cut down to `limits`; nothing is when there are none.
+    // What is drawn is cut down to `limits`; nothing is when there are none.
     Parts write(Tag origin, const std::optional<Box>& limits) {
         limits_ = limits;
-        if (!look_.isStrokeOutlined && !look_.isStrokeFirst) {
-            addShape(origin, look_.fill, !look_.stroke.isNone());
+        const bool isStroked = !look_.stroke.isNone();
+        const bool isApart = look_.isStrokeOutlined || look_.isStrokeFirst ||
+                             (limits_ && isStroked && !isClosedThroughout(mapped_));
+        if (!isApart) {
+            addShape(origin, look_.fill, isStroked);
             return std::move(parts_);
         }
         if (look_.isStrokeFirst) addStroke(origin);
@@ -46,11 +49,8 @@ class PartWriter {
     }
 
     void addShape(Tag origin, const Paint& fill, bool isStroked) {
-        // A stroke would run along the cut; where the outline is closed it does so out of sight.
-        const bool mayCut = !isStroked || (look_.form.dashes.empty() && isClosedThroughout(mapped_));
-        Path cutPath;
-        const Path& path = mayCut ? cut(mapped_, cutPath) : mapped_;
-        add(writeShape(grid_, path, origin, look_, fill, isStroked));
+        Path room;
+        add(writeShape(grid_, cut(mapped_, isStroked, room), origin, look_, fill, isStroked));
     }
 
     void addStroke(Tag origin) {
@@ -59,8 +59,8 @@ class PartWriter {
         const double scale = look_.scale > 0.0 ? look_.scale : 1.0;
         const Path dotted = withDots(path_, dotLength(look_.form), grid_.step() / scale);
         const Path area = strokeOutline(dotted, look_.form).mapped(place_.ctm);
-        Path cutArea;
-        std::optional<WrittenShape> shape = writeArea(grid_, withoutLoneMoves(cut(area, cutArea)));
+        Path room;
+        std::optional<WrittenShape> shape = writeArea(grid_, withoutLoneMoves(cut(area, false, room)));
         if (!shape) return;
         shape->element.set("fill", look_.stroke.value);
         if (look_.strokeOpacity < 1.0) shape->element.set("fill-opacity", shortNumber(look_.strokeOpacity));
@@ -68,11 +68,13 @@ class PartWriter {
         add(std::move(shape));
     }
 
-    // The path itself, or what is left of it in `room`.
-    const Path& cut(const Path& path, Path& room) {
-        if (!limits_) return path;
+    // The path itself, or what is left of it in `room`. A stroke along the cut of a closed outline runs out
+    // of sight; an open one ends there. Dashes would begin anew.
+    const Path& cut(const Path& path, bool isStroked, Path& room) {
+        if (!limits_ || (isStroked && !look_.form.dashes.empty())) return path;
         parts_.isCut = true;
-        room = cutToBox(path, *limits_);
+        room =
+            isStroked && !isClosedThroughout(path) ? cutLineToBox(path, *limits_) : cutToBox(path, *limits_);
         return room;
     }
 

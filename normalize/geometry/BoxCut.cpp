@@ -23,10 +23,12 @@ struct HalfPlane {
     }
 };
 
-// Cuts one closed sub-path after the other.
+enum class Kind { kArea, kLine };
+
+// Cuts one sub-path after the other.
 class Cutter {
   public:
-    explicit Cutter(const HalfPlane& plane) : plane_(plane) {}
+    Cutter(const HalfPlane& plane, Kind kind) : plane_(plane), isArea_(kind == Kind::kArea) {}
 
     Path cut(const Path& path) {
         for (const Path::Segment segment : path) {
@@ -37,6 +39,8 @@ class Cutter {
                 line(segment.points[0]);
             } else if (segment.verb == Verb::kCurve) {
                 curve(segment.points[0], segment.points[1], segment.points[2], 0);
+            } else if (!isArea_) {
+                line(start_);
             }
         }
         finish();
@@ -53,9 +57,10 @@ class Cutter {
 
     void finish() {
         if (!isOpen_) return;
+        isOpen_ = false;
+        if (!isArea_) return;
         line(start_);
         if (isWritten_) out_.close();
-        isOpen_ = false;
     }
 
     void go(const Point& point) {
@@ -70,6 +75,7 @@ class Cutter {
     void line(const Point& end) {
         const bool isIn = plane_.holds(current_);
         if (isIn != plane_.holds(end)) go(plane_.crossing(current_, end));
+        if (isIn && !isArea_) isWritten_ = plane_.holds(end);
         if (plane_.holds(end) && end != current_) go(end);
         current_ = end;
     }
@@ -95,23 +101,32 @@ class Cutter {
     }
 
     const HalfPlane plane_;
+    const bool isArea_;
     Path out_;
     Point start_;
     Point current_;
     bool isOpen_ = false;     // a sub-path was begun
-    bool isWritten_ = false;  // and something of it lies within
+    bool isWritten_ = false;  // and something of it lies within, in a line without a gap
 };
 
-}  // namespace
-
-Path cutToBox(const Path& path, const Box& box) {
+Path cut(const Path& path, const Box& box, Kind kind) {
     const HalfPlane planes[] = {{&Point::x, box.left, false},
                                 {&Point::x, box.right, true},
                                 {&Point::y, box.top, false},
                                 {&Point::y, box.bottom, true}};
-    Path cut = path;
-    for (const HalfPlane& plane : planes) cut = Cutter(plane).cut(cut);
-    return cut;
+    Path left = path;
+    for (const HalfPlane& plane : planes) left = Cutter(plane, kind).cut(left);
+    return left;
+}
+
+}  // namespace
+
+Path cutToBox(const Path& path, const Box& box) {
+    return cut(path, box, Kind::kArea);
+}
+
+Path cutLineToBox(const Path& path, const Box& box) {
+    return cut(path, box, Kind::kLine);
 }
 
 }  // namespace tznormalize

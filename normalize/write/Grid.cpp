@@ -12,8 +12,13 @@ namespace {
 constexpr int kMostDecimals = 6;
 constexpr std::array<double, kMostDecimals + 1> kFactors = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6};
 
-// Where whole numbers in a double are exact, with room for rounding.
-constexpr double kLargestExact = 4e15;
+// [trap: the import's flip height is a whole number of 32 bits] What is further away than any drawing reaches
+// is brought nearer. Whole numbers of the grid's lines are exact up to there.
+constexpr double kFarthest = 1e9;
+
+double limited(double value) {
+    return std::abs(value) <= kFarthest ? value : std::copysign(kFarthest, value);
+}
 
 // A whole number of the grid's lines, as a number with that many decimals.
 void appendScaled(std::string& out, int64_t scaled, int decimals) {
@@ -39,18 +44,11 @@ void appendScaled(std::string& out, int64_t scaled, int decimals) {
 Grid::Grid(int decimals) : decimals_(decimals), factor_(kFactors[size_t(decimals)]), step_(1 / factor_) {}
 
 double Grid::round(double value) const {
-    const double scaled = value * factor_;
-    if (!(std::abs(scaled) < kLargestExact)) return value;
-    return std::round(scaled) / factor_ + 0.0;
+    return std::round(limited(value) * factor_) / factor_ + 0.0;
 }
 
 void Grid::append(std::string& out, double value) const {
-    const double scaled = value * factor_;
-    if (std::abs(scaled) < kLargestExact) {
-        appendScaled(out, int64_t(std::round(scaled)), decimals_);
-    } else {
-        appendShortNumber(out, value, 15);
-    }
+    appendScaled(out, int64_t(std::round(limited(value) * factor_)), decimals_);
 }
 
 std::string Grid::text(double value) const {

@@ -17,7 +17,7 @@ class Grid {
     // The distance of its lines: 0.01 for two decimals.
     double step() const { return step_; }
 
-    // As it reads back from append().
+    // As it reads back from append(); at most 1e9 away from 0.
     double round(double value) const;
 
     void append(std::string& out, double value) const;

@@ -117,6 +117,10 @@ TEST(Convert, looks) {
     });
 }
 
+std::string normalized(const char* content) {
+    return normalize(content, QString()).document.toStdString();
+}
+
 TEST(Convert, pages) {
     const struct {
         const char* name;
@@ -140,16 +144,24 @@ TEST(Convert, pages) {
         {"shapes above and beside the page",
          "<svg xmlns='http://www.w3.org/2000/svg' width='90' height='90'><circle cx='10' cy='-10.5' r='40'/>"
          "<rect x='-500' y='60' width='550' height='500' fill='red'/><circle cx='300' r='9'/></svg>"},
+        {"shapes that reach far over the page",
+         "<svg xmlns='http://www.w3.org/2000/svg' width='90' height='90'><circle cx='50' cy='50' r='900' "
+         "fill='#fc0'/>"
+         "<path d='M-300 50C-300 -50 50 20 60 50S400 300 60 400z M20 20H80V80H20z' fill='#08f' "
+         "fill-rule='evenodd'/>"
+         "<path d='M-1e5 45L1e5 41M-700 9C-99 -99 99 199 999 9' stroke='#000' stroke-width='3' fill='none'/>"
+         "<path d='M70 1e4V20H1e4' fill='none' stroke='red' stroke-width='6'/></svg>"},
         {"a root with style",
          "<svg xmlns='http://www.w3.org/2000/svg' width='90' height='90' opacity='.5' fill='#080' "
          "stroke='#000'>"
          "<circle cx='50' cy='50' r='30'/><rect width='50' height='50'/></svg>"},
     };
     for (const auto& row : rows) EXPECT_EQ(whatDiffers(row.drawing).toStdString(), "") << row.name;
-}
-
-std::string normalized(const char* content) {
-    return normalize(content, QString()).document.toStdString();
+    // What reaches far does not widen the page's outline far.
+    EXPECT_NE(normalized("<svg xmlns='http://www.w3.org/2000/svg' width='100' height='100'>"
+                         "<path d='M0 50H900' stroke='red'/><circle cx='50' cy='50' r='500'/></svg>")
+                  .find(R"(points="-5,0 107,0 107,110 -5,110 -5,0")"),
+              std::string::npos);
 }
 
 TEST(Convert, namesAndAttributesOfGroupsStay) {

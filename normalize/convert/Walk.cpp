@@ -102,6 +102,13 @@ void noteUndrawn(Conversion& conversion, const SourceElement& element) {
     }
 }
 
+// What stands in a shape is never drawn: animations, descriptions.
+void noteChildren(Conversion& conversion, const SourceElement& shape, const Target& target) {
+    if (target.isMeasured) return;
+    for (const SourceElement* child = shape.firstChild(); child; child = child->nextSibling())
+        noteUndrawn(conversion, *child);
+}
+
 bool isDrawn(Tag tag) {
     switch (tag) {
         case Tag::kA:
@@ -135,6 +142,7 @@ void convertPlaced(Conversion& conversion, const SourceElement& element, const P
         case Tag::kSvg:
             return convertViewport(conversion, element, element, place, out, target);
         default:
+            noteChildren(conversion, element, target);
             return convertShape(conversion, element, place, out, target);
     }
 }

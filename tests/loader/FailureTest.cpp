@@ -123,6 +123,13 @@ TEST_F(Failure, callsOutOfOrder) {
     EXPECT_EQ(svg->reset(), kTzOk);
     EXPECT_EQ(svg->start(scene.get()), kTzNotReady);
     EXPECT_EQ(scene->items().size(), 0U);
+
+    const auto alive = session_.host.gate().objectsAlive();
+    EXPECT_EQ(recognise(*svg, kRich), kTzOk);
+    EXPECT_EQ(svg->start(session_.host.makeScene().get()), kTzOk);
+    EXPECT_NE(session_.host.gate().objectsAlive(), alive);
+    EXPECT_EQ(svg->reset(), kTzOk);
+    EXPECT_EQ(session_.host.gate().objectsAlive(), alive) << "the scene is kept";
 }
 
 // Whatever stands between two loads, the second is like a first: by the same loader or by another.

@@ -6,6 +6,7 @@
 #include <mutex>
 #include <utility>
 
+#include "host/core/Installed.h"
 #include "host/core/OperationError.h"
 #include "host/io/Files.h"
 #include "host/io/Json.h"
@@ -25,13 +26,6 @@ struct Entries {
 std::mutex folderLock;
 std::filesystem::path namedFolder;  // guarded by folderLock
 
-std::filesystem::path folderOfThisCode() {
-    Dl_info self{};
-    if (dladdr(reinterpret_cast<void*>(&folderOfThisCode), &self) == 0 || !self.dli_fname) return {};
-    std::error_code error;
-    return std::filesystem::canonical(self.dli_fname, error).parent_path();
-}
-
 // The library's file; its bare name where only the system may know it.
 std::string libraryFile() {
     std::filesystem::path named;
@@ -39,10 +33,10 @@ std::string libraryFile() {
         const std::lock_guard held(folderLock);
         named = namedFolder;
     }
-    for (const std::filesystem::path& folder : {named, folderOfThisCode()}) {
+    for (const std::filesystem::path& file :
+         {named / kLibraryName, std::filesystem::path(installedFile(kLibraryName))}) {
         std::error_code error;
-        if (!folder.empty() && std::filesystem::exists(folder / kLibraryName, error))
-            return (folder / kLibraryName).native();
+        if (file.has_parent_path() && std::filesystem::exists(file, error)) return file.native();
     }
     return kLibraryName;
 }

@@ -13,6 +13,7 @@
 
 #include "host/ModuleLibrary.h"
 #include "host/commands/CommandLine.h"
+#include "host/core/Installed.h"
 #include "host/core/OperationError.h"
 #include "host/core/Utf8.h"
 
@@ -38,14 +39,9 @@ void prepareStreams() {
 void prepareProcess() {
     // File names are UTF-8 whatever the user's locale, and numbers are written as in the C locale.
     std::setlocale(LC_CTYPE, "C.UTF-8");  // NOLINT(concurrency-mt-unsafe): no other thread runs yet
-    // stderr is for progress and for the one line of a failure, not for the toolkit's remarks.
+    // stderr is for progress and for the one line of a failure, not for Qt's remarks.
     qInstallMessageHandler(
         [](QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& /*text*/) {});
-}
-
-// In the build tree and when installed.
-std::filesystem::path moduleBesideProgram() {
-    return std::filesystem::read_symlink("/proc/self/exe").parent_path() / "tzsvg.so";
 }
 
 void printError(const char* text) {
@@ -83,7 +79,7 @@ int runProgram(int argc, char** argv) {
     }
     if (!line.run && !line.runAlone) return kDone;
     const std::filesystem::path module =
-        line.module.empty() ? moduleBesideProgram() : std::filesystem::path(line.module);
+        line.module.empty() ? installedFile("tzsvg.so") : std::filesystem::path(line.module);
     inStep(line.in.empty() ? module.native() : line.in, line.command, [&] { runCommand(line, module); });
     return kDone;
 }

@@ -78,8 +78,9 @@ int runProgram(int argc, char** argv) {
         return kWrongUsage;
     }
     if (!line.run && !line.runAlone) return kDone;
-    const std::filesystem::path module =
-        line.module.empty() ? installedFile("tzsvg.so") : std::filesystem::path(line.module);
+    const std::filesystem::path module = line.module.empty()
+                                             ? std::filesystem::path(installedFile("tzsvg.so"))
+                                             : std::filesystem::path(line.module);
     inStep(line.in.empty() ? module.native() : line.in, line.command, [&] { runCommand(line, module); });
     return kDone;
 }

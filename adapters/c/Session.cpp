@@ -2,7 +2,7 @@
 #include "adapters/c/Session.h"
 
 #include "adapters/c/Structs.h"
-#include "adapters/common/FindModule.h"
+#include "host/core/Installed.h"
 
 namespace tzh {
 namespace {
@@ -85,9 +85,7 @@ TzhStatus tzh_session_open(TzhSession** session, const char* module) {
     return tzh::guarded([&] {
         tzh::require(session, "session is NULL");
         const std::string_view named = tzh::textOf(module, "module");
-        const std::string file = named.empty()
-                                     ? tzadapter::findModule(reinterpret_cast<const void*>(&tzh_version))
-                                     : std::string(named);
+        const std::string file = named.empty() ? tzhost::defaultModule() : std::string(named);
         auto opened = std::make_unique<TzhSession>();
         opened->state = std::make_shared<tzh::SessionState>(file);
         *session = opened.release();

@@ -1,7 +1,7 @@
 #include "adapters/openimageio/ProcessModule.h"
 
-#include "adapters/common/FindModule.h"
 #include "host/ModuleLibrary.h"
+#include "host/core/Installed.h"
 
 namespace tzoiio {
 namespace {
@@ -9,8 +9,7 @@ namespace {
 // Never ended: caches of the program's may ask for tiles, and let go of images, until its last static object
 // is gone.
 const tzhost::Session& session() {
-    static const auto* const kSession =
-        new tzhost::Session(tzadapter::findModule(reinterpret_cast<const void*>(&openDrawing)));
+    static const auto* const kSession = new tzhost::Session(tzhost::defaultModule());
     return *kSession;
 }
 

@@ -2,6 +2,7 @@
 
 #include <dlfcn.h>
 
+#include <cstdlib>
 #include <filesystem>
 
 namespace tzhost {
@@ -27,6 +28,13 @@ std::string installedFile(const char* name) {
         if (std::filesystem::exists(file, error)) return file.native();
     }
     return (folder / name).native();
+}
+
+std::string defaultModule() {
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): whoever changes the environment meanwhile has been warned by its
+    // manual
+    const char* const named = std::getenv("TZSVG_MODULE");
+    return named && *named ? named : installedFile("tzsvg.so");
 }
 
 }  // namespace tzhost

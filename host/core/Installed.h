@@ -10,4 +10,8 @@ namespace tzhost {
 // it is installed. When it is nowhere, the first of these places, for an error to name.
 std::string installedFile(const char* name);
 
+// The module for a program whose user named none: what the environment variable TZSVG_MODULE names, else the
+// installed one.
+std::string defaultModule();
+
 }  // namespace tzhost

@@ -91,12 +91,19 @@ Layout drawnLayout(const SourceDocument& source, const Cascade& styles, const QS
     return {Matrix::translation(-box.left, -box.top), {box.width(), box.height()}};
 }
 
+// Whether numbers came of it that a drawing can have: a size of "1e308mm" is none.
+bool isSound(const Layout& layout) {
+    constexpr double kLargest = 1e12;
+    return layout.base.isFinite() && layout.size.width < kLargest && layout.size.height < kLargest;
+}
+
 }  // namespace
 
 Canvas canvasOf(const SourceDocument& source, const Cascade& styles, const QString& fileName) {
     const Style style = styles.computed(source.root(), Style(), kUnknownViewport);
     std::optional<Layout> declared = declaredLayout(source, style);
-    Layout layout = declared ? *declared : drawnLayout(source, styles, fileName, style);
+    Layout layout = declared && isSound(*declared) ? *declared : drawnLayout(source, styles, fileName, style);
+    if (!isSound(layout)) layout = {Matrix(), {kUnknownViewport.width, kUnknownViewport.height}};
     const double longest = std::max({layout.size.width, layout.size.height, kSmallest});
     double factor = 1.0;
     while (longest * factor < kSmallestPage) factor *= 10.0;

@@ -1,5 +1,7 @@
 #include "normalize/convert/Shapes.h"
 
+#include <algorithm>
+
 #include "normalize/convert/Groups.h"
 #include "normalize/convert/Sight.h"
 #include "normalize/geometry/BoxCut.h"
@@ -17,6 +19,7 @@ struct Parts {
     std::vector<WrittenShape> shapes;
     bool isOutOfSight = false;
     bool isCut = false;  // at the edges of the page
+    bool isTooFar = false;
 };
 
 // Writes the parts of one outline.
@@ -93,7 +96,12 @@ Parts writeParts(Conversion& conversion, const Path& path, const Place& place, T
     Parts parts;
     parts.isOutOfSight = isOutOfSight(conversion, writer.mapped(), look.reach, hasEffect, target);
     if (parts.isOutOfSight) return parts;
-    return writer.write(origin, limitsFor(conversion, writer.mapped(), look.reach, hasEffect, target));
+    parts = writer.write(origin, limitsFor(conversion, writer.mapped(), look.reach, hasEffect, target));
+    const auto far = std::remove_if(parts.shapes.begin(), parts.shapes.end(),
+                                    [](const WrittenShape& shape) { return isTooFar(shape.box); });
+    parts.isTooFar = far != parts.shapes.end();
+    parts.shapes.erase(far, parts.shapes.end());
+    return parts;
 }
 
 void writeInClip(Conversion& conversion, const Path& path, const Place& place, const PlacedPaths& object,
@@ -124,6 +132,7 @@ void noteParts(Conversion& conversion, const SourceElement& shape, const Look& l
         addNote(conversion, NoteCode::kLeftOut, shape, QStringLiteral("lies outside of the page"));
         return;
     }
+    if (parts.isTooFar) addNote(conversion, NoteCode::kLeftOut, shape, QStringLiteral("reaches too far"));
     if (parts.isCut) {
         addNote(conversion, NoteCode::kLeftOut, shape,
                 QStringLiteral("what reaches far over the page was cut off"));

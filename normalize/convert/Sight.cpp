@@ -58,6 +58,11 @@ std::optional<Box> limitsFor(const Conversion& conversion, const Path& path, dou
     return Box{std::floor(near.left), std::floor(near.top), std::ceil(near.right), std::ceil(near.bottom)};
 }
 
+bool isTooFar(const Box& box) {
+    constexpr Box kReach{-400'000.0, -400'000.0, 400'000.0, 400'000.0};
+    return !contains(kReach, box);  // what is no number is in no box
+}
+
 std::optional<Box> boxOfClip(Conversion& conversion, const Place& place) {
     const Reference reference = readReference(place.style[Property::kClipPath]);
     if (reference.id.isNull()) return std::nullopt;

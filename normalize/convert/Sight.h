@@ -17,6 +17,11 @@ bool isOutOfSight(Conversion& conversion, const Path& path, double reach, bool h
 std::optional<Box> limitsFor(const Conversion& conversion, const Path& path, double reach, bool hasEffect,
                              const Target& target);
 
+// [trap: coordinates from a million on leave the export with an exponent and cannot come back] Whether
+// something as it was written reaches further than the result holds, with room for the move that puts nothing
+// above 0.
+bool isTooFar(const Box& box);
+
 // The box outside of which nothing is seen that is clipped with "clip-path" of `place`; nothing when it
 // cannot be told, or when there is none.
 std::optional<Box> boxOfClip(Conversion& conversion, const Place& place);

@@ -14,7 +14,10 @@ namespace {
 
 // Qt's stroker makes curves fine enough for paths of this size; smaller ones are enlarged for it.
 constexpr double kStrokerSize = 1000.0;
-constexpr double kMostDashes = 100'000;  // with more the stroke is solid: the dashes could not be seen
+constexpr double kMostDashes = 10'000;  // with more the stroke is solid: the dashes could not be seen
+
+// Strokes thinner than this part of the path's size cover nothing, and dashes in such widths have no end.
+constexpr double kThinnest = 1e-7;
 
 QPainterPath painterPath(const Path& path, double factor) {
     const auto scaled = [factor](const Point& p) { return QPointF(p.x * factor, p.y * factor); };
@@ -93,6 +96,7 @@ void setDashes(QPainterPathStroker& stroker, const StrokeForm& form, const Path&
 
 Path strokeOutline(const Path& path, const StrokeForm& form) {
     const double size = greatestCoordinate(path);
+    if (form.width < kThinnest * size) return {};
     const double factor = size < kStrokerSize ? kStrokerSize / std::max(size, 1e-9) : 1.0;
     QPainterPathStroker stroker;
     stroker.setWidth(form.width * factor);

@@ -17,6 +17,7 @@ constexpr std::array<double, kMostDecimals + 1> kFactors = {1, 1e1, 1e2, 1e3, 1e
 constexpr double kFarthest = 1e9;
 
 double limited(double value) {
+    if (std::isnan(value)) return 0;
     return std::abs(value) <= kFarthest ? value : std::copysign(kFarthest, value);
 }
 

@@ -24,15 +24,14 @@ TEST(Grid, numbers) {
         {0, 99.5, "100"},
         {2, 1000, "1000"},
         {2, -0.05, "-0.05"},
-        {1, 1e15, "1000000000000000"},
+        {1, -1e15, "-1000000000"},
         {3, 1e-9, "0"},
-        {2, 1e20, "1000000000000000000"},
+        {2, HUGE_VAL, "1000000000"},
         {2, std::nan(""), "0"},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(Grid(c.decimals).text(c.value), c.text) << c.value;
-        const bool isExact = std::abs(c.value) < 1e15;
-        EXPECT_TRUE(!isExact || Grid(c.decimals).round(c.value) == std::stod(c.text)) << c.value;
+        EXPECT_EQ(Grid(c.decimals).round(c.value), std::stod(c.text)) << c.value;
     }
     EXPECT_EQ(shortNumber(1234567.0), "1234567");
     EXPECT_EQ(shortNumber(0.000012345678), "0.0000123457");

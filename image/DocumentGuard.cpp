@@ -1,5 +1,5 @@
 // See the header. First the streaming look at the bare text, which bounds what everything after it costs;
-// then the elements, by the toolkit's own reader on the same bytes, so that no trick of encoding, entity or
+// then the elements, by Qt's own reader on the same bytes, so that no trick of encoding, entity or
 // default attribute shows the renderer another document than the one looked at.
 #include "image/DocumentGuard.h"
 
@@ -126,19 +126,21 @@ bool isSafe(const QByteArray& xml, LinkedFiles& links) {
 
 }  // namespace
 
-std::optional<SafeDocument> inspectDocument(const QString& fileName) {
+std::optional<QByteArray> documentText(const QString& fileName) {
     if (!QFileInfo(fileName).isFile()) return std::nullopt;  // a pipe would be waited for
-    QByteArray xml;
-    if (!readFileBytes(fileName, xml)) return std::nullopt;
+    QByteArray bytes;
+    if (!readFileBytes(fileName, bytes)) return std::nullopt;
+    return isCompressedName(fileName) ? unpackGzip(bytes, kMaxUnpackedBytes) : bytes;
+}
+
+std::optional<SafeDocument> inspectDocument(const QString& fileName) {
+    const std::optional<QByteArray> xml = documentText(fileName);
+    if (!xml) return std::nullopt;
     SafeDocument document;
     const bool compressed = isCompressedName(fileName);
-    if (compressed) {
-        std::optional<QByteArray> unpacked = unpackGzip(xml, kMaxUnpackedBytes);
-        if (!unpacked) return std::nullopt;
-        document.bytes = xml = *std::move(unpacked);
-    }
+    if (compressed) document.bytes = *xml;
     LinkedFiles links(fileName, compressed);
-    if (!isSafe(xml, links)) return std::nullopt;
+    if (!isSafe(*xml, links)) return std::nullopt;
     document.linkedFiles = links.files();
     return document;
 }

@@ -24,9 +24,12 @@ struct SafeDocument {
 //  - a linked file that is no plain file (reading a pipe waits for ever), a style sheet beyond
 //  kMaxStyleBytes;
 //  - a compressed file (.svgz, .svg.gz) that unpacks to more than kMaxUnpackedBytes.
-// What the document type declares outside is never fetched: neither the toolkit's reader nor its renderer
+// What the document type declares outside is never fetched: neither Qt's reader nor its renderer
 // does.
 std::optional<SafeDocument> inspectDocument(const QString& fileName);
+
+// The XML of a file, unpacked if its name says that it is compressed; nothing when it is not to be read.
+std::optional<QByteArray> documentText(const QString& fileName);
 
 constexpr qint64 kMaxRasterBytes = qint64{1} << 30;  // unpacked, at 4 bytes a pixel
 constexpr int kMaxGradientStops = 4096;

@@ -1,13 +1,13 @@
 // See the header.
 #include "image/DrawingCost.h"
 
-#include <QPaintDevice>
-#include <QPaintEngine>
 #include <QPainter>
 #include <QPainterPath>
 #include <QSvgRenderer>
 #include <algorithm>
 #include <cmath>
+
+#include "image/PaintProbe.h"
 
 namespace tzsvg {
 namespace {
@@ -29,20 +29,9 @@ double dashesOf(const QPainterPath& path, double period) {
     return dashes;
 }
 
-class CountingEngine : public QPaintEngine {
+class CountingEngine : public ProbeEngine {
   public:
-    CountingEngine() : QPaintEngine(AllFeatures) {}
-
     bool withinLimits() const { return longest_ <= kMaxDashesOfPath && all_ <= kMaxDashes; }
-
-    bool begin(QPaintDevice* /*device*/) override { return true; }
-    bool end() override { return true; }
-    Type type() const override { return User; }
-    void updateState(const QPaintEngineState& /*state*/) override {}
-    void drawPixmap(const QRectF& /*to*/, const QPixmap& /*pixmap*/, const QRectF& /*from*/) override {}
-    void drawImage(const QRectF& /*to*/, const QImage& /*image*/, const QRectF& /*from*/,
-                   Qt::ImageConversionFlags /*flags*/) override {}
-    void drawTextItem(const QPointF& /*at*/, const QTextItem& /*text*/) override {}
 
     void drawPath(const QPainterPath& path) override {
         const QPen& pen = state->pen();
@@ -62,13 +51,6 @@ class CountingEngine : public QPaintEngine {
         all_ += dashes;
     }
 
-    void drawPolygon(const QPointF* points, int count, PolygonDrawMode /*mode*/) override {
-        QPainterPath path;
-        if (count > 0) path.moveTo(points[0]);
-        for (int i = 1; i < count; ++i) path.lineTo(points[i]);
-        drawPath(path);
-    }
-
   private:
     static constexpr double kTiny = 1e-300;
 
@@ -76,51 +58,15 @@ class CountingEngine : public QPaintEngine {
     double all_ = 0.0;
 };
 
-// As large as the drawing.
-class CountingDevice : public QPaintDevice {
-  public:
-    explicit CountingDevice(QSize size) : size_(size) {}
-
-    const CountingEngine& engine() const { return engine_; }
-    QPaintEngine* paintEngine() const override { return &engine_; }
-
-  protected:
-    int metric(PaintDeviceMetric metric) const override {
-        constexpr int kDotsPerInch = 96;
-        switch (metric) {
-            case PdmWidth:
-                return size_.width();
-            case PdmHeight:
-                return size_.height();
-            case PdmDpiX:
-            case PdmDpiY:
-            case PdmPhysicalDpiX:
-            case PdmPhysicalDpiY:
-                return kDotsPerInch;
-            case PdmDepth:
-                return 32;
-            case PdmDevicePixelRatio:
-                return 1;
-            case PdmDevicePixelRatioScaled:
-                return static_cast<int>(devicePixelRatioFScale());
-            default:
-                return 0;
-        }
-    }
-
-  private:
-    QSize size_;
-    mutable CountingEngine engine_;
-};
-
 }  // namespace
 
 bool drawsWithinLimits(QSvgRenderer& renderer) {
-    CountingDevice device(renderer.defaultSize());
+    CountingEngine engine;
+    ProbeDevice device(renderer.defaultSize(), engine);
     QPainter painter(&device);
     renderer.render(&painter);
     painter.end();
-    return device.engine().withinLimits();
+    return engine.withinLimits();
 }
 
 }  // namespace tzsvg

@@ -7,6 +7,7 @@
 
 #include "image/DocumentGuard.h"
 #include "image/DrawingCost.h"
+#include "image/culling/CellRenderers.h"
 
 namespace tzsvg {
 
@@ -26,8 +27,8 @@ std::unique_ptr<QSvgRenderer> loadRenderer(const QString& fileName, QStringList*
     return renderer->animated() ? load() : std::move(renderer);
 }
 
-// A renderer and the state of the files that it was loaded from.
-struct RendererPool::Loaded {
+// One state of the files that a document is made of.
+struct RendererPool::Version {
     struct Source {
         QString fileName;
         FileStamp stamp;
@@ -39,40 +40,75 @@ struct RendererPool::Loaded {
         });
     }
 
-    // An animated document moves on from the moment it is first drawn; and a change so soon after the last
-    // one that the file's time stays the same would not be noticed.
-    bool mayBeKept() const {
-        return !renderer->animated() && std::all_of(sources.begin(), sources.end(), [](const Source& source) {
-            return source.stamp.isSettled();
-        });
+    // Whether another document was loaded from files that look the same.
+    bool isSameAs(const Version& other) const {
+        return std::equal(sources.begin(), sources.end(), other.sources.begin(), other.sources.end(),
+                          [](const Source& a, const Source& b) { return a.stamp == b.stamp; });
     }
 
-    std::unique_ptr<QSvgRenderer> renderer;
-    QRectF ownViewBox;
+    // A change so soon after the last one that the file's time stays the same would not be noticed.
+    bool isSettled() const {
+        return std::all_of(sources.begin(), sources.end(),
+                           [](const Source& source) { return source.stamp.isSettled(); });
+    }
+
+    // The document's text, if it is still this version.
+    std::optional<QByteArray> text() const {
+        std::optional<QByteArray> xml = documentText(sources.front().fileName);
+        return isCurrent() ? std::move(xml) : std::nullopt;
+    }
+
     std::vector<Source> sources;
-    bool keep = false;
+    QRectF ownViewBox;
+    uint64_t number = 0;
+    bool keep = false;                     // whether its renderers may be kept
+    std::unique_ptr<CellRenderers> cells;  // when they may
 };
 
-RendererPool::RendererPool(QString fileName, CTzUser_ThreadMutex lock)
-    : fileName_(std::move(fileName)), lock_(std::move(lock)) {}
+// A renderer, and what it was loaded from.
+struct RendererPool::Loaded {
+    std::unique_ptr<QSvgRenderer> renderer;
+    std::shared_ptr<Version> version;
+    std::optional<CellRenderers::Cell> cell;  // when it is not of the whole drawing
+};
+
+RendererPool::RendererPool(QString fileName, CTzUser_ThreadMutex lock, CullingSettings culling)
+    : fileName_(std::move(fileName)), lock_(std::move(lock)), culling_(culling) {}
 
 RendererPool::~RendererPool() = default;
 
 RendererPool::Lease RendererPool::lend() {
     std::unique_ptr<Loaded> loaded = takeIdle();
-    while (loaded && !loaded->isCurrent()) loaded = takeIdle();
-    if (!loaded) loaded = load();
-
-    const std::lock_guard held(lock_);
-    if (loaded) {
-        std::vector<FileStamp> stamps;
-        for (const Loaded::Source& source : loaded->sources) stamps.push_back(source.stamp);
-        if (stamps != latestStamps_) {
-            latestStamps_ = std::move(stamps);
-            ++document_;
-        }
+    while (loaded && !loaded->version->isCurrent()) loaded = takeIdle();
+    if (!loaded) {
+        loaded = load();
+        if (loaded) number(*loaded);
     }
-    return {*this, std::move(loaded), document_};
+    const uint64_t document = loaded ? loaded->version->number : latestNumber();
+    return {*this, std::move(loaded), document};
+}
+
+RendererPool::Lease RendererPool::lend(const ViewOf& viewOf) {
+    std::shared_ptr<Version> version = latest();
+    if (!version || !version->cells || !version->isCurrent()) return lend();
+    const std::optional<TileView> view = viewOf(version->ownViewBox);
+    if (!view) return {*this, nullptr, version->number};
+    std::optional<CellRenderers::Taken> taken = version->cells->take(*view);
+    if (!taken) return lend();
+    const uint64_t document = version->number;
+    return {*this,
+            std::make_unique<Loaded>(Loaded{std::move(taken->renderer), std::move(version), taken->cell}),
+            document};
+}
+
+std::shared_ptr<RendererPool::Version> RendererPool::latest() {
+    const std::lock_guard held(lock_);
+    return latest_;
+}
+
+uint64_t RendererPool::latestNumber() {
+    const std::lock_guard held(lock_);
+    return document_;
 }
 
 std::unique_ptr<RendererPool::Loaded> RendererPool::takeIdle() {
@@ -85,19 +121,42 @@ std::unique_ptr<RendererPool::Loaded> RendererPool::takeIdle() {
 
 // The stamp is taken before the file is read: a change in between makes the renderer old at once.
 std::unique_ptr<RendererPool::Loaded> RendererPool::load() const {
-    auto loaded = std::make_unique<Loaded>();
-    loaded->sources.push_back({fileName_, FileStamp::of(fileName_)});
+    auto version = std::make_shared<Version>();
+    version->sources.push_back({fileName_, FileStamp::of(fileName_)});
     QStringList linkedFiles;
-    loaded->renderer = loadRenderer(fileName_, &linkedFiles);
-    if (!loaded->renderer) return nullptr;
-    for (const QString& linked : linkedFiles) loaded->sources.push_back({linked, FileStamp::of(linked)});
-    loaded->ownViewBox = loaded->renderer->viewBoxF();
-    loaded->keep = loaded->mayBeKept();
-    return loaded;
+    std::unique_ptr<QSvgRenderer> renderer = loadRenderer(fileName_, &linkedFiles);
+    if (!renderer) return nullptr;
+    for (const QString& linked : linkedFiles) version->sources.push_back({linked, FileStamp::of(linked)});
+    version->ownViewBox = renderer->viewBoxF();
+    // An animated document moves on from the moment it is first drawn.
+    version->keep = !renderer->animated() && version->isSettled();
+    if (version->keep) {
+        version->cells = std::make_unique<CellRenderers>(
+            [of = version.get()] { return of->text(); },
+            QRectF(version->ownViewBox.topLeft(), QSizeF(renderer->defaultSize())), culling_);
+    }
+    return std::make_unique<Loaded>(Loaded{std::move(renderer), std::move(version), std::nullopt});
+}
+
+// Gives a document that was just loaded its number: the latest one's, when the files look the same.
+void RendererPool::number(Loaded& loaded) {
+    const std::lock_guard held(lock_);
+    const bool isSame = latest_ && loaded.version->isSameAs(*latest_);
+    if (isSame && latest_->keep && loaded.version->keep) {
+        loaded.version = latest_;
+        return;
+    }
+    if (!isSame) ++document_;
+    loaded.version->number = document_;
+    latest_ = loaded.version;
 }
 
 void RendererPool::giveBack(std::unique_ptr<Loaded> loaded) noexcept {
-    if (!loaded || !loaded->keep) return;
+    if (!loaded || !loaded->version->keep) return;
+    if (loaded->cell) {
+        loaded->version->cells->giveBack({std::move(loaded->renderer), *loaded->cell});
+        return;
+    }
     // A renderer that cannot be put away is loaded again when it is needed.
     static_cast<void>(tzGate([&] {
         const std::lock_guard held(lock_);
@@ -118,8 +177,12 @@ QSvgRenderer* RendererPool::Lease::renderer() const {
     return loaded_ ? loaded_->renderer.get() : nullptr;
 }
 
+bool RendererPool::Lease::isOfCell() const {
+    return loaded_ && loaded_->cell;
+}
+
 QRectF RendererPool::Lease::ownViewBox() const {
-    return loaded_ ? loaded_->ownViewBox : QRectF();
+    return loaded_ ? loaded_->version->ownViewBox : QRectF();
 }
 
 }  // namespace tzsvg

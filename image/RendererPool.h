@@ -3,18 +3,25 @@
 // renderer on the present file would draw: before a renderer is lent, the file and the files it links to are
 // looked at, and when one was changed, replaced or removed the renderer is dropped and the file loaded anew.
 //
+// A tile of a large drawing is lent a renderer of the shapes around it alone (culling/CellRenderers.h), where
+// that is sure to draw the same.
+//
 // Renderers stay here and not in thread-local storage: a thread may outlive the module.
 #pragma once
 
 #include <QRectF>
 #include <QString>
 #include <QSvgRenderer>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
 #include "hostsdk/CTzUser_Image.h"
 #include "image/FileStamp.h"
+#include "image/TileGeometry.h"
+#include "image/culling/CullingSettings.h"
 
 namespace tzsvg {
 
@@ -23,9 +30,13 @@ namespace tzsvg {
 std::unique_ptr<QSvgRenderer> loadRenderer(const QString& fileName, QStringList* linkedFiles = nullptr);
 
 class RendererPool {
+    struct Version;
     struct Loaded;
 
   public:
+    // What a tile shows, by the document's own view box; nothing when it stays transparent.
+    using ViewOf = std::function<std::optional<TileView>(const QRectF& ownViewBox)>;
+
     // A borrowed renderer; goes back with the end of the lease. A lease ends before its pool.
     class Lease {
       public:
@@ -33,8 +44,11 @@ class RendererPool {
         Lease& operator=(Lease&&) = delete;
         ~Lease();
 
-        // Null when the file does not load at present.
+        // Null when the file does not load at present, or when the tile asked for stays transparent.
         QSvgRenderer* renderer() const;
+
+        // Whether it is one of the shapes around a tile, not of the whole drawing.
+        bool isOfCell() const;
 
         // The document's own view box, whatever the renderer's was set to.
         QRectF ownViewBox() const;
@@ -51,23 +65,31 @@ class RendererPool {
         uint64_t document_;
     };
 
-    // `lock` guards the idle renderers and the document's number.
-    RendererPool(QString fileName, CTzUser_ThreadMutex lock);
+    // `lock` guards the idle renderers, the latest version and the document's number.
+    RendererPool(QString fileName, CTzUser_ThreadMutex lock, CullingSettings culling = {});
     ~RendererPool();
     RendererPool(const RendererPool&) = delete;
     RendererPool& operator=(const RendererPool&) = delete;
 
+    // A renderer of the whole drawing.
     Lease lend();
 
+    // One that draws the tile as that one would.
+    Lease lend(const ViewOf& viewOf);
+
   private:
+    std::shared_ptr<Version> latest();
+    uint64_t latestNumber();
     std::unique_ptr<Loaded> takeIdle();
     std::unique_ptr<Loaded> load() const;
+    void number(Loaded& loaded);
     void giveBack(std::unique_ptr<Loaded> loaded) noexcept;
 
     QString fileName_;
     CTzUser_ThreadMutex lock_;
-    std::vector<std::unique_ptr<Loaded>> idle_;
-    std::vector<FileStamp> latestStamps_;  // of the document loaded last
+    CullingSettings culling_;
+    std::vector<std::unique_ptr<Loaded>> idle_;  // of whole drawings
+    std::shared_ptr<Version> latest_;            // of the document loaded last
     uint64_t document_ = 0;
 };
 

@@ -1,5 +1,6 @@
-// What the style rules of a document cost the renderer, which holds every selector against every element, and
-// applies the declarations of each that fits. Filled by DocumentGuard; pure.
+// Estimates how long Qt's renderer would take over a document's style sheets: it compares every selector
+// with every element, so that a small file can keep it busy for minutes. DocumentGuard hands over the sheets
+// and the elements, and refuses a document that is over the limit. Pure.
 #pragma once
 
 #include <QStringView>

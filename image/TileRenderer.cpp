@@ -31,11 +31,12 @@ DrawnTile drawTile(const LevelTable& levels, const TileKey& tile, RendererPool& 
         QImage(static_cast<int>(level.tileWidth), static_cast<int>(level.tileHeight), QImage::Format_ARGB32);
     if (drawn.pixels.isNull()) throw std::bad_alloc();
     drawn.pixels.fill(Qt::transparent);
-    const RendererPool::Lease lease = renderers.lend();
+    const auto viewOf = [&](const QRectF& ownViewBox) { return tileView(levels, tile, ownViewBox); };
+    const RendererPool::Lease lease = renderers.lend(viewOf);
     drawn.document = lease.document();
+    drawn.isOfCell = lease.isOfCell();
     if (!lease.renderer()) return drawn;
-    if (const auto view = tileView(levels, tile, lease.ownViewBox()))
-        drawView(*view, *lease.renderer(), drawn.pixels);
+    if (const auto view = viewOf(lease.ownViewBox())) drawView(*view, *lease.renderer(), drawn.pixels);
     return drawn;
 }
 

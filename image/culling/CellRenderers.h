@@ -1,0 +1,100 @@
+// Renderers of parts of one drawing: the picture is cut into cells, halved again and again, and a cell's
+// renderer has only what may paint in that cell. A tile is drawn by the renderer of a cell that it lies in,
+// pixel by pixel as the whole drawing's renderer would draw it, since Qt does the same for every shape that
+// is left. Owned by a RendererPool, for one state of the drawing's file; any thread may ask.
+//
+// Nothing is prepared before a tile is asked for that would gain from it. The first such request measures the
+// drawing (ReachMeasuring.h); threads that come meanwhile draw as if there were no cells.
+#pragma once
+
+#include <QByteArray>
+#include <QRectF>
+#include <QSvgRenderer>
+#include <atomic>
+#include <functional>
+#include <list>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <unordered_map>
+
+#include "image/TileGeometry.h"
+#include "image/culling/CullingSettings.h"
+#include "image/culling/DrawingParts.h"
+#include "image/culling/PartReach.h"
+
+namespace tzsvg {
+
+class CellRenderers {
+  public:
+    // A square of the picture: its side is the picture's longer one, halved `depth` times.
+    struct Cell {
+        uint32_t depth = 0;
+        uint32_t column = 0;
+        uint32_t row = 0;
+        friend bool operator==(const Cell& a, const Cell& b) {
+            return a.depth == b.depth && a.column == b.column && a.row == b.row;
+        }
+    };
+    struct Taken {
+        std::unique_ptr<QSvgRenderer> renderer;
+        Cell cell;
+    };
+
+    // `read` gives the document's text, or nothing when it is not at hand any more; `area` is what of the
+    // drawing can be seen, in its view box's units.
+    CellRenderers(std::function<std::optional<QByteArray>()> read, const QRectF& area,
+                  const CullingSettings& settings);
+    ~CellRenderers();
+    CellRenderers(const CellRenderers&) = delete;
+    CellRenderers& operator=(const CellRenderers&) = delete;
+
+    // The renderer for a tile, for the caller alone until it is given back; nothing when the whole drawing's
+    // is to draw it.
+    std::optional<Taken> take(const TileView& view);
+    void giveBack(Taken taken) noexcept;
+
+  private:
+    struct Measured {
+        DrawingParts drawing;
+        PartReach reach;
+        uint32_t sharedDepth;  // where cells have few shapes on average: smaller ones would be no quicker
+    };
+    struct Idle {
+        Taken taken;
+        size_t cost;
+    };
+    struct CellHash {
+        size_t operator()(const Cell& cell) const {
+            return std::hash<uint64_t>()((uint64_t{cell.depth} << 58U) ^ (uint64_t{cell.column} << 29U) ^
+                                         cell.row);
+        }
+    };
+
+    const Measured* measured();
+    std::optional<Measured> measure(const QByteArray& xml) const;
+
+    Cell cellAt(const QPointF& point, uint32_t depth) const;
+    Box boxOf(const Cell& cell) const;
+    bool covers(const Cell& cell, const TileView& view) const;
+    std::optional<Cell> cellFor(const TileView& view, uint32_t deepest);
+    size_t countOf(const Cell& cell);
+    std::unique_ptr<QSvgRenderer> takeIdle(const Cell& cell);
+    size_t costOf(size_t shapes) const;
+
+    const std::function<std::optional<QByteArray>()> read_;
+    const QRectF area_;
+    const double side_;
+    const CullingSettings settings_;
+
+    std::mutex measuring_;
+    std::atomic<bool> isDone_{false};
+    std::optional<Measured> measured_;  // fixed once isDone_; nothing: there are to be no cells
+
+    std::mutex lock_;                                    // guards what follows
+    std::unordered_map<Cell, size_t, CellHash> counts_;  // of shapes that reach a cell
+    std::list<Idle> idle_;                               // the one used last first
+    size_t idleCost_ = 0;
+};
+
+}  // namespace tzsvg

@@ -1,0 +1,17 @@
+// Measures where the shapes of a drawing may paint by having Qt draw them on a probe: whatever styles,
+// inheritance, units and transforms make of a shape is in it. Called by CellRenderers, once per drawing.
+#pragma once
+
+#include <QRectF>
+#include <optional>
+
+#include "image/culling/DrawingParts.h"
+#include "image/culling/PartReach.h"
+
+namespace tzsvg {
+
+// `area`: the drawing's view box, as far as it can be seen. Nothing when the drawing cannot be measured.
+// Loads a piece of the drawing at a time, so that no second whole one is in memory.
+std::optional<PartReach> measureReach(const DrawingParts& drawing, const QRectF& area);
+
+}  // namespace tzsvg

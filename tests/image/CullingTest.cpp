@@ -1,0 +1,215 @@
+// Tiles of large drawings, which are drawn by renderers of the shapes around them: which shapes those are,
+// and that no pixel tells. The longer run is ./bench/tiles-equal.
+#include <gtest/gtest.h>
+
+#include <QLoggingCategory>
+#include <algorithm>
+#include <random>
+
+#include "bench/exact/FeatureDrawings.h"
+#include "bench/exact/TileComparison.h"
+#include "image/culling/CullingRules.h"
+#include "image/culling/DrawingParts.h"
+#include "image/culling/ReachMeasuring.h"
+#include "tests/image/ImageFixture.h"
+
+using tzsvg::Box;
+using tzsvg::DrawingParts;
+using tzsvg::PartReach;
+
+namespace {
+
+QByteArray svg(const QByteArray& content, const QByteArray& prolog = {}) {
+    return prolog + "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 100 100'>" + content + "</svg>";
+}
+
+// What is left of a drawing with the shapes at these places among its shapes.
+QByteArray left(const QByteArray& content, const std::vector<size_t>& places) {
+    const auto drawing = DrawingParts::of(svg(content));
+    if (!drawing) return "(drawn whole)";
+    std::vector<uint32_t> shapes;
+    for (const size_t place : places) shapes.push_back(drawing->shapes().at(place));
+    const QByteArray text = drawing->text(drawing->with(shapes));
+    return text.mid(text.indexOf('>') + 1).chopped(6);
+}
+
+const char kGradient[] = "<defs><linearGradient id='a'/><linearGradient id='b' href='#a'/></defs>";
+
+}  // namespace
+
+struct CullingTest : ImageTest {};
+
+TEST(DrawingParts, keepsWhatAShapeNeeds) {
+    const struct {
+        QByteArray content;
+        std::vector<size_t> places;
+        QByteArray left;
+    } cases[] = {
+        {"<rect/><g a='>'><path/></g><!-- <g> --><circle/>", {1}, "<g a='>'><path/></g>"},
+        {"<g><g><rect/></g><g><path/></g></g>", {0}, "<g><g><rect/></g></g>"},
+        {"<g><rect/></g><text>a<tspan/></text><rect/>", {}, "<text>a<tspan/></text>"},
+        {QByteArray(kGradient) + "<rect fill='url(#b)'/><path/>",
+         {0},
+         QByteArray(kGradient) + "<rect fill='url(#b)'/>"},
+        {QByteArray(kGradient) + "<rect fill='url( #a )'/><path/>",
+         {0},
+         "<defs><linearGradient id='a'/></defs><rect fill='url( #a )'/>"},
+        {QByteArray(kGradient) + "<rect fill='url(#b)'/><path/>", {1}, "<path/>"},
+        // A group's paint comes with what is in the group.
+        {QByteArray(kGradient) + "<g style='fill:url(#a)'><path/></g>",
+         {0},
+         "<defs><linearGradient id='a'/></defs><g style='fill:url(#a)'><path/></g>"},
+        // Two of one ID: which of them counts is the renderer's to say.
+        {"<defs><linearGradient id='a'/><linearGradient id='a'/></defs><rect/>",
+         {},
+         "<defs><linearGradient id='a'/><linearGradient id='a'/></defs>"},
+        // What a use shows, and uses themselves.
+        {"<g id='u'><rect/></g><use href='#u'/><path/>", {}, "<g id='u'><rect/></g><use href='#u'/>"},
+        {"<rect id='u'/><path/><use xlink:href='xu'/>", {}, "<rect id='u'/><use xlink:href='xu'/>"},
+        // What reaches beyond its element.
+        {"<rect visibility='visible'/><g style='visibility:hidden'><rect/></g><path/>",
+         {},
+         "<rect visibility='visible'/><g style='visibility:hidden'><rect/></g>"},
+        {"<rect><title>t</title></rect><rect><path/></rect>", {}, "<rect><path/></rect>"},
+        {"<style>.a > b, #c { fill: red }</style><rect/>", {}, "<style>.a > b, #c { fill: red }</style>"},
+    };
+    for (const auto& test : cases)
+        EXPECT_EQ(left(test.content, test.places), test.left) << test.content.data();
+}
+
+TEST(DrawingParts, isNotOfDrawingsWhoseElementsDependOnEachOther) {
+    const QByteArray documents[] = {
+        svg("<style>rect + path { fill: red }</style><rect/>"),
+        svg("<style>g :first-child { fill: red }</style><rect/>"),
+        svg("<style>rect ~ path { fill: red }</style><rect/>"),
+        svg("<style>a { visibility: hidden }</style><rect/>"),
+        svg("<style>@media all { a { fill: red } }</style><rect/>"),
+        svg("<style>\\72 ect { fill: red }</style><rect/>"),
+        svg("<rect><animate/></rect>"),
+        svg("<set/><rect/>"),
+        svg("<image href='a.png'/><rect/>"),
+        svg("<rect comp-op='src-in'/>"),
+        svg("<polyline/><path stroke-dasharray='1'/>"),
+        svg("<rect fill='&f;'/>", "<!DOCTYPE svg [<!ENTITY f 'url(#a)'>]>"),
+        svg("<rect fill='&#117;rl(#a)'/>"),
+        svg("&s;<rect/>", "<!DOCTYPE svg [<!ENTITY s '<rect/>'>]>"),
+        svg("<rect/>", "<!DOCTYPE svg [<!ATTLIST rect fill CDATA 'red'>]>"),
+        svg("<rect/>", "<?xml version='1.0' encoding='iso-8859-1'?>"),
+        svg("<rect/>", "<?xml-stylesheet href='a.css'?>"),
+        svg("<path d='M3 -9876543V-9876542'/>"),
+    };
+    for (const QByteArray& document : documents) EXPECT_FALSE(DrawingParts::of(document)) << document.data();
+    EXPECT_TRUE(DrawingParts::of(svg("<rect/>",
+                                     "<?xml version='1.0' encoding='UTF-8'?><!DOCTYPE svg "
+                                     "[<!ENTITY n \"urn:x\">]><!-- a -->")));
+}
+
+// Each shape is at x 50, y 50; what it reaches is asked for at two points.
+TEST_F(CullingTest, measuresWhatIsPainted) {
+    const struct {
+        const char* shape;
+        double distance;  // beyond the shape's own edge at x 50, to the left
+        bool reached;
+    } cases[] = {
+        {"<rect x='50' y='40' width='20' height='20'/>", 0.5, false},
+        {"<rect x='50' y='40' width='20' height='20' fill='none'/>", -5, false},
+        {"<g display='none'><rect x='50' y='40' width='20' height='20'/></g>", 45, true},  // not measured
+        {"<g stroke='red' stroke-width='10'><rect x='50' y='40' width='20' height='20'/></g>", 4, true},
+        {"<g stroke='red' stroke-width='10'><circle cx='60' cy='50' r='10'/></g>", 45, false},
+        {"<path stroke='red' stroke-width='6' stroke-miterlimit='20' d='M70 40 50 50 70 60'/>", 6, true},
+        {"<line stroke='red' x1='50' y1='50' x2='50' y2='50' stroke-linecap='round' stroke-width='10'/>", 4,
+         true},
+        {"<g transform='translate(-10)'><rect x='50' y='40' width='20' height='20'/></g>", 9, true},
+        {"<g transform='translate(1e15)'><g transform='translate(-1e15)'>"
+         "<rect x='50' y='40' width='20' height='20'/></g></g>",
+         45, true},  // what is lost may be pixels
+        {"<rect x='50' y='40' width='20' height='20' stroke='red' stroke-width='4' "
+         "vector-effect='non-scaling-stroke'/>",
+         45, true},  // any width, seen from afar
+        {"<path stroke='red' fill='none' d='M-950 1050 L1050 -950'/>", 20, false},  // on the diagonal
+        {"<path stroke='red' fill='none' d='M-950 1050 L1050 -950'/>", 0, true},
+        {"<path d='M-950 1050 L1050 -950 L1050 -960z'/>", 20, true},  // filled: by its box
+    };
+    for (const auto& test : cases) {
+        const auto drawing = DrawingParts::of(svg(test.shape));
+        ASSERT_TRUE(drawing) << test.shape;
+        const auto reach = measureReach(*drawing, QRectF(0, 0, 100, 100));
+        ASSERT_TRUE(reach) << test.shape;
+        EXPECT_EQ(!reach->reaching(Box::of(QPointF(50 - test.distance, 50), 0.1)).empty(), test.reached)
+            << test.shape << " at " << test.distance;
+    }
+}
+
+TEST(PartReach, answersAsALookAtEveryShape) {
+    std::mt19937 random(7);
+    std::uniform_real_distribution<double> at(-50, 150);
+    const QPointF origin(1e6, -3e5);
+    PartReach reach(origin);
+    std::vector<tzsvg::Reach> all;
+    for (uint32_t i = 0; i < 500; ++i) {
+        const QPointF from = origin + QPointF(at(random), at(random));
+        const QPointF to = origin + QPointF(at(random), at(random));
+        tzsvg::Reach one;
+        one.box.add(Box::of(from, 1));
+        one.box.add(Box::of(to, 1));
+        if (i % 2 == 0) one.strips.push_back({from, to, 1});
+        if (i % 50 == 1) one = {Box::everywhere(), {}};
+        reach.add(2 * i, one);
+        all.push_back(one);
+    }
+    for (int i = 0; i < 200; ++i) {
+        const Box area = Box::of(origin + QPointF(at(random), at(random)), i % 20);
+        const std::vector<uint32_t> found = reach.reaching(area);
+        EXPECT_TRUE(std::is_sorted(found.begin(), found.end()));
+        for (uint32_t shape = 0; shape < all.size(); ++shape) {
+            const bool isFound = std::binary_search(found.begin(), found.end(), 2 * shape);
+            const bool touches = all[shape].box.touches(area) &&
+                                 (all[shape].strips.empty() || all[shape].strips.front().touches(area));
+            // Boxes are rounded outwards.
+            const bool nearlyTouches = all[shape].box.touches(area.grown(0.001));
+            EXPECT_TRUE(isFound ? nearlyTouches : !touches) << shape;
+        }
+    }
+}
+
+// Small cells everywhere, and as it is usually done. Fails when a rule of culling/CullingRules.h is dropped.
+TEST_F(CullingTest, noPixelDiffers) {
+    QLoggingCategory::setFilterRules(QStringLiteral("qt.svg*=false"));
+    uint64_t ofCells = 0;
+    for (uint32_t number = 0; number < 24; ++number) {
+        write(QByteArray::fromStdString(tzbench::featureDrawing(number)));
+        const bool usual = number % 8 == 7;
+        const auto compared = tzbench::compareTiles(
+            path(), 12, 0.2, number, usual ? tzsvg::CullingSettings() : tzsvg::CullingSettings{1, 0, 0});
+        EXPECT_EQ(compared.different, 0U) << number;
+        ofCells += compared.ofCells;
+    }
+    EXPECT_GT(ofCells, 60U);
+}
+
+// A change is noticed by tiles that no renderer of the whole drawing draws.
+TEST_F(CullingTest, changedDrawing) {
+    const auto rects = [](const char* color) {
+        QByteArray content;
+        for (int i = 0; i < 400; ++i) {
+            content += "<rect x='" + QByteArray::number(i % 20 * 5) + "' y='" +
+                       QByteArray::number(i / 20 * 5) + "' width='5' height='5' fill='" + color + "'/>";
+        }
+        return svg(content);
+    };
+    write(rects("#ff0000"), 60);
+    const CTzPtr<ITzImage> image = load();
+    const auto tiles = image.query<ITzTileImage>();
+    const auto color = [&](uint32_t column) {
+        ITzImage* tile = nullptr;
+        EXPECT_EQ(tiles->tile(4, {column, 3}, &tile), kTzOk);
+        return pixelsOf(*CTzPtr<ITzImage>::adopt(tile), {256, 256}).at(1000);
+    };
+    EXPECT_EQ(color(3), (Pixel{1, 0, 0, 1}));
+    EXPECT_EQ(color(4), (Pixel{1, 0, 0, 1}));
+    write(rects("#0000ff"), 50);
+    EXPECT_EQ(color(5), (Pixel{0, 0, 1, 1}));
+    EXPECT_EQ(color(3), (Pixel{0, 0, 1, 1}));
+    QFile::remove(path());
+    EXPECT_EQ(color(6), (Pixel{0, 0, 0, 0}));
+}

@@ -6,7 +6,7 @@
 #include <array>
 #include <cstdio>
 
-#include "host/Normalizer.h"
+#include "host/NormalizerLibrary.h"
 #include "host/core/OperationError.h"
 
 namespace tzhost {

@@ -29,10 +29,6 @@ struct NormalizedText {
     std::string notesJson;   // all of this as the normalizer wrote it
 };
 
-// A further folder to look for it in, first; the last one that was named. It is beside the module, as a rule;
-// else beside this code, or among the system's libraries.
-void lookForNormalizerIn(const std::filesystem::path& folder);
-
 // Throws OperationError: steps "open", "load normalizer" and "normalize", whose reason says what is wrong
 // with the drawing and where. [any thread]
 NormalizedText normalizeFile(const std::filesystem::path& file);

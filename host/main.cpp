@@ -48,14 +48,15 @@ void printError(const char* text) {
     std::fprintf(stderr, "tzhost: %s\n", text);
 }
 
-void runCommand(const CommandLine& line, const std::filesystem::path& module) {
+int runCommand(const CommandLine& line, const std::filesystem::path& module) {
     const auto terminal = std::make_shared<Terminal>();
     if (line.runAlone) {
-        line.runAlone(*terminal);
-        return requirePrinted();
+        const int status = line.runAlone(*terminal);
+        requirePrinted();
+        return status;
     }
     Session session(module, terminal);
-    line.run({session.host, *terminal});
+    const int status = line.run({session.host, *terminal});
     requirePrinted();
     // The work is done and stands; what the module did not let go of is told all the same.
     for (const auto& [operation, times] : session.host.gate().misuses()) {
@@ -65,6 +66,7 @@ void runCommand(const CommandLine& line, const std::filesystem::path& module) {
     for (const std::string& report : session.module.unload()) {
         std::fprintf(stderr, "warning: at unload: %s\n", report.c_str());
     }
+    return status;
 }
 
 int runProgram(int argc, char** argv) {
@@ -81,8 +83,8 @@ int runProgram(int argc, char** argv) {
     const std::filesystem::path module = line.module.empty()
                                              ? std::filesystem::path(installedFile("tzsvg.so"))
                                              : std::filesystem::path(line.module);
-    inStep(line.in.empty() ? module.native() : line.in, line.command, [&] { runCommand(line, module); });
-    return kDone;
+    return inStep(line.in.empty() ? module.native() : line.in, line.command,
+                  [&] { return runCommand(line, module); });
 }
 
 }  // namespace

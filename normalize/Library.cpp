@@ -6,6 +6,8 @@
 #include <string_view>
 
 #include "normalize/NotesJson.h"
+#include "normalize/check/Check.h"
+#include "normalize/check/CheckJson.h"
 #include "normalize/tznormalize.h"
 
 namespace tznormalize {
@@ -33,6 +35,29 @@ int run(const char* fileName, const void* bytes, size_t size, TzNormalizeResult&
     return copyText(document, result.document, result.documentSize) ? TZNORMALIZE_OK : TZNORMALIZE_FAILED;
 }
 
+int check(const char* fileName, bool asImage, TzNormalizeResult& result) {
+    if (!fileName) return TZNORMALIZE_FAILED;
+    const QString name = QString::fromUtf8(fileName);
+    const CheckReport report = asImage ? checkImageFile(name) : checkFile(name);
+    return copyText(checkJson(report, name), result.notes, result.notesSize) ? TZNORMALIZE_OK
+                                                                             : TZNORMALIZE_FAILED;
+}
+
+// The frame of every entry: what fails leaves an empty result.
+template <class Work>
+int guarded(TzNormalizeResult* result, Work work) {
+    if (!result) return TZNORMALIZE_FAILED;
+    *result = {};
+    int code = TZNORMALIZE_FAILED;
+    try {
+        code = work(*result);
+    } catch (...) {
+        // There is no more to say than that it failed.
+    }
+    if (code == TZNORMALIZE_FAILED) tzNormalizeFree(result);
+    return code;
+}
+
 }  // namespace
 }  // namespace tznormalize
 
@@ -40,16 +65,13 @@ int run(const char* fileName, const void* bytes, size_t size, TzNormalizeResult&
 
 TZNORMALIZE_EXPORT int tzNormalize(const char* fileName, const void* bytes, size_t size,
                                    TzNormalizeResult* result) {
-    if (!result) return TZNORMALIZE_FAILED;
-    *result = {};
-    int code = TZNORMALIZE_FAILED;
-    try {
-        code = tznormalize::run(fileName, bytes, size, *result);
-    } catch (...) {
-        // There is no more to say than that it failed.
-    }
-    if (code == TZNORMALIZE_FAILED) tzNormalizeFree(result);
-    return code;
+    return tznormalize::guarded(
+        result, [&](TzNormalizeResult& out) { return tznormalize::run(fileName, bytes, size, out); });
+}
+
+TZNORMALIZE_EXPORT int tzCheckDrawing(const char* fileName, int asImage, TzNormalizeResult* result) {
+    return tznormalize::guarded(
+        result, [&](TzNormalizeResult& out) { return tznormalize::check(fileName, asImage != 0, out); });
 }
 
 TZNORMALIZE_EXPORT void tzNormalizeFree(TzNormalizeResult* result) {

@@ -1,5 +1,5 @@
 /* The normalizer as a shared library, libtznormalize.so, for programs that link no Qt and load it when they need it:
- * dlopen() it, ask dlsym() for the two functions below by name. Plain C.
+ * dlopen() it, ask dlsym() for the functions below by name. Plain C.
  *
  * 1. Texts are UTF-8 and end with a NUL that their size does not count.
  * 2. What a result holds belongs to the caller, who gives it back with tzNormalizeFree().
@@ -34,6 +34,12 @@ typedef struct TzNormalizeResult {
  * `fileName`; when that is NULL, none is carried. The result is written in any case. */
 typedef int (*TzNormalizeFunction)(const char *fileName, const void *bytes, size_t size, TzNormalizeResult *result);
 int tzNormalize(const char *fileName, const void *bytes, size_t size, TzNormalizeResult *result);
+
+/* Says of the drawing in a file, without changing anything, whether the module takes it as it is, and what of it is
+ * refused, dropped or changed. With `asImage` not 0 it is a drawing that was refused as an image, and the reason is
+ * looked for. The answer is in the result's notes, JSON, see normalize/check/CheckJson.h; there is no document. */
+typedef int (*TzCheckFunction)(const char *fileName, int asImage, TzNormalizeResult *result);
+int tzCheckDrawing(const char *fileName, int asImage, TzNormalizeResult *result);
 
 /* Frees what a result holds, and empties it. An empty result is allowed. */
 typedef void (*TzNormalizeFreeFunction)(TzNormalizeResult *result);

@@ -21,6 +21,8 @@ void describeProgram(CLI::App& app, std::string& moduleFile) {
         "  tzhost export logo.json back.svg     the scene back into a drawing\n"
         "  tzhost preview logo.json logo.png    a picture of the scene\n"
         "  tzhost pyramid logo.svg logo/        the drawing as tiles, with a page to look around in them\n"
+        "  tzhost check logo.svg                what of the drawing does not get through, and why\n"
+        "  tzhost normalize map.svg out.svg     any drawing rewritten so that it does\n"
         "`tzhost COMMAND --help` tells the options of a command.\n"
         "Exit status: 0 done, 1 refused or failed (one line on stderr says what, where and why), 2 wrong "
         "usage.");
@@ -67,7 +69,10 @@ Command<Arguments> add(CLI::App& app, CommandLine& line, const char* name, const
     command->callback([&line, name, run, arguments] {
         line.command = name;
         line.in = arguments->in;
-        line.run = [run, arguments](const CommandContext& context) { run(context, *arguments); };
+        line.run = [run, arguments](const CommandContext& context) {
+            run(context, *arguments);
+            return 0;
+        };
     });
     return {*command, *arguments};
 }
@@ -194,7 +199,41 @@ void addNormalize(CLI::App& app, CommandLine& line) {
     command->callback([&line, arguments] {
         line.command = "normalize";
         line.in = arguments->in;
-        line.runAlone = [arguments](Terminal& terminal) { runNormalize(terminal, *arguments); };
+        line.runAlone = [arguments](Terminal& terminal) {
+            runNormalize(terminal, *arguments);
+            return 0;
+        };
+    });
+}
+
+void addCheck(CLI::App& app, CommandLine& line) {
+    auto arguments = std::make_shared<CheckArguments>();
+    CLI::App* const command =
+        app.add_subcommand("check", "Tell whether drawings get through, and what of them would not");
+    command->add_option("FILE", arguments->in, "Drawings, or folders of drawings")->required();
+    command->add_flag("--json", arguments->json, "As JSON");
+    command
+        ->add_option("--html", arguments->page,
+                     "Write a page that shows each drawing as it is, as it comes back, and normalized")
+        ->type_name("PAGE");
+    command->footer(
+        "Nothing is changed. A finding a line: file, line, column, what becomes of it, element, attribute, "
+        "and "
+        "what\n"
+        "`--normalize` does about it.\n"
+        "Exit status: 0 all clean, 1 one or more are refused, 2 wrong usage, 3 imported and exported with "
+        "losses.\n"
+        "Example:\n  tzhost check map.svg icons/ --html check.html");
+    command->callback([&line, arguments] {
+        line.command = "check";
+        line.in = arguments->in.front();
+        if (arguments->page.empty()) {
+            line.runAlone = [arguments](Terminal& terminal) { return runCheck(terminal, *arguments); };
+        } else {
+            line.run = [arguments](const CommandContext& context) {
+                return runCheckPage(context, *arguments);
+            };
+        }
     });
 }
 
@@ -206,7 +245,7 @@ CommandLine parseCommandLine(int argc, char** argv) {
     describeProgram(app, line.module);
     // In the order of the help.
     for (const auto addTo : {addServers, addImport, addExport, addRoundTrip, addPreview, addImageInfo,
-                             addTile, addSample, addPyramid, addNormalize}) {
+                             addTile, addSample, addPyramid, addNormalize, addCheck}) {
         addTo(app, line);
     }
     try {

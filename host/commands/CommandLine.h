@@ -19,8 +19,9 @@ struct CommandLine {
     std::string command;  // its name, "import"
     std::string in;       // the file that the command reads; empty when it is the module
     // The command: one of these. Both are empty when nothing is left to do, since help has been printed.
-    std::function<void(const CommandContext&)> run;
-    std::function<void(Terminal&)> runAlone;  // of a command that needs no module
+    // They answer the program's exit status, nearly all 0: what fails is thrown.
+    std::function<int(const CommandContext&)> run;
+    std::function<int(Terminal&)> runAlone;  // of a command that needs no module
 };
 
 // Throws UsageError.

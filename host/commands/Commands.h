@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <thread>
+#include <vector>
 
 #include "host/Host.h"
 #include "host/SceneLoading.h"
@@ -80,6 +81,18 @@ struct NormalizeCommandArguments {
     std::string notes;
 };
 void runNormalize(Terminal& terminal, const NormalizeCommandArguments& arguments);
+
+// ---- Drawings as they are: CheckCommand.cpp ----
+
+// What of drawings an import and an export would refuse, drop or change; folders stand for the drawings in
+// them. The exit status: 0 all clean, 1 one or more refused, 3 losses.
+struct CheckArguments {
+    std::vector<std::string> in;
+    bool json = false;
+    std::string page;  // `--html`; empty: none
+};
+int runCheck(Terminal& terminal, const CheckArguments& arguments);                 // needs no module
+int runCheckPage(const CommandContext& context, const CheckArguments& arguments);  // writes the page as well
 
 // ---- Drawings as images: ImageCommands.cpp ----
 

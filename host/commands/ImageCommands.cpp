@@ -8,6 +8,7 @@
 #include "host/ImageLoading.h"
 #include "host/commands/Commands.h"
 #include "host/commands/LogFile.h"
+#include "host/commands/Refusal.h"
 #include "host/core/OperationError.h"
 #include "host/core/Utf8.h"
 #include "host/io/Files.h"
@@ -18,6 +19,11 @@
 
 namespace tzhost {
 namespace {
+
+LoadedImage openImage(const CommandContext& context, const DrawingArguments& arguments) {
+    const Drawing drawing = openDrawing(context.terminal, arguments.in, arguments.normalize);
+    return explainingRefusal(drawing, CheckFor::kImage, [&] { return loadImage(context.host, drawing); });
+}
 
 // The levels by key, 0 being the coarsest, as the tile interface has them. Both interfaces must agree on
 // them.
@@ -138,8 +144,7 @@ bool isRawName(std::string_view fileName) {
 
 void runImageInfo(const CommandContext& context, const ImageInfoArguments& arguments) {
     LogFile log(context.terminal, arguments.log, arguments.in);
-    const LoadedImage loaded =
-        loadImage(context.host, openDrawing(context.terminal, arguments.in, arguments.normalize));
+    const LoadedImage loaded = openImage(context, arguments);
     log.commit();
     inStep(arguments.in, "describe", [&] {
         const auto print = arguments.json ? printJson : printPlain;
@@ -149,8 +154,7 @@ void runImageInfo(const CommandContext& context, const ImageInfoArguments& argum
 
 void runTile(const CommandContext& context, const TileArguments& arguments) {
     LogFile log(context.terminal, arguments.log, arguments.in);
-    const LoadedImage loaded =
-        loadImage(context.host, openDrawing(context.terminal, arguments.in, arguments.normalize));
+    const LoadedImage loaded = openImage(context, arguments);
     std::string bytes;
     inStep(arguments.in, "tile", [&] {
         const Progress progress(context.terminal, "drawing " + arguments.in);
@@ -170,8 +174,7 @@ void runTile(const CommandContext& context, const TileArguments& arguments) {
 
 void runSample(const CommandContext& context, const SampleArguments& arguments) {
     LogFile log(context.terminal, arguments.log, arguments.in);
-    const LoadedImage loaded =
-        loadImage(context.host, openDrawing(context.terminal, arguments.in, arguments.normalize));
+    const LoadedImage loaded = openImage(context, arguments);
     float pixel[4] = {};
     inStep(arguments.in, "sample", [&] {
         const Progress progress(context.terminal, "drawing " + arguments.in);
@@ -188,7 +191,9 @@ void runPyramid(const CommandContext& context, const PyramidArguments& arguments
     LogFile log(context.terminal, arguments.log, arguments.in);
     const Drawing drawing = openDrawing(context.terminal, arguments.in, arguments.normalize);
     const InterruptScope interruptScope;
-    const PyramidSummary summary = writePyramid(context.host, drawing, arguments.folder, arguments.options);
+    const PyramidSummary summary = explainingRefusal(drawing, CheckFor::kImage, [&] {
+        return writePyramid(context.host, drawing, arguments.folder, arguments.options);
+    });
     log.commit();
     std::printf("%s: %llu tiles written, %llu kept, %.3f s -> %s\n", toOneLine(arguments.in).c_str(),
                 static_cast<unsigned long long>(summary.written),

@@ -4,6 +4,7 @@
 
 #include "host/commands/Commands.h"
 #include "host/commands/LogFile.h"
+#include "host/commands/Refusal.h"
 #include "host/core/OperationError.h"
 #include "host/core/Utf8.h"
 #include "host/io/Files.h"
@@ -28,7 +29,9 @@ void runImport(const CommandContext& context, const ImportArguments& arguments) 
     const Drawing drawing = openDrawing(context.terminal, arguments.in, arguments.normalize);
     const InterruptScope interruptScope;
     const ImportOptions options{static_cast<uint64_t>(arguments.cancelAfter)};
-    const ImportSummary summary = importFile(context.host, *scene, drawing, options);
+    const ImportSummary summary = explainingRefusal(
+        drawing, CheckFor::kScene, [&] { return importFile(context.host, *scene, drawing, options); });
+    warnOfSilentLosses(context.terminal, drawing);
     OutputFile out(arguments.scene, "write");
     writeScene(*scene, out);
     log.commit();
@@ -56,9 +59,10 @@ void runRoundTrip(const CommandContext& context, const RoundTripArguments& argum
     LogFile log(context.terminal, arguments.log, arguments.in);
     const Drawing drawing = openDrawing(context.terminal, arguments.in, arguments.normalize);
     const InterruptScope interruptScope;
-    importFile(context.host, *scene, drawing);
+    explainingRefusal(drawing, CheckFor::kScene, [&] { importFile(context.host, *scene, drawing); });
+    warnOfSilentLosses(context.terminal, drawing);
     OutputFile out(arguments.out, "save");
-    exportScene(context.host, *scene, out);
+    explainingRefusal(drawing, CheckFor::kScene, [&] { exportScene(context.host, *scene, out); });
     log.commit();
     out.commit();
 }
@@ -71,7 +75,8 @@ void runPreview(const CommandContext& context, const PreviewArguments& arguments
     } else {
         const Drawing drawing = openDrawing(context.terminal, arguments.in, arguments.normalize);
         const InterruptScope interruptScope;
-        importFile(context.host, *scene, drawing);
+        explainingRefusal(drawing, CheckFor::kScene, [&] { importFile(context.host, *scene, drawing); });
+        warnOfSilentLosses(context.terminal, drawing);
     }
     log.commit();
     std::string png;

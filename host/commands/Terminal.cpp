@@ -159,7 +159,7 @@ bool Terminal::cancelled() noexcept {
 }
 
 void Terminal::message(const std::string& text) {
-    note("warning: " + text);
+    if (messagesHeld_ == 0) note("warning: " + text);
 }
 
 void Terminal::note(const std::string& text) const {

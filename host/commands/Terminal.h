@@ -29,7 +29,21 @@ class Terminal : public Observer {
     // A line of the program's own, without its line end.
     void note(const std::string& text) const;
 
+    // While one is alive the module's messages are not shown: they would come again for each of many
+    // drawings.
+    class MessagesHeld {
+      public:
+        explicit MessagesHeld(Terminal& terminal) : terminal_(terminal) { ++terminal_.messagesHeld_; }
+        ~MessagesHeld() { --terminal_.messagesHeld_; }
+        MessagesHeld(const MessagesHeld&) = delete;
+        MessagesHeld& operator=(const MessagesHeld&) = delete;
+
+      private:
+        Terminal& terminal_;
+    };
+
   private:
+    int messagesHeld_ = 0;
     const bool isTerminal_;  // stderr
     LineSink logSink_;
 };

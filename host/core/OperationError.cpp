@@ -27,6 +27,13 @@ OperationError::OperationError(std::string_view file, std::string_view step, TzR
       told_(std::make_shared<const Told>(
           Told{line(file, step, code, reason), std::string(file), std::string(step)})) {}
 
+OperationError OperationError::explained(std::string_view why) const {
+    OperationError error = *this;
+    error.told_ = std::make_shared<const Told>(
+        Told{told_->line + ": " + toOneLine(why, 1000), told_->file, told_->step});
+    return error;
+}
+
 OperationError failureOfStep(std::string_view file, std::string_view step) {
     std::string reason;
     const TzResult code = tzGate([&] {

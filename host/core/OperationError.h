@@ -19,6 +19,9 @@ class OperationError : public CTzError {
     const std::string& file() const noexcept { return told_->file; }
     const std::string& step() const noexcept { return told_->step; }
 
+    // The same with more behind its line: "...: 0x80000005 (not recognised): line 3: ..."
+    OperationError explained(std::string_view why) const;
+
   private:
     struct Told {
         std::string line;

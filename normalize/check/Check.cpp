@@ -1,18 +1,25 @@
 // See the header.
 #include "normalize/check/Check.h"
 
-#include <algorithm>
-
 #include "normalize/check/CheckedDocument.h"
 #include "normalize/check/ElementLosses.h"
 #include "normalize/check/ExportRules.h"
 #include "normalize/check/ImportRules.h"
+#include "normalize/check/Recognition.h"
 #include "svg/tree/DocumentText.h"
 
 namespace tznormalize {
 namespace {
 
 constexpr FindingRule kUnreadable{"unreadable", ""};
+
+CheckReport unreadable() {
+    CheckReport report;
+    report.isImported = report.isExported = false;
+    CheckedDocument::add(report, FindingKind::kImportRefused, kUnreadable,
+                         QStringLiteral("the file cannot be read, or is too large"));
+    return report;
+}
 
 }  // namespace
 
@@ -46,11 +53,14 @@ CheckReport checkDrawing(const QByteArray& bytes) {
 
 CheckReport checkFile(const QString& fileName) {
     QByteArray bytes;
-    if (tzsvg::readFileBytes(fileName, bytes)) return checkDrawing(bytes);
+    return tzsvg::readFileBytes(fileName, bytes) ? checkDrawing(bytes) : unreadable();
+}
+
+CheckReport checkImageFile(const QString& fileName) {
+    QByteArray bytes;
+    if (!tzsvg::readFileBytes(fileName, bytes)) return unreadable();
     CheckReport report;
-    report.isImported = report.isExported = false;
-    CheckedDocument::add(report, FindingKind::kImportRefused, kUnreadable,
-                         QStringLiteral("the file cannot be read, or is too large"));
+    addUnreadableImage(report, bytes);
     return report;
 }
 

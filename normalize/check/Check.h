@@ -23,4 +23,7 @@ CheckReport checkDrawing(const QByteArray& bytes);
 // The same of a file; one that cannot be read is refused.
 CheckReport checkFile(const QString& fileName);
 
+// The reason for which a file was refused as an image, if the check knows it; asked only then.
+CheckReport checkImageFile(const QString& fileName);
+
 }  // namespace tznormalize

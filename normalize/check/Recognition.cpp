@@ -20,6 +20,7 @@ constexpr FindingRule kNestedSvg{"nested-svg", "nested drawings become groups"};
 constexpr FindingRule kNotWellFormed{"not-well-formed", ""};
 constexpr FindingRule kLineBreak{"line-break", "everything is written on one line"};
 constexpr FindingRule kLimit{"limit", ""};
+constexpr FindingRule kNoSize{"no-size", ""};
 
 bool isCompressed(const QByteArray& bytes) {
     return bytes.startsWith("\x1f\x8b");
@@ -139,8 +140,16 @@ void addUnreadable(CheckReport& report, const QByteArray& bytes, const QString& 
 }
 
 void addUnreadableImage(CheckReport& report, const QByteArray& bytes) {
-    if (isCompressed(bytes)) return;
-    addNoDrawing(report, bytes, tzsvg::decodeDocument(bytes));
+    if (!isCompressed(bytes) && addNoDrawing(report, bytes, tzsvg::decodeDocument(bytes))) return;
+    SourceDocument source;
+    if (const Reason reason = source.read(bytes)) {
+        addRefusal(report, kNotSvg, reason.text, {reason.line, reason.column});
+        return;
+    }
+    const SourceElement& root = source.root();
+    if (root.has(Name::kViewBox) || (root.has(Name::kWidth) && root.has(Name::kHeight))) return;
+    addRefusal(report, kNoSize, QStringLiteral("it says no size, and nothing of a size is drawn"),
+               {root.line(), root.column()});
 }
 
 bool checkRoots(const CheckedDocument& document, CheckReport& report) {

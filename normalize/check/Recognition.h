@@ -14,8 +14,8 @@ class CheckedDocument;
 // reads it.
 void addUnreadable(CheckReport& report, const QByteArray& bytes, const QString& text, const QString& joined);
 
-// Adds the reason for which a file is no picture, if any: an image reads it with its line breaks, and
-// compressed ones, too.
+// Adds the reason for which a file was refused as an image, if it is one of these: an image reads it with its
+// line breaks, and compressed ones, too.
 void addUnreadableImage(CheckReport& report, const QByteArray& bytes);
 
 // Adds the reason for which a document that was read is not taken: it has exactly one "svg" element.

@@ -1,0 +1,44 @@
+// See the header.
+#include "host/Checker.h"
+
+#include "host/NormalizerLibrary.h"
+#include "host/core/OperationError.h"
+#include "host/io/Files.h"
+
+namespace tzhost {
+
+DrawingCheck checkDrawing(const std::filesystem::path& file, CheckFor purpose) {
+    requireReadable(file);
+    requireUtf8Name(file, "open");
+    const NormalizerLibrary& library = NormalizerLibrary::loaded();
+    NormalizerResult result(library);
+    if (library.check(file.c_str(), purpose == CheckFor::kImage ? 1 : 0, result.get()) != TZNORMALIZE_OK)
+        throw OperationError(file.native(), "check", kTzOutOfMemory);
+    DrawingCheck check;
+    check.json = result.notes();
+    rapidjson::Document report;
+    report.Parse(check.json.data(), check.json.size());
+    check.isImported = report["imports"].GetBool();
+    check.isExported = report["exports"].GetBool();
+    check.more = report["more"].GetUint64();
+    for (const rapidjson::Value& finding : report["findings"].GetArray()) {
+        check.findings.push_back(
+            {textOf(finding, "kind"), textOf(finding, "code"), finding["line"].GetInt64(),
+             finding["column"].GetInt64(), textOf(finding, "element"), textOf(finding, "id"),
+             textOf(finding, "attribute"), textOf(finding, "text"), textOf(finding, "remedy")});
+    }
+    return check;
+}
+
+std::string describe(const CheckFinding& finding) {
+    std::string text;
+    if (!finding.element.empty()) {
+        text = "<" + finding.element;
+        if (!finding.id.empty()) text += " id=\"" + finding.id + "\"";
+        text += "> ";
+    }
+    if (!finding.attribute.empty()) text += finding.attribute + ": ";
+    return text + finding.text;
+}
+
+}  // namespace tzhost

@@ -2,6 +2,7 @@
 // without a blank (".5.5", "1-2"). Used by all readers of this folder.
 #pragma once
 
+#include <QString>  // Qt 5.15 compares views there
 #include <QStringView>
 #include <optional>
 #include <vector>

@@ -26,6 +26,14 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     add_compile_options(-fno-tree-vectorize)
 endif()
 
+# tzsvg_precompile(TARGET ...): target_precompile_headers(), where the presets ask for it. A source includes what it
+# uses all the same: the preset `qt5` builds without.
+function(tzsvg_precompile)
+    if(TZSVG_PRECOMPILE)
+        target_precompile_headers(${ARGV})
+    endif()
+endfunction()
+
 if(TZSVG_SANITIZE)
     # GCC's warning of uninitialized values is wrong about instrumented code.
     add_compile_options(-fsanitize=${TZSVG_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -O1

@@ -1,4 +1,3 @@
-// See the header.
 #include "host/Drawing.h"
 
 #include <sys/stat.h>
@@ -12,7 +11,7 @@
 namespace tzhost {
 namespace {
 
-// What a change of the file shows in; nothing for one that is not there.
+// What differs when the file has changed; all zero when it does not exist.
 using FileState = std::tuple<uint64_t, int64_t, int64_t, int64_t>;
 
 FileState stateOf(const std::filesystem::path& file) {
@@ -25,7 +24,7 @@ FileState stateOf(const std::filesystem::path& file) {
 
 class Drawing::NormalizedCopy {
   public:
-    // The state is taken before the file is read: a change in between shows the next time.
+    // The state is taken before the file is read: a change in between is found by the next refresh().
     explicit NormalizedCopy(const std::filesystem::path& file)
         : file_(file), state_(stateOf(file)), text_(normalizeFile(file)), copy_(text_.document) {
         text_.document = {};
@@ -35,7 +34,7 @@ class Drawing::NormalizedCopy {
     const NormalizedText& text() const { return text_; }
 
     void refresh() {
-        // Whoever comes while another one looks draws what there is.
+        // While another thread checks the file, this one uses the present copy.
         const std::unique_lock held(lock_, std::try_to_lock);
         if (!held) return;
         const FileState state = stateOf(file_);

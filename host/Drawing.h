@@ -15,11 +15,11 @@ class Drawing {
   public:
     Drawing() = default;  // of no file
 
-    // As it is. Implicit, from whatever names a file: a path is a drawing.
+    // The file as it is. Implicit: a path converts to a drawing.
     template <class Name, class = std::enable_if_t<std::is_convertible_v<const Name&, std::filesystem::path>>>
     Drawing(const Name& file) : file_(file) {}
 
-    // Normalized first. Loaders get a private file in memory, which lives as long as the last copy of this
+    // Normalized first. Loaders read a private file in memory, which lives as long as the last copy of this
     // object. Throws what normalizeFile() does. The notes are those of the first time.
     static Drawing normalized(const std::filesystem::path& file);
 

@@ -1,4 +1,3 @@
-// See the header.
 #include "host/Host.h"
 
 #include <cstring>

@@ -1,5 +1,5 @@
-// One host: what it owns, and the object with which modules reach its services. Made on the host thread, by
-// every command and test before it loads a module.
+// One host: its state, and the object through which modules reach its services. The thread that makes it is
+// its host thread. A process may have several.
 #pragma once
 
 #include <memory>
@@ -17,7 +17,7 @@ class Host {
   public:
     // Without an observer, progress, messages and log lines are dropped and nothing is ever cancelled.
     explicit Host(std::shared_ptr<Observer> observer = nullptr);
-    // Lets go of the servers: a factory keeps the host that it makes objects for.
+    // Releases the servers, which hold references to the host.
     ~Host();
     Host(const Host&) = delete;
     Host& operator=(const Host&) = delete;
@@ -33,7 +33,7 @@ class Host {
     // A new, empty scene.
     ScenePtr makeScene() const;
 
-    // What is still referenced besides by this Host, a text each: nothing when all is well at the unload of a
+    // Objects of the host that others still hold references to, a text each. Empty at the unload of a correct
     // module, when scenes and monitors are gone.
     std::vector<std::string> foreignReferences() const;
 

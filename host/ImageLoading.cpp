@@ -1,4 +1,3 @@
-// See the header.
 #include "host/ImageLoading.h"
 
 #include "host/core/Observer.h"
@@ -9,8 +8,8 @@
 namespace tzhost {
 namespace {
 
-// The first loader, in registration order, that recognises the file. When none does, the last one's code says
-// why.
+// The first loader, in registration order, that recognises the file. When none does, throws the code of the
+// last one.
 CTzPtr<ITzImageLoader> recognise(const Host& host, TzLoadAccess& access) {
     TzResult refusal = kTzNotRecognised;
     auto found = host.servers().find<ITzImageLoader>([&](ITzImageLoader& loader) {

@@ -22,7 +22,7 @@ struct RecognisedImage {
 
 // An image and the interfaces that this host wants of it.
 struct LoadedImage {
-    Drawing drawing;  // what the image reads on in
+    Drawing drawing;  // kept: the image may read its file again
     RecognisedImage recognised;
     CTzUser_Image image;
     CTzPtr<ITzTileImage> tiles;

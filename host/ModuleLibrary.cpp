@@ -1,4 +1,3 @@
-// See the header.
 #include "host/ModuleLibrary.h"
 
 #include <dlfcn.h>
@@ -15,7 +14,7 @@ namespace {
 std::string loaderMessage(const std::string& fileName) {
     const char* const message = dlerror();
     std::string text = message ? message : "cannot be loaded";
-    // The file is named already.
+    // The message names the file already.
     if (text.rfind(fileName + ": ", 0) == 0) text.erase(0, fileName.size() + 2);
     return text;
 }
@@ -44,7 +43,7 @@ ModuleLibrary::ModuleLibrary(Host& host, const std::filesystem::path& file) : ho
     create(file.native());
     const TzResult initialised = module_->initialise(host_.object());
     if (tzFailed(initialised)) {
-        // Not shut down: it never came up. The host forgets what it registered, then the module goes.
+        // It is not shut down, since it never started. Its servers go first, then the module.
         host_.servers().forget();
         module_ = {};
         throw OperationError(file.native(), "initialise module", initialised);
@@ -53,7 +52,7 @@ ModuleLibrary::ModuleLibrary(Host& host, const std::filesystem::path& file) : ho
 
 ModuleLibrary::~ModuleLibrary() {
     if (!library_) return;
-    // Who wants to read the reports calls unload().
+    // Reports are dropped: whoever wants them calls unload().
     tzGate([&] { unload(); });
 }
 
@@ -83,7 +82,7 @@ void ModuleLibrary::create(const std::string& fileName) {
     uint32_t moduleVersion = 0;
     TzResult result = kTzOk;
     ITzModule* const module = entry(kTzSdkVersion, &moduleVersion, &result);
-    // Without a common version the object, if there is one, must not even be released.
+    // Without a common version not even release() of the object may be called.
     if (!tzSdkCompatible(kTzSdkVersion, moduleVersion)) {
         throw OperationError(fileName, "create module", kTzVersionMismatch,
                              "the module was built for SDK " + versionText(moduleVersion) +

@@ -1,6 +1,5 @@
-// A module in a shared library: loads it, meets it by version, initialises it with the host, and unloads it
-// in the order objects, module, library. Used by every command, and by tests that want a module as a host has
-// it.
+// A module in a shared library: loads it, checks its SDK version, initialises it with the host, and unloads
+// it in the order objects, module, library.
 #pragma once
 
 #include <filesystem>
@@ -23,9 +22,9 @@ class ModuleLibrary {
     ModuleLibrary(const ModuleLibrary&) = delete;
     ModuleLibrary& operator=(const ModuleLibrary&) = delete;
 
-    // Unloads the module and answers what it, or somebody else, did not let go of: one text each, nothing
-    // when all is well. Objects of the module's servers, scenes and monitors must be gone by then. A library
-    // whose code may still be called stays open.
+    // Unloads the module and returns what it, or somebody else, failed to release, a text each; empty when
+    // all is well. Objects of the module's servers, scenes and monitors must be gone by then. A library whose
+    // code may still be called stays loaded.
     std::vector<std::string> unload();
 
   private:

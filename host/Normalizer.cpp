@@ -1,4 +1,3 @@
-// See the header.
 #include "host/Normalizer.h"
 
 #include "host/NormalizerLibrary.h"

@@ -1,4 +1,3 @@
-// See the header.
 #include "host/SceneLoading.h"
 
 #include <chrono>
@@ -36,7 +35,7 @@ class Monitor : public HostObject, public ITzMonitor {
     // Whether a step has reported a cancel.
     bool cancelled() const { return cancelled_; }
 
-    // The load is over, whoever still holds the monitor.
+    // The load has ended; the module may still hold the monitor.
     void close() noexcept { progress_.close(); }
 
   protected:
@@ -89,7 +88,7 @@ ImportSummary importFile(Host& host, Scene& scene, const Drawing& drawing, const
         inStep(fileName, "start", [&] { tzCheck(loader->start(&scene)); });
         inStep(fileName, "load", [&] {
             const TzResult loaded = loader->load(monitor.get());
-            // A loader that was stopped may say no more than that it failed; the host knows why.
+            // A loader that was cancelled may return the general failure code.
             tzCheck(tzFailed(loaded) && monitor->cancelled() ? kTzCancelled : loaded);
         });
         inStep(fileName, "reset", [&] { tzCheck(loader->reset()); });

@@ -1,5 +1,4 @@
-// The import service: has a file read into a scene by the first scene loader that recognises it. Called by
-// the commands that take drawings; tests and benchmarks call it as they do.
+// Imports: a drawing is loaded into a scene by the first scene loader that recognises it.
 #pragma once
 
 #include <cstdint>

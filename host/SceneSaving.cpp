@@ -1,4 +1,3 @@
-// See the header.
 #include "host/SceneSaving.h"
 
 #include "host/core/Observer.h"
@@ -16,7 +15,7 @@ CTzPtr<ITzSceneSaver> spawnSaver(const Host& host) {
     return found;
 }
 
-// A saver reads every polygon, most of them once: that is how the host knows how far it is.
+// A saver reads every polygon, most of them once: the progress of a save is the polygons read.
 class SaveProgress {
   public:
     SaveProgress(HostCore& core, const std::string& fileName, uint64_t polygonReads)

@@ -24,13 +24,13 @@ constexpr int kDone = 0;
 constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 
-// A write that cannot be done fails, and what was begun is cleared away: nothing of it may end the program,
-// or go to a file that happens to have the number of a closed stream.
+// Signals of failed writes are ignored: the write fails and the command cleans up. Standard streams that are
+// closed are opened on /dev/null, or the next file that is opened would get their number.
 void prepareStreams() {
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-        // It takes the lowest free number, this one; for reading, so that a write to it fails.
+        // open() takes the lowest free number, which is this one; read-only, so that a write to it fails.
         if (fcntl(stream, F_GETFD) < 0) open("/dev/null", O_RDONLY);
     }
 }
@@ -58,7 +58,7 @@ int runCommand(const CommandLine& line, const std::filesystem::path& module) {
     Session session(module, terminal);
     const int status = line.run({session.host, *terminal});
     requirePrinted();
-    // The work is done and stands; what the module did not let go of is told all the same.
+    // The command has succeeded; what the module failed to release is reported all the same.
     for (const auto& [operation, times] : session.host.gate().misuses()) {
         std::fprintf(stderr, "warning: the module called %s off the host thread, %u times\n",
                      operation.c_str(), times);
@@ -97,7 +97,7 @@ int main(int argc, char** argv) {
     } catch (const OperationError& error) {
         printError(error.what());
     } catch (...) {
-        // There is not even the memory to say where it ran out.
+        // Out of memory while the failure was described.
         printError("tzhost: run: 0x80000001 (out of memory)");
     }
     return kFailed;

@@ -1,6 +1,6 @@
-// The commands of tzhost: what each is asked, and what it does. CommandLine.cpp parses the arguments; main()
-// runs the command that was given. A command throws OperationError, and everything that it holds of the
-// module is gone when it returns.
+// The commands of tzhost: the arguments of each, and the function that runs it. CommandLine.cpp parses the
+// arguments; main() runs the command that was given. Commands throw OperationError, and hold no object of the
+// module when they return.
 #pragma once
 
 #include <algorithm>
@@ -25,13 +25,13 @@ struct CommandContext {
     Terminal& terminal;
 };
 
-// What all commands are asked.
+// The arguments of all commands.
 struct CommandArguments {
     std::string in;   // the file that the command reads; empty when it is the module
     std::string log;  // `--log`; empty: none
 };
 
-// What commands that read drawings are asked besides.
+// Those of commands that read drawings.
 struct DrawingArguments : CommandArguments {
     NormalizeArguments normalize;
 };

@@ -17,7 +17,7 @@ LogFile::LogFile(Terminal& terminal, const std::string& file, const std::string&
 
 LogFile::~LogFile() {
     if (!out_ || committed_) return;
-    // What failed before is what the user is told.
+    // Not reported: the user is told of what failed before.
     tzGate([&] { commit(); });
 }
 

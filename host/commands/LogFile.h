@@ -1,5 +1,4 @@
-// `--log FILE`: the lines that the module logs while a command has it work, in a file. Every command
-// holds one.
+// `--log FILE`: writes the lines that the module logs to a file. Every command that uses a module has one.
 #pragma once
 
 #include <optional>
@@ -17,7 +16,7 @@ class LogFile {
     // "write log".
     LogFile(Terminal& terminal, const std::string& file, const std::string& input);
 
-    // The log of what failed is kept.
+    // Commits the file if commit() has not been called: the log of a failed command is kept.
     ~LogFile();
     LogFile(const LogFile&) = delete;
     LogFile& operator=(const LogFile&) = delete;

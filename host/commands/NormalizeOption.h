@@ -1,5 +1,5 @@
-// `--normalize` and `--notes FILE`: the drawing of a command rewritten first, and what was told about it.
-// Used by every command that takes drawings.
+// `--normalize` and `--notes FILE`: normalizes the drawing of a command first, and prints and writes the
+// notes. Used by every command that takes drawings.
 #pragma once
 
 #include <string>
@@ -18,8 +18,8 @@ struct NormalizeArguments {
 // OperationError.
 Drawing openDrawing(Terminal& terminal, const std::string& in, const NormalizeArguments& arguments);
 
-// Tells the notes on stderr, a line each; of many alike no more than a few, and how many more there are. All
-// go to `notesFile` as JSON, unless that is empty.
+// Prints the notes on stderr, a line each; of many similar ones a few, and the number of the others. All of
+// them go to `notesFile` as JSON, unless that is empty.
 void tellNotes(Terminal& terminal, const std::string& in, const NormalizedText& text,
                const std::string& notesFile);
 

@@ -38,9 +38,9 @@ extern "C" void noteInterrupt(int /*signal*/) {
     interruptSeen = true;
 }
 
-// Writes a text to stderr after some time, unless it is dismissed before: the title of work whose first step
-// has not come yet, because a module is deep in a call. It takes a thread of its own, since no other comes
-// by.
+// Writes a text to stderr after some time, unless it is dismissed before: the title of work that is slow to
+// make its first step. It has a thread of its own, since the thread that works may be in a long call of a
+// module.
 class DelayedText {
   public:
     DelayedText(std::string text, std::chrono::milliseconds after) : text_(std::move(text)) {
@@ -54,7 +54,7 @@ class DelayedText {
     DelayedText(const DelayedText&) = delete;
     DelayedText& operator=(const DelayedText&) = delete;
 
-    // From now on it is not written any more. Answers whether it has been.
+    // From now on it is not written any more. Returns whether it has been.
     bool dismiss() noexcept {
         if (waiting_.joinable()) {
             {

@@ -1,5 +1,5 @@
-// The terminal as the host's observer: progress and messages go to stderr, log lines to where `--log` wants
-// them, and Ctrl-C cancels what can be cancelled. main() makes the one that there is.
+// The terminal as the host's observer: progress and messages go to stderr, log lines to the file of `--log`,
+// and Ctrl-C cancels work within an InterruptScope. main() makes the only one.
 #pragma once
 
 #include <csignal>
@@ -51,8 +51,8 @@ class Terminal : public Observer {
 // What has been printed has reached stdout: throws OperationError, step "write", when it has not.
 void requirePrinted();
 
-// While one is alive, the first Ctrl-C is noted, for Terminal::cancelled(), and the second ends the program
-// as usual. Without one every Ctrl-C does. One at a time, on the main thread.
+// While one exists, the first Ctrl-C makes Terminal::cancelled() return true, and the second ends the
+// program. Otherwise the first one ends it. One at a time, on the main thread.
 class InterruptScope {
   public:
     InterruptScope();

@@ -18,11 +18,11 @@ struct HostCore {
     const std::shared_ptr<Observer> observer;  // never null
     ServiceGate gate;
     ServerTable servers;
-    // While a scene is being saved: told of every polygon that the saver reads. Host thread only.
+    // Set while a scene is being saved: steps for every polygon that the saver reads. Host thread only.
     Progress* polygonReads = nullptr;
 };
 
-// The base of everything that the host makes with CTzPolymorph: known to the gate as long as it lives.
+// The base of everything that the host makes with CTzPolymorph: the gate counts it while it lives.
 class HostObject {
   public:
     HostObject(const HostObject&) = delete;

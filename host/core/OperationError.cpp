@@ -1,4 +1,3 @@
-// See the header.
 #include "host/core/OperationError.h"
 
 #include <array>
@@ -44,7 +43,8 @@ OperationError failureOfStep(std::string_view file, std::string_view step) {
             throw;
         }
     });
-    // A code of its own says more than the exception's words; they are for what is no more than a failure.
+    // The text of a specific code says more than the exception's; the latter is used for the general failure
+    // code only.
     return {file, step, code, code == kTzFailed ? reason : std::string()};
 }
 

@@ -1,5 +1,5 @@
-// What a refused or failed operation of the host is told by: the file, the step, the result code, and a
-// reason when more is known than the code says. Thrown by the host's library, printed by main().
+// A refused or failed operation of the host: the file, the step, the result code, and a reason when more is
+// known than the code says. Thrown by the host's library, printed by main().
 #pragma once
 
 #include <memory>
@@ -34,8 +34,8 @@ class OperationError : public CTzError {
 // The exception that is being handled, as one of that step.
 OperationError failureOfStep(std::string_view file, std::string_view step);
 
-// Runs `work` as a step of work on a file: whatever fails in it leaves as an OperationError of that step, or
-// of the step within it that failed.
+// Runs `work` as a step of work on a file: any exception leaves as an OperationError of that step, or of an
+// inner step that failed.
 template <class Work>
 auto inStep(std::string_view file, std::string_view step, Work&& work) {
     try {

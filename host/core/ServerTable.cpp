@@ -1,4 +1,3 @@
-// See the header.
 #include "host/core/ServerTable.h"
 
 #include <algorithm>
@@ -34,7 +33,7 @@ void ServerTable::add(std::string_view name, CTzPtr<ITzServerFactory> factory) {
 
 void ServerTable::spawn(std::string_view name, const char* interfaceId, void** out) const {
     tzCheck(factory(name)->spawn(interfaceId, out));
-    // An interface that nobody can call is as good as none.
+    // Success with a null interface counts as no interface.
     if (!*out) throw CTzError(kTzNoInterface);
 }
 

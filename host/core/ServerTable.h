@@ -19,7 +19,7 @@ struct Server {
     CTzPtr<ITzServerFactory> factory;
 };
 
-// Interfaces and tags of a server as it answers for them, in table order.
+// Interfaces and tags of a server as it reports them, in its order.
 struct ServerDescription {
     std::vector<std::string> interfaces;
     std::vector<std::pair<std::string, std::string>> tags;
@@ -58,7 +58,7 @@ class ServerTable {
 
     std::vector<Server> servers() const;
 
-    // Lets go of all factories, the last registered first.
+    // Releases all factories, the last registered first.
     void forget();
 
   private:

@@ -1,4 +1,3 @@
-// See the header.
 #include "host/core/ServiceGate.h"
 
 namespace tzhost {
@@ -52,7 +51,7 @@ std::map<std::string, uint32_t> ServiceGate::objectsAlive() const {
 }
 
 TzResult ServiceGate::refuseThread(const char* operation) noexcept {
-    // Whether or not there is memory to record it, the call is refused.
+    // The call is refused even when there is no memory to record it.
     tzGate([&] {
         const std::lock_guard lock(mutex_);
         ++misuses_[operation];

@@ -15,7 +15,7 @@
 
 namespace tzhost {
 
-// What a test makes of one call.
+// What a test makes one call do.
 enum class Fault {
     kNone,
     kCode,        // answered with kTzOutOfMemory; nothing is done
@@ -76,7 +76,7 @@ class ServiceGate {
     Fault countCall(const char* operation) noexcept;
 
     const std::thread::id hostThread_;
-    // Off outside of tests, so that a million shapes pay one load for it.
+    // Off outside of tests: the only cost per call is this load.
     std::atomic<bool> watched_{false};
 
     mutable std::mutex mutex_;  // guards all below

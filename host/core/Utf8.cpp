@@ -1,4 +1,3 @@
-// See the header.
 #include "host/core/Utf8.h"
 
 #include <array>

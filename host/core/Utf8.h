@@ -1,5 +1,5 @@
-// Text at the host's edges: what may come in, and what may go out on one line. Called by the services, the
-// scene file and the error messages.
+// UTF-8: checks of text that comes in, and text that goes out on one line. Called by the services, the scene
+// file and the error messages.
 #pragma once
 
 #include <string>
@@ -12,7 +12,7 @@ namespace tzhost {
 // Whether the bytes are well-formed UTF-8: no surrogates, no overlong forms, nothing above U+10FFFF.
 bool isUtf8(std::string_view text);
 
-// The text with every byte that is no part of well-formed UTF-8 replaced by U+FFFD.
+// The text with every invalid byte replaced by U+FFFD.
 std::string toUtf8(std::string_view text);
 
 // The text fit for one line of a message: UTF-8, control characters as "\x0A", and at most `limit` bytes.

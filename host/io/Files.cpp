@@ -20,8 +20,8 @@ constexpr mode_t kNewFileMode = 0666;  // less the umask
 constexpr int kAttempts = 100;
 constexpr size_t kLongestExtension = 16;
 
-// A name beside the target that no other file of this process has, short whatever the target's is; it keeps
-// the extension, which writers may look at.
+// A short name in the target's folder that this process uses once. It keeps the extension, which savers may
+// look at.
 std::string temporaryBeside(const std::filesystem::path& target) {
     static std::atomic<uint32_t> made{0};
     std::string extension = target.extension().native();
@@ -33,7 +33,7 @@ std::string temporaryBeside(const std::filesystem::path& target) {
 }  // namespace
 
 void requireReadable(const std::filesystem::path& file) {
-    // Not opened: the reader of a pipe may open it once only.
+    // Not opened: a pipe can be opened only once, by its reader.
     struct stat present {};
     int error = 0;
     if (stat(file.c_str(), &present) != 0 || access(file.c_str(), R_OK) != 0) {
@@ -62,7 +62,7 @@ OutputFile::OutputFile(const std::filesystem::path& target, std::string step)
     struct stat present {};
     const bool exists = stat(target_.c_str(), &present) == 0;
     if (exists && S_ISDIR(present.st_mode)) fail(EISDIR);
-    // Under /dev there are also other names of open files (/dev/stdout), which must not be renamed away.
+    // Names under /dev can stand for open regular files (/dev/stdout), which must not be replaced.
     direct_ = exists && (!S_ISREG(present.st_mode) || shown_.rfind("/dev/", 0) == 0);
     if (direct_) {
         temporary_ = shown_;

@@ -16,8 +16,8 @@ namespace tzhost {
 // missing is not one that no module recognises.
 void requireReadable(const std::filesystem::path& file);
 
-// Text that crosses the boundary is UTF-8; a mangled name would be that of another file. Throws
-// OperationError when the name is not, of that step.
+// File names cross the module boundary as UTF-8. Throws OperationError, of that step, when the name is not
+// UTF-8.
 void requireUtf8Name(const std::filesystem::path& file, std::string_view step);
 
 // Written beside its final name, and renamed when it is complete. Whatever fails before that leaves the file
@@ -32,8 +32,8 @@ class OutputFile {
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
-    // Appends. A failure (a full disk) is kept and thrown by commit(), so that this can be called from where
-    // nothing may be thrown.
+    // Appends. A failure (a full disk) is kept and thrown by complete() or commit(), so that this can be
+    // called where nothing may be thrown.
     void write(std::string_view bytes) noexcept {
         if (bytes.size() > kBufferSize - used_) return writeLarge(bytes);
         std::memcpy(buffer_.data() + used_, bytes.data(), bytes.size());
@@ -49,8 +49,8 @@ class OutputFile {
     // Whether a write has failed: the rest need not be written.
     bool failed() const { return failure_ != 0; }
 
-    // All of it is on its way to the disk: throws what would keep it from being complete. For work that must
-    // succeed too before the file appears, and that comes between this and commit().
+    // Writes out the buffer and closes the file; throws when that fails. For work that must also succeed
+    // before the file appears: it comes between this and commit().
     void complete();
 
     // Makes it the file of the final name; completes it first.

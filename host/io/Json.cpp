@@ -8,8 +8,8 @@
 namespace tzhost {
 namespace {
 
-// Counts the lines that end in a text, and says where in it the last of them does, or null. Lines are long
-// enough for memchr() to be quicker than a loop.
+// The number of line ends in a text, and the last one, or null. Lines are long: memchr() is faster than a
+// loop.
 struct LineEnds {
     size_t count = 0;
     const char* last = nullptr;

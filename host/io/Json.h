@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-// A text's size is counted in 32 bits otherwise, and a text of more than 4 GB would be cut without a word.
+// Otherwise sizes have 32 bits, and a text of more than 4 GB would be cut silently.
 #define RAPIDJSON_NO_SIZETYPEDEFINE
 namespace rapidjson {
 using SizeType = std::size_t;
@@ -25,7 +25,7 @@ using SizeType = std::size_t;
 
 namespace tzhost {
 
-// RapidJSON takes what its allocator answers without a look.
+// RapidJSON does not check whether its allocator returns null.
 struct JsonAllocator {
     static void* Realloc(void* memory, size_t /*oldSize*/, size_t size) {
         void* const moved = std::realloc(memory, size);
@@ -52,13 +52,12 @@ class PrettyJsonWriter
   public:
     explicit PrettyJsonWriter(JsonBuffer& buffer) : PrettyWriter(buffer) { SetIndent(' ', 2); }
 
-    // The names are RapidJSON's; texts are of any kind that a view can be made of.
+    // RapidJSON's events, for any text.
     bool Key(std::string_view text) { return PrettyWriter::Key(text.data(), text.size()); }
     bool String(std::string_view text) { return PrettyWriter::String(text.data(), text.size()); }
 };
 
-// A file as RapidJSON reads it: chunk by chunk, its bytes counted as they come, and the place in it that an
-// error is told with.
+// A file that RapidJSON reads chunk by chunk. Reports progress, and the line and column of an error.
 class JsonFile {
   public:
     static constexpr size_t kChunkSize = size_t{1} << 16U;
@@ -66,10 +65,10 @@ class JsonFile {
     // Throws when the file cannot be opened.
     JsonFile(const std::filesystem::path& file, Progress& progress);
 
-    // Reads the next chunk over the one before. After the last one it is empty, again and again.
+    // Reads the next chunk over the previous one; empty at the end of the file.
     void readChunk();
 
-    // The chunk. A NUL stands at its end, since that is how RapidJSON knows the end of a text.
+    // The chunk. A NUL follows it: RapidJSON takes it for the end of the text.
     const char* begin() const { return buffer_.data(); }
     const char* end() const { return end_; }
 
@@ -89,7 +88,7 @@ class JsonFile {
     size_t lineStart_ = 0;  // that line's first byte in the file
 };
 
-// What RapidJSON takes characters from, one by one: two pointers, and where new ones come from.
+// A RapidJSON input stream on a JsonFile.
 class JsonStream {
   public:
     explicit JsonStream(JsonFile& file) : file_(&file) { readChunk(); }
@@ -103,12 +102,12 @@ class JsonStream {
         if (++at_ >= end_) readChunk();
         return next;
     }
-    // Whether nothing is left: of a NUL in the file RapidJSON cannot tell it from the end.
+    // Whether nothing is left. RapidJSON also stops at a NUL in the file.
     bool atEnd() const { return at_ == end_; }
 
     size_t Tell() const { return file_->offset() + static_cast<size_t>(at_ - file_->begin()); }
 
-    // For parsing in place; RapidJSON wants them of every stream and calls them of none but its own.
+    // For parsing in place: required of every stream, never called for this one.
     Ch* PutBegin() { return nullptr; }
     void Put(Ch /*character*/) {}
     size_t PutEnd(Ch* /*begin*/) { return 0; }

@@ -1,4 +1,3 @@
-// See the header.
 #include "host/io/PrivateFile.h"
 
 #include <fcntl.h>

@@ -1,5 +1,4 @@
-// A file in memory that nobody else finds: what a loader is handed when it takes a file's name and there is
-// only text. Used by Drawing.
+// A file in memory, for loaders that take a file name when there is only text. Used by Drawing.
 #pragma once
 
 #include <string>
@@ -7,8 +6,8 @@
 
 namespace tzhost {
 
-// Gone with this object, or with the process, however that ends. It has a name only within the process: the
-// loaders of a module open it by that name, as often as they want.
+// It exists as long as this object, and at most as long as the process. Its name is valid within the process
+// only; loaders may open it any number of times.
 class PrivateFile {
   public:
     // Throws std::system_error, as replace() does.
@@ -20,8 +19,7 @@ class PrivateFile {
     // "/proc/self/fd/7".
     const std::string& name() const { return name_; }
 
-    // Gives the name to another file of that content at one stroke: who has the former one open reads on in
-    // it.
+    // Replaces the content atomically: whoever has the file open keeps reading the former content.
     void replace(std::string_view content);
 
   private:

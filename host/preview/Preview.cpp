@@ -1,5 +1,4 @@
-// See the header. A polygon is drawn by its tags as a renderer would draw the element; PreviewStyle.h reads
-// them.
+// Polygons are drawn as a renderer would draw their elements; PreviewStyle.h reads the style from the tags.
 #include "host/preview/Preview.h"
 
 #include <QPainter>
@@ -79,7 +78,7 @@ void addOutline(QPainterPath& path, const View& view, const MeshData& mesh, cons
     if (count > 2 && at(0) == at(count - 1)) path.closeSubpath();
 }
 
-// Draws dashes as a whole line where there are too many: each takes the painter some hundred bytes.
+// Makes a dashed line solid where there would be too many dashes: each takes QPainter some hundred bytes.
 void boundDashes(QPen& pen, const QPainterPath& path) {
     if (pen.style() != Qt::CustomDashLine) return;
     const QVector<qreal> pattern = pen.dashPattern();

@@ -1,4 +1,3 @@
-// See the header.
 #include "host/preview/PreviewGradients.h"
 
 #include <QColor>

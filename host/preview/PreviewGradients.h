@@ -15,9 +15,9 @@ class PreviewGradients {
   public:
     explicit PreviewGradients(std::string_view definitions);
 
-    // The gradient of that id, laid across the bounds of the shape that is painted with it; no brush when
-    // there is none. A preview does not know the user space of the drawing: a gradient in user space is laid
-    // across the bounds as well, by its direction.
+    // The gradient of that id, spanning the bounds of the shape that is painted with it; no brush when there
+    // is none. A preview does not know the user space of the drawing: of a gradient in user space only the
+    // direction is kept.
     QBrush brush(const QString& id) const;
 
   private:

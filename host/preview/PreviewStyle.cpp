@@ -1,4 +1,3 @@
-// See the header.
 #include "host/preview/PreviewStyle.h"
 
 #include <QColor>
@@ -12,7 +11,7 @@
 namespace tzhost {
 namespace {
 
-// Wider than any picture, and not too wide for the toolkit.
+// Wider than any picture, and still a width that Qt can draw.
 constexpr double kWidestPen = 100'000.0;
 
 QString tagText(const TagRun& tags, TzTagId id) {
@@ -22,7 +21,7 @@ QString tagText(const TagRun& tags, TzTagId id) {
 
 // The number that a text starts with: "2.5px" is 2.5.
 std::optional<double> leadingNumber(const QString& text) {
-    // A text may be as long as its file, and each try below costs its length.
+    // Text can be very long, and each attempt below takes time in proportion.
     constexpr qsizetype kLongest = 64;
     const auto longest = static_cast<int>(std::min<qsizetype>(text.size(), kLongest));
     int length = 0;
@@ -35,7 +34,7 @@ std::optional<double> leadingNumber(const QString& text) {
     return std::nullopt;
 }
 
-// A share of one: "0.5" or "50%".
+// A fraction from 0 to 1: "0.5" or "50%".
 double share(const QString& text) {
     const std::optional<double> number = leadingNumber(text);
     if (!number) return 1.0;
@@ -86,7 +85,7 @@ QColor withOpacity(QColor colour, double opacity) {
     return colour;
 }
 
-// A gradient with every stop as opaque as said.
+// The gradient with the opacity of each stop multiplied.
 QBrush withOpacity(const QBrush& brush, double opacity) {
     if (opacity >= 1.0) return brush;
     QGradient gradient = *brush.gradient();
@@ -96,7 +95,7 @@ QBrush withOpacity(const QBrush& brush, double opacity) {
     return QBrush(gradient);
 }
 
-// A paint: no brush for "none", `absent` where the text says nothing that is understood.
+// A paint: no brush for "none", `absent` for an empty or unknown text.
 QBrush paint(const QString& text, const QBrush& absent, const PreviewGradients& gradients, double opacity) {
     static const QColor kNeutral(128, 128, 128, 40);
     if (text.isEmpty()) return absent;
@@ -112,8 +111,7 @@ QBrush paint(const QString& text, const QBrush& absent, const PreviewGradients& 
     return colour.isValid() ? QBrush(withOpacity(colour, opacity)) : absent;
 }
 
-// The dashes of a stroke, in units of its width as a pen takes them; none when the list does not make a
-// pattern.
+// The dashes of a stroke in units of its width, as QPen wants them; empty when the list is no valid pattern.
 QVector<double> dashes(const QString& text, double width, double scale) {
     QString list = text;
     list.replace(QLatin1Char(','), QLatin1Char(' '));
@@ -129,7 +127,7 @@ QVector<double> dashes(const QString& text, double width, double scale) {
         sum += pattern.back();
     }
     if (pattern.size() % 2 != 0) pattern += pattern;
-    constexpr double kShortest = 0.5;  // in pixels; shorter patterns look like a whole line, and are slow
+    constexpr double kShortest = 0.5;  // in pixels; shorter patterns look like a solid line, and are slow
     return sum * width * scale > kShortest ? pattern : QVector<double>();
 }
 

@@ -1,4 +1,4 @@
-// How a polygon is drawn in a preview, read from its presentation tags; what a tag does not say is as in SVG.
+// How a polygon is drawn in a preview, read from its presentation tags; defaults are those of SVG.
 // Used by Preview.cpp.
 #pragma once
 
@@ -17,8 +17,8 @@ struct ShapeStyle {
     double opacity = 1.0;
 };
 
-// `scale` is pixels for one scene unit; lengths with an absolute unit are in metres, as the geometry is. A
-// paint that a preview cannot have (a pattern) becomes a neutral, translucent grey.
+// `scale` is pixels per scene unit; lengths with an absolute unit are in metres, as the geometry is. A paint
+// that a preview cannot draw (a pattern) becomes a translucent grey.
 ShapeStyle readStyle(const TagRun& tags, const PreviewGradients& gradients, double scale);
 
 }  // namespace tzhost

@@ -29,7 +29,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// An image keeps the tiles it has drawn; one is used for as many tiles, a gigabyte at most, and then another.
+// An image caches the tiles it has drawn. After this many, a gigabyte at most, a new image is loaded.
 constexpr size_t kTilesPerImage = 1024;
 
 // The levels by key, the coarsest first.
@@ -52,8 +52,8 @@ QImage drawTile(const LoadedImage& loaded, const std::vector<TzSize>& levels, co
     const TzSize size = pyramidTileSize(tile, level);
     if (size.width <= of.tileWidth && size.height <= of.tileHeight)
         return readPicture(fetchTile(*loaded.tiles, fromFinest, {tile.column, tile.row}), size);
-    // A small level is one tile of the pyramid and several of the image. Of a very long one the image may not
-    // serve all: the next level is reduced then.
+    // A small level is one tile of the pyramid but several of the image. Of a very long drawing the image may
+    // not have all of them: fall back to the next finer level, scaled down.
     try {
         return readLevel(*loaded.samples, tile.level, level);
     } catch (const CTzError& error) {
@@ -78,7 +78,8 @@ std::string digestOf(const std::string& fileName) {
     return digest.result().toHex().toStdString() + "\n";
 }
 
-// Since when tiles of the drawing of that digest are written to the folder. Tiles from before are another's.
+// Notes in the folder which drawing its tiles are of, unless it says so already. Returns the time of that
+// note: older tiles are of another drawing.
 fs::file_time_type drawnSince(const fs::path& folder, const std::string& digest) {
     const fs::path file = pyramidDigestFile(folder);
     std::ifstream present(file, std::ios::binary);
@@ -111,8 +112,8 @@ class TileRun {
         }
     }
 
-    // Waits for a moment, shorter when all is done or one has failed; answers the number of tiles finished
-    // since it was asked last. The threads do not wake it for each tile: that would cost them a part of it.
+    // Waits for 100 ms, or until all are done or one has failed; returns the number of tiles finished since
+    // the last call. Threads do not wake it for each tile: that would slow them down.
     uint32_t waitForProgress() {
         std::unique_lock held(lock_);
         changed_.wait_for(held, std::chrono::milliseconds(100),
@@ -127,7 +128,7 @@ class TileRun {
         return failure_ || reported_ == tiles_.size();
     }
 
-    // Lets the threads come to an end; the first reason is kept.
+    // Threads end after their current tile; the first reason is kept.
     void stop(std::exception_ptr reason) {
         const std::lock_guard held(lock_);
         if (!failure_) failure_ = std::move(reason);

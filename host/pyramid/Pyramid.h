@@ -29,10 +29,10 @@ struct PyramidSummary {
     double seconds = 0.0;
 };
 
-// Writes all levels up to maxLevel. Tiles of the same drawing (one with the same bytes) that are there are
-// kept: files are renamed to their final names when they are complete, so an interrupted run goes on where it
-// stopped. Tiles of another drawing, or of what the drawing was before, are drawn again. What a drawing links
-// to is not looked at. The page and the .dzi come last. Throws OperationError.
+// Writes all levels up to maxLevel. Existing tiles of the same drawing (same bytes) are kept: files are
+// renamed to their final names when they are complete, so an interrupted run resumes where it stopped. Tiles
+// of another drawing, or of an earlier state of this one, are drawn again. Files that the drawing links to
+// are not compared. The page and the .dzi are written last. Throws OperationError.
 PyramidSummary writePyramid(const Host& host, const Drawing& drawing, const std::filesystem::path& folder,
                             const PyramidOptions& options);
 

@@ -1,4 +1,3 @@
-// See the header.
 #include "host/pyramid/TilePixels.h"
 
 #include <QBuffer>

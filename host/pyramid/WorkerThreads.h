@@ -1,4 +1,4 @@
-// Several threads at one piece of work. Used by the commands that take `--threads`.
+// Runs one function on several threads. Used by the commands that take `--threads`.
 #pragma once
 
 #include <functional>
@@ -8,9 +8,8 @@
 
 namespace tzhost {
 
-// The threads that run `work(index)` each, index counting from 0; joined at the latest when it goes. `work`
-// must not throw. Where the system gives fewer threads, the rest of the indices are left out, but never the
-// first.
+// Each thread runs `work(index)`, index counting from 0. The destructor joins them. `work` must not throw.
+// When the system cannot start all threads, the highest indices are left out, but never index 0.
 class WorkerThreads {
   public:
     WorkerThreads(uint32_t count, const std::function<void(uint32_t)>& work) {

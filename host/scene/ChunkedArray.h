@@ -1,5 +1,5 @@
-// An array that grows without moving what it holds, except while it is small: there is no moment with two
-// copies of the points of a large scene, and an empty array costs nothing. Used by MeshData.
+// An array that grows without moving its elements, except while it is small: a large scene never has two
+// copies of its points in memory, and an empty array costs nothing. Used by MeshData.
 #pragma once
 
 #include <algorithm>

@@ -1,4 +1,3 @@
-// See the header.
 #include "host/scene/Item.h"
 
 #include <algorithm>
@@ -141,7 +140,8 @@ TzResult MeshItem::setPolygonTag(uint32_t polygon, TzTagId id, TzText text) noex
 TzResult MeshItem::polygonTag(uint32_t polygon, TzTagId id, TzTextSink sink) noexcept {
     return onHostThread("ITzMesh::polygonTag", [&] {
         const auto text = findTag(data_.mesh.polygon(polygon).tags, id);
-        if (!text) return kTzNotFound;  // not thrown: a saver asks every polygon for tags that most lack
+        // Not thrown, for speed: a saver asks every polygon for tags that most lack.
+        if (!text) return kTzNotFound;
         writeTo(sink, *text);
         return kTzOk;
     });

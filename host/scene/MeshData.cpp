@@ -1,4 +1,3 @@
-// See the header.
 #include "host/scene/MeshData.h"
 
 #include <algorithm>
@@ -11,7 +10,7 @@ namespace {
 
 constexpr uint32_t kMost = std::numeric_limits<uint32_t>::max();
 
-// What is not finite leaves something that is not a number when it is taken from itself.
+// x - x is 0 for a finite number and NaN for any other.
 bool isFinite(const TzPoint& point) {
     return (point.x - point.x) + (point.y - point.y) + (point.z - point.z) == 0;
 }

@@ -1,5 +1,5 @@
 // The points and polygons of one mesh, compactly. Filled by the mesh interface and by the scene file reader;
-// read by the interface, the scene file writer and the preview. Knows no threads and no modules.
+// read by the interface, the scene file writer and the preview. Plain data: no locks, no interfaces.
 #pragma once
 
 #include <cstdint>
@@ -20,12 +20,12 @@ struct Polygon {
 
 class MeshData {
   public:
-    // Points with finite coordinates, or kTzInvalidArgument is thrown and none is added. Answers the first
+    // Points with finite coordinates, or kTzInvalidArgument is thrown and none is added. Returns the first
     // one's index.
     uint32_t addPoints(const TzPoint* points, uint32_t count);
 
-    // A polygon over points by index; they are not looked at (see pointsExist). Tags that it has from the
-    // start stand in this mesh's arena.
+    // A polygon over points by index; the indices are not checked (see pointsExist). `tags` must be in this
+    // mesh's arena.
     uint32_t addPolygon(TzTagId type, const uint32_t* points, uint32_t count, TagRun tags = {});
 
     bool pointsExist(const uint32_t* points, uint32_t count) const;

@@ -1,4 +1,3 @@
-// See the header.
 #include "host/scene/Scene.h"
 
 #include <limits>

@@ -30,10 +30,10 @@ class Scene : public HostObject, public ITzScene {
     // an item is named after its type ("Mesh").
     void setNameHint(std::string_view name);
 
-    // Adds an item with all that it holds, besides packages.
+    // Adds an item with its data; packages are attached afterwards.
     Item& addItem(ItemData data);
 
-    // Discards the items from that one on: what a failed load has made.
+    // Removes the items from that index on: those that a failed load has made.
     void truncate(size_t itemCount);
 
   protected:

@@ -37,7 +37,7 @@ inline std::optional<TzTagId> tagFromName(std::string_view name) {
 // A polygon's tags stand one after the other in one run of bytes, and the runs stand in an arena. A million
 // polygons with ten tags each are ten million short texts; this way a tag costs eight bytes and its text.
 
-// The tags of one polygon. A plain record that points into the arena that made it.
+// The tags of one polygon. A plain pointer into the arena that made it.
 struct TagRun {
     char* bytes = nullptr;
     uint32_t size = 0;

@@ -26,15 +26,15 @@ std::string element(const char* list, size_t index) {
     return list + ("[" + std::to_string(index)) + "]";
 }
 
-// RapidJSON validates no text that is written as escapes.
+// RapidJSON does not validate text that is written as escapes.
 constexpr const char* kNotUtf8 = "ill-formed UTF-8, or half of a surrogate pair";
 
 bool isInteger(std::string_view number) {
     return number.find_first_of(".eE") == std::string_view::npos;
 }
 
-// A number that is no double's: std::from_chars() does not tell one that is too small, and is zero, from one
-// that is too large. Answers whether it is small.
+// A number outside the range of a double: std::from_chars() reports too small, which counts as zero, and too
+// large alike. Returns false when it is too large.
 bool readExtreme(std::string_view number, double& value) {
     std::istringstream stream{std::string(number)};
     stream.imbue(std::locale::classic());
@@ -53,7 +53,7 @@ bool SceneParser::RawNumber(const char* text, size_t size, bool /*copy*/) {
 bool SceneParser::coordinate(std::string_view number) {
     double& value = point_[coordinates_++];
     value = 0;
-    if (number == "0") return true;  // a third of all: drawings are flat
+    if (number == "0") return true;  // a third of all coordinates: drawings are flat
     const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
     if (result.ec != std::errc() && !readExtreme(number, value))
         return fail(inQuotes(number) + " is too big");

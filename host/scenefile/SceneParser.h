@@ -1,5 +1,5 @@
 // The scene file as JSON events: takes them from RapidJSON, checks them and gathers items. Used by
-// SceneReader.cpp alone. A file may have its keys in any order, so that vertices can be held against the
+// SceneReader.cpp alone. A file may have its keys in any order, so that vertices can be checked against the
 // points only at the end of an item.
 #pragma once
 
@@ -17,7 +17,7 @@
 
 namespace tzhost {
 
-// An item as it stands in the file: its packages and channels are for the scene to make.
+// An item as it is in the file. Its packages and channels are made by the scene afterwards.
 struct FileItem {
     ItemData data;
     std::vector<std::string> packages;
@@ -26,7 +26,7 @@ struct FileItem {
 
 class SceneParser : public JsonHandler<SceneParser> {
   public:
-    // What has been gathered, and what was wrong, with the place in the file: empty when all is well.
+    // The items, and the error with its place in the file; empty when there is none.
     std::vector<FileItem>& items() { return items_; }
     const std::string& problem() const { return problem_; }
 

@@ -1,4 +1,3 @@
-// See the header.
 #include "host/scenefile/SceneReader.h"
 
 #include "host/core/Observer.h"
@@ -10,14 +9,14 @@
 namespace tzhost {
 namespace {
 
-// Of a pipe it is unknown how much it brings.
+// 0 for a pipe: its size is unknown.
 uint64_t fileSize(const std::filesystem::path& file) {
     std::error_code error;
     const uintmax_t size = std::filesystem::file_size(file, error);
     return error ? 0 : size;
 }
 
-// Stands at the start of a text or not at all.
+// Skips a byte order mark. False when the text starts with a part of one.
 bool passByteOrderMark(JsonStream& stream) {
     if (stream.Peek() != '\xEF') return true;
     for (const char byte : {'\xEF', '\xBB', '\xBF'}) {
@@ -27,7 +26,7 @@ bool passByteOrderMark(JsonStream& stream) {
     return true;
 }
 
-// Answers what is wrong with the text, with the place; nothing when all is well.
+// Returns the error with its place; empty when there is none.
 std::string parse(JsonFile& file, SceneParser& parser) {
     const auto error = [&](size_t offset, const char* what) {
         return "parse error at " + file.place(offset) + ": " + what;
@@ -35,9 +34,9 @@ std::string parse(JsonFile& file, SceneParser& parser) {
     JsonStream stream(file);
     if (!passByteOrderMark(stream)) return error(stream.Tell(), "Not a byte order mark.");
     JsonReader reader;
-    // Numbers come as text: their exact value is ours to find, and a vertex must be written as an integer.
-    // What RapidJSON makes of a number itself is dropped; it refuses by it what no writer writes: a zero with
-    // an exponent above 308, and more than 308 digits before the point, whatever the exponent.
+    // Numbers come as text: the parser converts them exactly, and a vertex must be written as an integer.
+    // RapidJSON still converts them itself and therefore refuses two forms that no writer uses: a zero with
+    // an exponent above 308, and more than 308 digits before the point.
     const rapidjson::ParseResult result = reader.Parse<rapidjson::kParseNumbersAsStringsFlag>(stream, parser);
     if (result.Code() == rapidjson::kParseErrorTermination) return parser.problem();
     if (result.IsError()) return error(result.Offset(), rapidjson::GetParseError_En(result.Code()));

@@ -1,6 +1,5 @@
-// See the header. The keys stand in the order of the documented example. Points and polygons, of which a
-// scene has millions, take a line each and no blanks: a fifth of a large file, which is read and written that
-// much sooner.
+// The keys stand in the order of the documented example. Points and polygons, of which a scene has millions,
+// take a line each and no blanks: without blanks a large file is a fifth smaller.
 #include "host/scenefile/SceneWriter.h"
 
 #include <algorithm>
@@ -21,7 +20,7 @@ bool needsEscape(char character) {
     return static_cast<unsigned char>(character) < 0x20 || character == '"' || character == '\\';
 }
 
-// The pieces of JSON, written into an output file.
+// Writes pieces of JSON into an output file.
 class JsonText {
   public:
     explicit JsonText(OutputFile& out) : out_(out) {}
@@ -65,7 +64,7 @@ class JsonText {
     std::array<char, 32> digits_{};
 };
 
-// Says before each element of a list what separates it from the one before.
+// What to write before each element of a list: `first` before the first, `next` before all others.
 class Separator {
   public:
     explicit Separator(std::string_view first, std::string_view next) : text_(first), next_(next) {}
@@ -103,7 +102,7 @@ struct Writing {
     JsonText json;
     Progress progress;
 
-    // Whether there is a use in writing on.
+    // False when the rest need not be written.
     bool goesOn() const { return !out.failed() && !observer.cancelled(); }
 };
 

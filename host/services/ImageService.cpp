@@ -18,8 +18,8 @@ constexpr size_t kBytesPerPixel = 4 * sizeof(float);
 // Larger than any tile; a side of this length squared still counts in 64 bits.
 constexpr uint32_t kLargestSide = 1U << 20U;
 
-// Zeroed memory for pixels. A tile's is there as a whole at once: its pages one by one, as each is touched,
-// took a tenth of the time that a simple drawing's tiles take to draw and to write.
+// Zeroed memory for pixels. That of a tile is mapped with all its pages at once: page faults took a tenth of
+// the time that a simple drawing's tiles take to draw and to write.
 class PixelMemory {
   public:
     explicit PixelMemory(size_t size)
@@ -74,7 +74,7 @@ class HostImage : public HostObject, public ITzImage, public ITzImageWriter {
             const size_t rowBytes = size_t{rectangle.width} * kBytesPerPixel;
             if (byteCount != rowBytes * rectangle.height) throw CTzError(kTzInvalidArgument);
             const char* source = static_cast<const char*>(pixels);
-            // Whole rows lie together on both sides.
+            // Full rows are contiguous on both sides: one copy.
             const uint32_t copies = rectangle.width == size_.width ? 1 : rectangle.height;
             const size_t bytes = copies == 1 ? static_cast<size_t>(byteCount) : rowBytes;
             for (uint32_t row = 0; row < copies; ++row, source += rowBytes) {

@@ -28,7 +28,7 @@ class LogEntries {
     }
 
   private:
-    std::mutex mutex_;  // guards entries_, and keeps the lines of several threads apart
+    std::mutex mutex_;  // guards entries_, and makes calls of the observer one at a time
     std::vector<LogEntry> entries_;
 };
 

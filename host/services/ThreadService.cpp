@@ -1,5 +1,5 @@
-// The service ITzThreadService: locks and guards for modules that work on several threads. What gives back
-// what a thread holds does not pass the gate: it cannot fail, or the lock would stay taken.
+// The service ITzThreadService: locks and guards for modules that work on several threads. unlock() and
+// leave() do not pass the gate, where a test could make them fail: the lock would stay taken.
 #include <atomic>
 #include <mutex>
 

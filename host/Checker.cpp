@@ -1,4 +1,3 @@
-// See the header.
 #include "host/Checker.h"
 
 #include "host/NormalizerLibrary.h"

@@ -1,4 +1,3 @@
-// See the header.
 #include "host/NormalizerLibrary.h"
 
 #include <dlfcn.h>

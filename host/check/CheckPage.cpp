@@ -1,4 +1,3 @@
-// See the header.
 #include "host/check/CheckPage.h"
 
 #include <QByteArray>

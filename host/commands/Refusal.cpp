@@ -1,4 +1,3 @@
-// See the header.
 #include "host/commands/Refusal.h"
 
 #include <algorithm>

@@ -1,6 +1,7 @@
 // The way through a document: which elements become polygons, in which order and with which drawing index,
 // what the log and the monitor are told, and what the item holds in the end.
 #include "hostsdk/CTzPolymorph.h"
+#include "hostsdk/ITzPackage.h"
 #include "hostsdk/ITzSceneLoader.h"
 #include "tests/common/Table.h"
 #include "tests/loader/LoaderFixture.h"
@@ -197,6 +198,8 @@ TEST_F(Loader, servers) {
               "  server.username=Scalable Vector Graphics\n"
               "  server.logsubsystem=io-status\n"
               "svgloader.package: tz.package/1 tz.packageInstances/1\n");
+    const auto package = session_.host.servers().spawn<ITzPackage>("svgloader.package");
+    EXPECT_EQ(package->channelAt(6, tzSinkTo(told), tzSinkTo(told)), kTzOutOfBounds);
 }
 
 }  // namespace

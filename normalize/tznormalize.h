@@ -1,10 +1,10 @@
-/* The normalizer as a shared library, libtznormalize.so, for programs that link no Qt and load it when they need it:
- * dlopen() it, ask dlsym() for the functions below by name. Plain C.
+/* The normalizer as a shared library, libtznormalize.so, for programs that link no Qt and load it when they
+ * need it: dlopen() it, ask dlsym() for the functions below by name. Plain C.
  *
  * 1. Texts are UTF-8 and end with a NUL that their size does not count.
  * 2. What a result holds belongs to the caller, who gives it back with tzNormalizeFree().
- * 3. Any thread may call, several at once. The first call for a drawing with text makes Qt's application object, if the
- *    program has none; it lives as long as the process, and the library stays loaded.
+ * 3. Any thread may call, several at once. The first call for a drawing with text makes Qt's application
+ * object, if the program has none; it lives as long as the process, and the library stays loaded.
  * 4. No exception leaves the library.
  */
 #ifndef TZNORMALIZE_H
@@ -23,27 +23,29 @@ enum {
 };
 
 typedef struct TzNormalizeResult {
-    char *document; /* the drawing rewritten, one line; NULL when refused */
+    char* document; /* the drawing rewritten, one line; NULL when refused */
     size_t documentSize;
-    char *notes; /* JSON, see normalize/NotesJson.h: what was changed or left out, or why it was refused */
+    char* notes; /* JSON, see normalize/NotesJson.h: what was changed or left out, or why it was refused */
     size_t notesSize;
 } TzNormalizeResult;
 
-/* Rewrites a drawing, plain or gzip-compressed, into the form that survives an import and an export. The drawing is the
- * `size` bytes at `bytes`; when `bytes` is NULL, the file `fileName`. Linked pictures are looked for beside
- * `fileName`; when that is NULL, none is carried. The result is written in any case. */
-typedef int (*TzNormalizeFunction)(const char *fileName, const void *bytes, size_t size, TzNormalizeResult *result);
-int tzNormalize(const char *fileName, const void *bytes, size_t size, TzNormalizeResult *result);
+/* Rewrites a drawing, plain or gzip-compressed, into the form that survives an import and an export. The
+ * drawing is the `size` bytes at `bytes`; when `bytes` is NULL, the file `fileName`. Linked pictures are
+ * looked for beside `fileName`; when that is NULL, none is carried. The result is written in any case. */
+typedef int (*TzNormalizeFunction)(const char* fileName, const void* bytes, size_t size,
+                                   TzNormalizeResult* result);
+int tzNormalize(const char* fileName, const void* bytes, size_t size, TzNormalizeResult* result);
 
-/* Says of the drawing in a file, without changing anything, whether the module takes it as it is, and what of it is
- * refused, dropped or changed. With `asImage` not 0 it is a drawing that was refused as an image, and the reason is
- * looked for. The answer is in the result's notes, JSON, see normalize/check/CheckJson.h; there is no document. */
-typedef int (*TzCheckFunction)(const char *fileName, int asImage, TzNormalizeResult *result);
-int tzCheckDrawing(const char *fileName, int asImage, TzNormalizeResult *result);
+/* Says of the drawing in a file, without changing anything, whether the module takes it as it is, and what of
+ * it is refused, dropped or changed. With `asImage` not 0 it is a drawing that was refused as an image, and
+ * the reason is looked for. The answer is in the result's notes, JSON, see normalize/check/CheckJson.h; there
+ * is no document. */
+typedef int (*TzCheckFunction)(const char* fileName, int asImage, TzNormalizeResult* result);
+int tzCheckDrawing(const char* fileName, int asImage, TzNormalizeResult* result);
 
 /* Frees what a result holds, and empties it. An empty result is allowed. */
-typedef void (*TzNormalizeFreeFunction)(TzNormalizeResult *result);
-void tzNormalizeFree(TzNormalizeResult *result);
+typedef void (*TzNormalizeFreeFunction)(TzNormalizeResult* result);
+void tzNormalizeFree(TzNormalizeResult* result);
 
 #ifdef __cplusplus
 }

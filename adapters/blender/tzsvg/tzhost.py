@@ -123,7 +123,7 @@ def load_library(folder):
     for name in ("tzh_session_free", "tzh_scene_free", "tzh_last_error"):
         getattr(library, name).restype = None
     library.tzh_scene_notes.restype = ctypes.c_char_p
-    library.tzh_item_count.restype = ctypes.c_uint32
+    calls.tzh_item_count.restype = ctypes.c_uint32
     return library
 
 
@@ -131,17 +131,17 @@ class Session:
     """The module, on the thread that makes this. Used with `with`."""
 
     def __init__(self, folder):
-        self.library = load_library(folder)
+        self.calls = load_library(folder)
         self.handle = ctypes.c_void_p()
         self.raised = None  # by a callback: an exception cannot pass through the library
         module = os.path.join(folder, "tzsvg.so")
-        self.check(self.library.tzh_session_open(ctypes.byref(self.handle), module.encode("utf-8")))
+        self.check(self.calls.tzh_session_open(ctypes.byref(self.handle), module.encode("utf-8")))
 
     def __enter__(self):
         return self
 
     def __exit__(self, *_):
-        self.library.tzh_session_free(self.handle)
+        self.calls.tzh_session_free(self.handle)
 
     def check(self, status):
         if status == 0:
@@ -150,7 +150,7 @@ class Session:
             raised, self.raised = self.raised, None
             raise raised or Cancelled()
         error = made(ErrorInfo)
-        self.library.tzh_last_error(ctypes.byref(error))
+        self.calls.tzh_last_error(ctypes.byref(error))
         raise Failure((error.message or b"failed").decode("utf-8", "replace"))
 
     def callbacks(self, progress):
@@ -167,59 +167,59 @@ class Session:
         """The mesh items of a drawing, and what normalizing has to say: (items, notes)."""
         scene = ctypes.c_void_p()
         callbacks = self.callbacks(progress)
-        self.check(self.library.tzh_scene_import(
+        self.check(self.calls.tzh_scene_import(
             ctypes.byref(scene), self.handle, file.encode("utf-8"), NORMALIZE if normalize else 0,
             ctypes.byref(callbacks)))
         try:
-            items = [self.item(scene, i) for i in range(self.library.tzh_item_count(scene))]
-            notes = json.loads(self.library.tzh_scene_notes(scene).decode("utf-8"))
+            items = [self.item(scene, i) for i in range(self.calls.tzh_item_count(scene))]
+            notes = json.loads(self.calls.tzh_scene_notes(scene).decode("utf-8"))
             return items, notes.get("notes", [])
         finally:
-            self.library.tzh_scene_free(scene)
+            self.calls.tzh_scene_free(scene)
 
     def item(self, scene, index):
         info = made(ItemInfo)
-        self.check(self.library.tzh_item_get(scene, index, ctypes.byref(info)))
+        self.check(self.calls.tzh_item_get(scene, index, ctypes.byref(info)))
         counts = made(Counts)
-        self.check(self.library.tzh_mesh_counts(scene, index, ctypes.byref(counts)))
+        self.check(self.calls.tzh_mesh_counts(scene, index, ctypes.byref(counts)))
         item = Item((info.name or b"").decode("utf-8"), new_mesh(counts))
         arrays = arrays_of(item.mesh)
-        self.check(self.library.tzh_mesh_read(scene, index, ctypes.byref(arrays)))
+        self.check(self.calls.tzh_mesh_read(scene, index, ctypes.byref(arrays)))
         first, second = ctypes.c_char_p(), ctypes.c_char_p()
         identifier = ctypes.c_uint32()
         for i in range(info.tags):
-            self.check(self.library.tzh_item_tag(scene, index, i, ctypes.byref(identifier), ctypes.byref(first)))
+            self.check(self.calls.tzh_item_tag(scene, index, i, ctypes.byref(identifier), ctypes.byref(first)))
             item.tags[tag_name(identifier.value)] = first.value.decode("utf-8")
         for i in range(info.packages):
-            self.check(self.library.tzh_item_package(scene, index, i, ctypes.byref(first)))
+            self.check(self.calls.tzh_item_package(scene, index, i, ctypes.byref(first)))
             item.packages.append(first.value.decode("utf-8"))
         for i in range(info.channels):
-            self.check(self.library.tzh_item_channel(scene, index, i, ctypes.byref(first), ctypes.byref(second)))
+            self.check(self.calls.tzh_item_channel(scene, index, i, ctypes.byref(first), ctypes.byref(second)))
             item.channels[first.value.decode("utf-8")] = second.value.decode("utf-8")
         return item
 
     def write(self, items, file, progress=None):
         """Writes items as one drawing."""
         scene = ctypes.c_void_p()
-        self.check(self.library.tzh_scene_new(ctypes.byref(scene), self.handle))
+        self.check(self.calls.tzh_scene_new(ctypes.byref(scene), self.handle))
         try:
             for index, item in enumerate(items):
                 self.add(scene, index, item)
             callbacks = self.callbacks(progress)
-            self.check(self.library.tzh_scene_export(scene, file.encode("utf-8"), 0, ctypes.byref(callbacks)))
+            self.check(self.calls.tzh_scene_export(scene, file.encode("utf-8"), 0, ctypes.byref(callbacks)))
         finally:
-            self.library.tzh_scene_free(scene)
+            self.calls.tzh_scene_free(scene)
 
     def add(self, scene, index, item):
-        library, mesh = self.library, item.mesh
-        self.check(library.tzh_item_add(scene, b"mesh", item.name.encode("utf-8"), None))
+        calls, mesh = self.calls, item.mesh
+        self.check(calls.tzh_item_add(scene, b"mesh", item.name.encode("utf-8"), None))
         for name, text in item.tags.items():
-            self.check(library.tzh_item_set_tag(scene, index, tag_id(name), text.encode("utf-8")))
+            self.check(calls.tzh_item_set_tag(scene, index, tag_id(name), text.encode("utf-8")))
         for name in item.packages:
-            self.check(library.tzh_item_add_package(scene, index, name.encode("utf-8")))
+            self.check(calls.tzh_item_add_package(scene, index, name.encode("utf-8")))
         for name, text in item.channels.items():
-            self.check(library.tzh_item_set_channel(scene, index, name.encode("utf-8"), text.encode("utf-8")))
+            self.check(calls.tzh_item_set_channel(scene, index, name.encode("utf-8"), text.encode("utf-8")))
         counts = made(Counts, len(mesh.points), len(mesh.types), len(mesh.vertices), len(mesh.tag_ids),
                       len(mesh.text))
         arrays = arrays_of(mesh)
-        self.check(library.tzh_mesh_write(scene, index, ctypes.byref(counts), ctypes.byref(arrays)))
+        self.check(calls.tzh_mesh_write(scene, index, ctypes.byref(counts), ctypes.byref(arrays)))

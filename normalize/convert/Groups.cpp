@@ -22,6 +22,13 @@ bool isReference(const Style& style, Property property) {
     return value != u"none" && readReference(value).isUrl;
 }
 
+// Whether a reference leads to something of its kind; others are left out.
+bool leadsTo(const Conversion& conversion, const Style& style, Property property, Tag tag) {
+    if (!isReference(style, property)) return false;
+    const SourceElement* element = conversion.source.byId(readReference(style[property]).id);
+    return element && element->tag() == tag;
+}
+
 bool isBlended(const Style& style) {
     return style[Property::kMixBlendMode] != u"normal";
 }
@@ -78,8 +85,12 @@ void keepAttributes(const SourceElement& element, OutputElement& out) {
     }
 }
 
-bool hasGroupEffect(const Style& style) {
-    return isReference(style, Property::kMask) || style[Property::kFilter] != u"none" || isBlended(style);
+bool hasGroupEffect(const Conversion& conversion, const Style& style) {
+    const QStringView filter = style[Property::kFilter];
+    // Functions (blur() and the like) are noted where groups are finished.
+    const bool isFunction = filter != u"none" && !readReference(filter).isUrl;
+    return isFunction || leadsTo(conversion, style, Property::kFilter, Tag::kFilter) ||
+           leadsTo(conversion, style, Property::kMask, Tag::kMask) || isBlended(style);
 }
 
 void keepId(const Conversion& conversion, const SourceElement& element, OutputElement& out,
@@ -96,7 +107,7 @@ Group::Group(Conversion& conversion, const SourceElement& element, const Place& 
       target_(target),
       firstPath_(target.paths.size()),
       clipCount_(target.clips.size()),
-      hasEffect_(hasGroupEffect(place.style)),
+      hasEffect_(hasGroupEffect(conversion, place.style)),
       isCollecting_(!target.isMeasured && needsBox(place.style)) {
     target.isCollecting += isCollecting_;
     target.effects += hasEffect_;

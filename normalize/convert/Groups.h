@@ -57,7 +57,7 @@ class Group {
 };
 
 // Whether the style has what only a group can carry: a mask, a filter or a blend mode.
-bool hasGroupEffect(const Style& style);
+bool hasGroupEffect(const Conversion& conversion, const Style& style);
 
 // Tells what of an effect could not be carried.
 void noteEffect(Conversion& conversion, const SourceElement& element, const Effect& effect,

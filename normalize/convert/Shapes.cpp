@@ -95,7 +95,7 @@ Parts writeParts(Conversion& conversion, const Path& path, const Place& place, T
     PartWriter writer(conversion, path, place, look);
     Parts parts;
     parts.isOutOfSight = isOutOfSight(conversion, writer.mapped(), look.reach, hasEffect, target);
-    if (parts.isOutOfSight) return parts;
+    if (parts.isOutOfSight || !look.isVisible()) return parts;
     parts = writer.write(origin, limitsFor(conversion, writer.mapped(), look.reach, hasEffect, target));
     const auto far = std::remove_if(parts.shapes.begin(), parts.shapes.end(),
                                     [](const WrittenShape& shape) { return isTooFar(shape.box); });
@@ -187,7 +187,7 @@ void convertShape(Conversion& conversion, const SourceElement& shape, const Plac
     const bool isMarked = hasMarkers(shape, place);
     const Look look = resolveLook(conversion, path, place, object);
     if (!look.isVisible() && !isMarked) return;
-    const bool hasEffect = isMarked || hasGroupEffect(style);
+    const bool hasEffect = isMarked || hasGroupEffect(conversion, style);
     Parts parts = writeParts(conversion, path, place, shape.tag(), look, hasEffect, target);
     noteParts(conversion, shape, look, parts);
     if (parts.shapes.size() == 1 && !hasEffect) {

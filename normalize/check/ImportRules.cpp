@@ -51,6 +51,13 @@ class PlaneSearch {
     QVector3D second_;
 };
 
+// An element that is open, and the transform from its space to the document's.
+struct Around {
+    uint32_t element;
+    QTransform matrix;
+    bool isRead;  // all transforms up to here were
+};
+
 class ImportCheck {
   public:
     ImportCheck(const CheckedDocument& document, CheckReport& report)
@@ -163,26 +170,38 @@ class ImportCheck {
         const XmlNode* const last = document_.tree().top().lastChild();
         if (last != document_.elements().front().node) return;
         PlaneSearch plane;
+        std::vector<Around> around;
         for (uint32_t i = 0; i < document_.elements().size(); ++i) {
             const CheckedElement& element = document_.elements()[i];
-            if (element.isWalked && element.node->isShape()) convertShape(i, *element.node, plane);
+            while (!around.empty() && around.back().element != element.parent) around.pop_back();
+            Around own{i, {}, true};
+            // Not that of a "switch", which is gone by now.
+            if (element.node->element() != Element::kSwitch)
+                own.isRead = elementTransform(*element.node, own.matrix);
+            if (!around.empty()) {
+                own.matrix *= around.back().matrix;
+                own.isRead = own.isRead && around.back().isRead;
+            }
+            if (element.isWalked && element.node->isShape()) convertShape(own, plane);
+            around.push_back(own);
         }
         geometry_.spansPlane = plane.isFound();
     }
 
-    void convertShape(uint32_t element, const XmlNode& node, PlaneSearch& plane) {
-        QTransform transform;
-        if (!accumulatedTransform(node, transform)) {
-            refuseAncestor(element);
+    void convertShape(const Around& shape, PlaneSearch& plane) {
+        if (!shape.isRead) {
+            refuseAncestor(shape.element);
             return;
         }
+        QTransform transform = shape.matrix;
         // As it is mapped there, in two steps.
         transform *= QTransform().scale(1, -1);
         transform *= QTransform().translate(0, geometry_.flipHeight);
-        for (const QPointF& point : importedPoints(node, geometry_.lengths)) {
+        for (const QPointF& point :
+             importedPoints(*document_.elements()[shape.element].node, geometry_.lengths)) {
             const QPointF at = transform.map(point);
             if (!std::isfinite(at.x()) || !std::isfinite(at.y())) {
-                refuse(element, Attribute::kOther,
+                refuse(shape.element, Attribute::kOther,
                        {&kTooLow, QStringLiteral("a point too far away to be held")});
                 return;
             }

@@ -168,12 +168,11 @@ void writeGradientPaths(Writer& write, uint32_t gradients) {
     }
 }
 
-void writeFlatRects(Writer& write) {
-    constexpr uint32_t kShapes = 10000;
+void writeFlatRects(Writer& write, uint32_t shapes, uint32_t side) {
     Numbers& n = write.numbers;
-    for (uint32_t i = 0; i < kShapes; ++i) {
+    for (uint32_t i = 0; i < shapes; ++i) {
         write("<rect x=\"%g\" y=\"%g\" width=\"%g\" height=\"%g\" fill=\"#%06x\"/>\n", n.upTo(1000),
-              n.upTo(1000), n.upTo(24), n.upTo(24), n.below(0x1000000));
+              n.upTo(1000), n.upTo(side), n.upTo(side), n.below(0x1000000));
     }
 }
 
@@ -205,7 +204,10 @@ void writePicture(Writer& write, PictureKind kind) {
             writeIcon(write);
             break;
         case PictureKind::kRects:
-            writeFlatRects(write);
+            writeFlatRects(write, 10000, 24);
+            break;
+        case PictureKind::kManyRects:
+            writeFlatRects(write, 100000, 8);
             break;
         case PictureKind::kGradients40:
             writeGradientPaths(write, 40);
@@ -234,8 +236,12 @@ const char* nameOf(SceneKind kind) {
 }
 
 const char* nameOf(PictureKind kind) {
-    static constexpr const char* kNames[] = {"icon", "10000 rects", "10000 paths, 40 gradients",
-                                             "10000 paths, 200 gradients", "large curves"};
+    static constexpr const char* kNames[] = {"icon",
+                                             "10000 rects",
+                                             "100000 rects",
+                                             "10000 paths, 40 gradients",
+                                             "10000 paths, 200 gradients",
+                                             "large curves"};
     return kNames[static_cast<size_t>(kind)];
 }
 

@@ -21,6 +21,7 @@ const char* nameOf(SceneKind kind);
 enum class PictureKind {
     kIcon,          // a dozen curves with two gradients
     kRects,         // 10,000 flat rectangles
+    kManyRects,     // 100,000 of them
     kGradients40,   // 10,000 paths that share 40 gradients
     kGradients200,  // 10,000 paths that share 200
     kLargeCurves,   // five curves across the whole picture

@@ -156,6 +156,19 @@ bool TagAttributes::next() {
     return true;
 }
 
+bool mentionsUrl(std::string_view text) {
+    for (size_t at = text.find_first_of("uU"); at != std::string_view::npos;
+         at = text.find_first_of("uU", at + 1)) {
+        if (text.size() - at > 2 && (text[at + 1] | 0x20) == 'r' && (text[at + 2] | 0x20) == 'l') return true;
+    }
+    return false;
+}
+
+bool isNameCharacter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+           c == '.' || c == ':' || c == '-' || static_cast<unsigned char>(c) >= 0x80;
+}
+
 std::string_view nameOfTag(std::string_view tag) {
     const size_t begin = tag.substr(0, 2) == "</" ? 2 : 1;
     return tag.substr(begin, tag.find_first_of(" \t\r\n/>", begin) - begin);

@@ -3,6 +3,7 @@
 // to the next; what no rule allows is drawn. Used by DrawingParts; pure.
 #pragma once
 
+#include <algorithm>
 #include <string_view>
 
 namespace tzsvg {
@@ -52,5 +53,22 @@ class TagAttributes {
 
 // The name of the element that a tag starts or ends.
 std::string_view nameOfTag(std::string_view tag);
+
+// Whether a text may hold a reference of the form url(#id).
+bool mentionsUrl(std::string_view text);
+
+bool isNameCharacter(char c);
+
+// Hands every run of name characters to `use`: whatever brackets, marks and blanks a reference is written
+// with, the ID is one of them.
+template <class Use>
+void forEachName(std::string_view text, Use&& use) {
+    const char* const end = text.data() + text.size();
+    for (const char* at = text.data(); at != end;) {
+        const char* const begin = std::find_if(at, end, isNameCharacter);
+        at = std::find_if_not(begin, end, isNameCharacter);
+        if (begin != at) use(std::string_view(begin, static_cast<size_t>(at - begin)));
+    }
+}
 
 }  // namespace tzsvg

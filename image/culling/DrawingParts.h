@@ -61,6 +61,7 @@ class DrawingParts {
 
     // A marker is a path that no drawing has: it goes from (index, kMarkerY) to (index, kMarkerY + 1).
     static constexpr double kMarkerY = -9876543.0;
+    static constexpr std::string_view kMarkerDigits = "9876543";
     static constexpr uint32_t kNoPart = (1U << 24U) - 1;
 
   private:

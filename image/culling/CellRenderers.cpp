@@ -106,13 +106,15 @@ std::optional<CellRenderers::Cell> CellRenderers::cellFor(const TileView& view, 
     uint32_t depth = std::min(deepest, measured_->sharedDepth);
     Cell cell = cellAt(view.viewBox.center(), depth);
     size_t count = countOf(cell);
-    while (count > 2 * settings_.fewShapes && depth < deepest) {
+    const auto pays = [&] {
+        return (count + measured_->drawing.always().size()) * settings_.worthLoading <=
+               measured_->drawing.parts().size();
+    };
+    while ((count > 2 * settings_.fewShapes || !pays()) && depth < deepest) {
         cell = cellAt(view.viewBox.center(), ++depth);
         count = countOf(cell);
     }
-    const bool pays = (count + measured_->drawing.always().size()) * settings_.worthLoading <=
-                      measured_->drawing.parts().size();
-    if (!pays || !covers(cell, view)) return std::nullopt;
+    if (!pays() || !covers(cell, view)) return std::nullopt;
     return count == 0 ? kEmptyCell : cell;
 }
 

@@ -18,7 +18,8 @@ Normalized normalize(const QByteArray& bytes, const QString& fileName) {
     const auto drawing = convertDrawing(source, styles, fileName, result.notes);
     if (!drawing) {
         result.refused = {Refusal::kTooManyElements,
-                          QStringLiteral("its references make more than 200,000 elements of it"), 0, 0};
+                          QStringLiteral("its references make more than 200,000 elements or 64 MiB of it"), 0,
+                          0};
         return result;
     }
     result.document = writeDocument(*drawing, source);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -59,14 +60,21 @@ class Visit {
     bool isFirst_;
 };
 
-// How many elements are converted, each counted as often as a reference leads to it: a few nested `use`
-// elements can ask for billions.
+// How many elements are converted, each counted as often as a reference leads to it, and how much text comes
+// of it: a few nested `use` elements can ask for billions, as can long paths and gradients that many shapes
+// refer to.
 class ElementBudget {
   public:
     // For what references multiply; the document's own elements come on top.
     static constexpr size_t kMostExpanded = 200'000;
 
-    explicit ElementBudget(size_t documentElements) : left_(documentElements + kMostExpanded) {}
+    // Text beyond what the document's own becomes: coordinates get absolute and lines curves.
+    static constexpr size_t kMostTextAdded = size_t{64} << 20;
+    static constexpr size_t kMostTextGrowth = 32;
+
+    explicit ElementBudget(const SourceDocument& document)
+        : left_(document.elementCount() + kMostExpanded),
+          textLeft_(document.textSize() * kMostTextGrowth + kMostTextAdded) {}
 
     // Counts one element; false when there were too many, and from then on.
     bool spend() {
@@ -76,8 +84,15 @@ class ElementBudget {
     }
     bool isSpent() const { return left_ == 0; }
 
+    // Counts characters that are written, or points that are looked at; with too many nothing is left.
+    void spendText(size_t characters) {
+        if (characters > textLeft_) left_ = 0;
+        textLeft_ -= std::min(characters, textLeft_);
+    }
+
   private:
     size_t left_;
+    size_t textLeft_;
 };
 
 struct Place;
@@ -100,7 +115,7 @@ struct Conversion {
           base(toPage),
           grid(pageGrid),
           definitions(document),
-          budget(document.elementCount()) {}
+          budget(document) {}
 
     const SourceDocument& source;
     const Cascade& styles;

@@ -202,6 +202,8 @@ void Group::finish(OutputElement& out, Names names) {
             keepId(conversion_, element_, group_, target_);
             keepAttributes(element_, group_);
             if (!label_.empty()) group_.set("aria-label", std::move(label_));
+            for (const auto& attribute : group_.attributes())
+                conversion_.budget.spendText(attribute.value.size());
         }
         out.append(std::move(group_));
         return;

@@ -112,6 +112,7 @@ void writeInClip(Conversion& conversion, const Path& path, const Place& place, c
     const Effect clip = resolveClip(conversion, place, object);
     if (clip.kind == EffectKind::kDrawsNothing) return;
     if (clip.kind == EffectKind::kUrl) shape->element.set("clip-path", clip.url);
+    conversion.budget.spendText(shape->element.textSize());
     out.append(std::move(shape->element));
 }
 
@@ -163,6 +164,7 @@ void finishAlone(Conversion& conversion, const SourceElement& shape, const Place
 }  // namespace
 
 void appendDrawn(Conversion& conversion, WrittenShape shape, OutputElement& out, const Target& target) {
+    conversion.budget.spendText(shape.element.textSize());
     if (target.isDrawn) join(conversion.drawn, shape.box);
     out.append(std::move(shape.element));
 }
@@ -174,6 +176,7 @@ void convertShape(Conversion& conversion, const SourceElement& shape, const Plac
     const PlacedPath placed{outlineOf(shape, conversion.styles, place.viewport, style.fontSize()), place.ctm};
     const Path& path = placed.path;
     if (path.isEmpty()) return;
+    conversion.budget.spendText(path.points().size());
     const PlacedPaths object(placed);
     if (target.isMeasured) {
         if (target.isClip || mayBeSeen(path, place)) measure(conversion, path, place, target);

@@ -54,6 +54,7 @@ Reason SourceDocument::read(const QByteArray& bytes) {
     QString text;
     const Reason unreadable = textOfBytes(bytes, text);
     if (unreadable) return unreadable;
+    storage_->textSize = size_t(text.size());
     QXmlStreamReader reader(text);
     reader.setNamespaceProcessing(false);
     while (!reader.atEnd() && !reader.isStartElement()) reader.readNext();
@@ -80,6 +81,10 @@ Reason SourceDocument::read(const QByteArray& bytes) {
 
 const SourceElement& SourceDocument::root() const {
     return storage_->elements.front();
+}
+
+size_t SourceDocument::textSize() const {
+    return storage_->textSize;
 }
 
 size_t SourceDocument::elementCount() const {

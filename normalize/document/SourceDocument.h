@@ -36,6 +36,7 @@ class SourceDocument {
     const SourceElement& root() const;
 
     size_t elementCount() const;
+    size_t textSize() const;  // characters, as they were read
     const SourceElement& element(uint32_t index) const;
 
     // The first in document order that has the id; null when there is none.

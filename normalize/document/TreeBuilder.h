@@ -19,6 +19,7 @@ struct SourceDocument::Storage {
     std::deque<AttributeName> names;
     Arena<SourceAttribute> attributes;
     TextArena texts;
+    size_t textSize = 0;
     std::vector<Namespace> namespaces;
     QHash<QStringView, const SourceElement*> byId;
 };

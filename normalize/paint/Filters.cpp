@@ -57,6 +57,7 @@ Effect resolveFilter(Conversion& conversion, const Place& place, const PlacedPat
     const Style style = conversion.styles.computedFromRoot(*holder);
     for (const SourceElement* child = holder->firstChild(); child; child = child->nextSibling())
         appendPrimitive(conversion, *child, style, use, out);
+    conversion.budget.spendText(out.textSize());
     conversion.definitions.define(std::move(out));
     conversion.definitions.remember(key.text(), url);
     return {EffectKind::kUrl, url};

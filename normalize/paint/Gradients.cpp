@@ -117,6 +117,7 @@ std::optional<Paint> gradientPaint(Conversion& conversion, const SourceElement& 
     std::string id = conversion.definitions.freshName("paint", &gradient);
     const std::string url = urlTo(id);
     out.set("id", std::move(id));
+    conversion.budget.spendText(out.textSize());
     conversion.definitions.define(std::move(out));
     conversion.definitions.remember(key.text(), url);
     return Paint{url, 1.0};

@@ -23,6 +23,13 @@ const std::string* OutputElement::value(const char* name) const {
     return nullptr;
 }
 
+size_t OutputElement::textSize() const {
+    size_t size = 2 * std::strlen(name_) + text.size();
+    for (const Attribute& one : attributes_) size += std::strlen(one.name) + one.value.size();
+    for (const OutputElement& child : children_) size += child.textSize();
+    return size;
+}
+
 void OutputElement::takeChildren(OutputElement& other) {
     children_.insert(children_.end(), std::make_move_iterator(other.children_.begin()),
                      std::make_move_iterator(other.children_.end()));

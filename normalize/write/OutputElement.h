@@ -40,6 +40,9 @@ class OutputElement {
     // Moves all children of `other` behind the own ones.
     void takeChildren(OutputElement& other);
 
+    // About how many characters it takes, with all that it holds.
+    size_t textSize() const;
+
     // Text in front of the children, in UTF-8, not escaped.
     std::string text;
 

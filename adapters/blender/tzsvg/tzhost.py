@@ -123,7 +123,7 @@ def load_library(folder):
     for name in ("tzh_session_free", "tzh_scene_free", "tzh_last_error"):
         getattr(library, name).restype = None
     library.tzh_scene_notes.restype = ctypes.c_char_p
-    calls.tzh_item_count.restype = ctypes.c_uint32
+    library.tzh_item_count.restype = ctypes.c_uint32
     return library
 
 

@@ -8,6 +8,7 @@
 #include <QImage>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+#include <cmath>
 
 #include "normalize/Normalize.h"
 #include "tests/normalize/Likeness.h"

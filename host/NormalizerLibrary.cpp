@@ -14,7 +14,7 @@ namespace {
 constexpr const char* kLibraryName = "libtznormalize.so";
 
 struct Loaded {
-    NormalizerLibrary library;
+    NormalizerLibrary entries;
     std::string failure;  // why there is none
 };
 
@@ -39,7 +39,7 @@ std::string libraryFile() {
 Loaded load() {
     void* const handle = dlopen(libraryFile().c_str(), RTLD_NOW | RTLD_LOCAL);
     Loaded loaded;
-    NormalizerLibrary& library = loaded.library;
+    NormalizerLibrary& library = loaded.entries;
     if (handle) {
         library.normalize = reinterpret_cast<TzNormalizeFunction>(dlsym(handle, "tzNormalize"));
         library.check = reinterpret_cast<TzCheckFunction>(dlsym(handle, "tzCheckDrawing"));
@@ -63,7 +63,7 @@ const NormalizerLibrary& NormalizerLibrary::loaded() {
     static const Loaded kLoaded = load();
     if (!kLoaded.failure.empty())
         throw OperationError(kLibraryName, "load normalizer", kTzNotFound, kLoaded.failure);
-    return kLoaded.library;
+    return kLoaded.entries;
 }
 
 std::string textOf(const rapidjson::Value& object, const char* key) {

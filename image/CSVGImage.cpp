@@ -1,4 +1,4 @@
-// See the header. Made by CSVGImageLoader; draws through TileRenderer.
+// Made by CSVGImageLoader; draws through TileRenderer.
 #include "image/CSVGImage.h"
 
 #include <algorithm>

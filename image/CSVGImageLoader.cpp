@@ -1,4 +1,4 @@
-// See the header. The host comes here; from here it goes to CSVGImage.
+// The host comes here; from here it goes to CSVGImage.
 #include "image/CSVGImageLoader.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// See the header. First the streaming look at the bare text, which bounds what everything after it costs;
+// First the streaming look at the bare text, which bounds what everything after it costs;
 // then the elements, by Qt's own reader on the same bytes, so that no trick of encoding, entity or
 // default attribute shows the renderer another document than the one looked at.
 #include "image/DocumentGuard.h"

@@ -1,4 +1,3 @@
-// See the header.
 #include "image/DrawingCost.h"
 
 #include <QPainter>

@@ -1,4 +1,3 @@
-// See the header.
 #include "image/FileStamp.h"
 
 #include <sys/stat.h>

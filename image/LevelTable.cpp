@@ -1,4 +1,4 @@
-// See the header. Plain arithmetic, in double precision throughout: the sizes are part of what scenes store.
+// Plain arithmetic, in double precision throughout: the sizes are part of what scenes store.
 #include "image/LevelTable.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// See the header. The rules by which a link becomes a file are the renderer's: names are taken as they stand,
+// The rules by which a link becomes a file are the renderer's: names are taken as they stand,
 // with no percent decoding, and a name without an ending is tried with the endings of all image formats.
 #include "image/LinkedFiles.h"
 

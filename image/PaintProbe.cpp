@@ -1,4 +1,3 @@
-// See the header.
 #include "image/PaintProbe.h"
 
 #include <QPainterPath>

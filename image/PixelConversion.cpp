@@ -1,4 +1,4 @@
-// See the header. QColor widens a channel to 16 bits and divides by 65535, which is c / 255: 256 values,
+// QColor widens a channel to 16 bits and divides by 65535, which is c / 255: 256 values,
 // worked out once. PixelConversion/equalsQColor compares them all.
 #include "image/PixelConversion.h"
 

@@ -1,4 +1,4 @@
-// See the header. CSVGImage owns a pool; TileRenderer borrows from it.
+// CSVGImage owns a pool; TileRenderer borrows from it.
 #include "image/RendererPool.h"
 
 #include <QStringList>

@@ -1,5 +1,3 @@
-// See the header.
-//
 // The view box is shifted and cut in pixels of the document's size, not in units of its view box. Meant so: a
 // document whose size and view box differ shows the top left piece of its view box that is as large as its
 // size. TileGeometry/sizeAndViewBoxDiffer pins it.

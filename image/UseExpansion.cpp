@@ -1,4 +1,4 @@
-// See the header. The cost of an ID is the number of elements that drawing what it names visits.
+// The cost of an ID is the number of elements that drawing what it names visits.
 #include "image/UseExpansion.h"
 
 #include <algorithm>

@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/Normalize.h"
 
 #include "normalize/convert/Drawing.h"

@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/Notes.h"
 
 #include <utility>

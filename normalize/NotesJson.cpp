@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/NotesJson.h"
 
 #include <rapidjson/prettywriter.h>

@@ -1,4 +1,3 @@
-// See the header.
 #include "bench/exact/TileComparison.h"
 
 #include <alloca.h>

@@ -1,4 +1,3 @@
-// See the header.
 #include "image/culling/CellRenderers.h"
 
 #include <algorithm>

@@ -1,4 +1,3 @@
-// See the header.
 #include "image/culling/CullingRules.h"
 
 #include <QtGlobal>

@@ -1,4 +1,4 @@
-// See the header. The text is read in PartScanner.cpp.
+// The text is read in PartScanner.cpp.
 #include "image/culling/DrawingParts.h"
 
 #include <algorithm>

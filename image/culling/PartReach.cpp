@@ -1,4 +1,3 @@
-// See the header.
 #include "image/culling/PartReach.h"
 
 #include <algorithm>

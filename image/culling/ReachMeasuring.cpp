@@ -1,4 +1,4 @@
-// See the header. Every shape comes after a marker, a path that says by its coordinates which shape comes
+// Every shape comes after a marker, a path that says by its coordinates which shape comes
 // next. What is painted after it belongs to the shape; what is painted without a marker of its own only makes
 // the reach of the one before larger. A shape whose marker does not come (in a group that is not displayed)
 // counts as reaching everywhere, and so do those that cannot be measured.

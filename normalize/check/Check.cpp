@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/check/Check.h"
 
 #include "normalize/check/CheckedDocument.h"

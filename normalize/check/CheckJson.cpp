@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/check/CheckJson.h"
 
 #include <rapidjson/prettywriter.h>

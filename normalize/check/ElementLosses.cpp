@@ -1,4 +1,4 @@
-// See the header. The walk goes over the drawing as it is meant, and asks the module's tree at each element.
+// The walk goes over the drawing as it is meant, and asks the module's tree at each element.
 #include "normalize/check/ElementLosses.h"
 
 #include "normalize/check/LossContext.h"

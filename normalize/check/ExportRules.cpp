@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/check/ExportRules.h"
 
 #include <unordered_set>

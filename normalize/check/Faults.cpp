@@ -1,4 +1,4 @@
-// See the header. The import's scanner and the normalizer's walk over the same numbers: where they part is
+// The import's scanner and the normalizer's walk over the same numbers: where they part is
 // the fault.
 #include "normalize/check/Faults.h"
 

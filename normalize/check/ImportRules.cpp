@@ -1,4 +1,4 @@
-// See the header. In the order of a load: all shapes are measured, groups are numbered, shapes are converted.
+// In the order of a load: all shapes are measured, groups are numbered, shapes are converted.
 #include "normalize/check/ImportRules.h"
 
 #include <QVector3D>

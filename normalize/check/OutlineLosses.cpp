@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/check/OutlineLosses.h"
 
 #include <QGraphicsItem>

@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/check/Recognition.h"
 
 #include <QXmlStreamReader>

@@ -1,4 +1,4 @@
-// See the header. What is meant comes from the cascade, what is kept from the module's readers.
+// What is meant comes from the cascade, what is kept from the module's readers.
 #include "normalize/check/ShapeLosses.h"
 
 #include "normalize/check/OutlineLosses.h"

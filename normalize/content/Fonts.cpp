@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/content/Fonts.h"
 
 #include <fontconfig/fontconfig.h>

@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/content/TextPieces.h"
 
 #include <algorithm>

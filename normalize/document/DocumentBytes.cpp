@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/document/DocumentBytes.h"
 
 #include <iconv.h>

@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/document/Names.h"
 
 #include <QHash>

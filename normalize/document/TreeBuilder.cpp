@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/document/TreeBuilder.h"
 
 #include <algorithm>

@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/geometry/PathText.h"
 
 #include <algorithm>

@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/paint/ClipPaths.h"
 
 #include "normalize/convert/Content.h"

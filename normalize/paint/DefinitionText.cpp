@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/paint/DefinitionText.h"
 
 #include "normalize/write/Grid.h"

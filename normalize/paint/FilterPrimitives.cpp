@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/paint/FilterPrimitives.h"
 
 #include <cmath>

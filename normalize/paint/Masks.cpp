@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/paint/Masks.h"
 
 #include "normalize/convert/Content.h"

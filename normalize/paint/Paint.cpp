@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/paint/Paint.h"
 
 #include "normalize/convert/Conversion.h"

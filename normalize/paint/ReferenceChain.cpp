@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/paint/ReferenceChain.h"
 
 #include <algorithm>

@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/style/Selector.h"
 
 #include <QString>

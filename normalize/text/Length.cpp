@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/text/Length.h"
 
 #include <array>

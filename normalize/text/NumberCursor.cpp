@@ -1,4 +1,4 @@
-// See the header. Plain numbers are read at once, those with exponents or many digits by the toolkit's rules.
+// Plain numbers are read at once, those with exponents or many digits by Qt's rules.
 #include "normalize/text/NumberCursor.h"
 
 #include <algorithm>

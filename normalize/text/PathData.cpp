@@ -1,4 +1,4 @@
-// See the header. One reader object per text, one small function per kind of command.
+// One reader object per text, one small function per kind of command.
 #include "normalize/text/PathData.h"
 
 #include "normalize/geometry/Arc.h"

@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/text/Transform.h"
 
 #include <array>

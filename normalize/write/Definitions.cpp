@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/write/Definitions.h"
 
 #include <string_view>

@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/write/Grid.h"
 
 #include <array>

@@ -1,4 +1,3 @@
-// See the header.
 #include "normalize/write/OutputElement.h"
 
 #include <cstring>

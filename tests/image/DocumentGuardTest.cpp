@@ -5,110 +5,16 @@
 #include <sys/stat.h>
 #include <zlib.h>
 
-#include <QBuffer>
 #include <QFile>
-#include <QImage>
 #include <QTemporaryDir>
 
 #include "image/RendererPool.h"
 #include "svg/GuiApplication.h"
+#include "tests/image/GuardedDocuments.h"
 
 using namespace tzsvg;
 
 namespace {
-
-QByteArray svg(const QByteArray& content) {
-    return "<svg xmlns='http://www.w3.org/2000/svg' xmlns:xlink='http://www.w3.org/1999/xlink' width='9' "
-           "height='9'>" +
-           content + "</svg>";
-}
-
-QByteArray image(const QByteArray& href) {
-    return svg("<image width='9' height='9' xlink:href='" + href + "'/>");
-}
-
-QByteArray pngBytes() {
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    QImage pixels(2, 2, QImage::Format_ARGB32);
-    pixels.fill(Qt::red);
-    pixels.save(&buffer, "PNG");
-    return bytes;
-}
-
-// Uses of uses, each doubling: 2^n elements.
-QByteArray doubling(int n) {
-    QByteArray content = "<rect id='a0' width='1' height='1'/>";
-    for (int i = 1; i <= n; ++i) {
-        const QByteArray use = "<use xlink:href='#a" + QByteArray::number(i - 1) + "'/>";
-        content += "<g id='a" + QByteArray::number(i) + "'>" + use + use + "</g>";
-    }
-    return svg(content);
-}
-
-QByteArray chain(int n) {
-    QByteArray content = "<rect id='a0' width='1' height='1'/>";
-    for (int i = 1; i <= n; ++i)
-        content +=
-            "<use id='a" + QByteArray::number(i) + "' xlink:href='#a" + QByteArray::number(i - 1) + "'/>";
-    return svg(content);
-}
-
-// The same with the last one first: each leads on to one that is not yet counted.
-QByteArray chainFromItsEnd(int n) {
-    QByteArray content;
-    for (int i = n; i >= 1; --i)
-        content +=
-            "<use id='a" + QByteArray::number(i) + "' xlink:href='#a" + QByteArray::number(i - 1) + "'/>";
-    return svg(content + "<rect id='a0' width='1' height='1'/>");
-}
-
-QByteArray nested(int n) {
-    return svg(QByteArray("<g>").repeated(n) + QByteArray("</g>").repeated(n));
-}
-
-QByteArray attributes(int n) {
-    QByteArray element = "<rect";
-    for (int i = 0; i < n; ++i) element += " a" + QByteArray::number(i) + "='1'";
-    return svg(element + "/>");
-}
-
-QByteArray stops(int n) {
-    return svg("<linearGradient id='a'>" + QByteArray("<stop/>").repeated(n) + "</linearGradient>");
-}
-
-// A polyline of `n` lines across the drawing and a path of one, with such dashes.
-QByteArray dashed(int n, const char* dashes) {
-    QByteArray points;
-    for (int i = 0; i <= n; ++i) points += i % 2 ? "100,50 " : "0,50 ";
-    const QByteArray stroke =
-        QByteArray(" stroke='red' fill='none' style='stroke-dasharray:") + dashes + "'/>";
-    return "<svg xmlns='http://www.w3.org/2000/svg' width='100' height='100'><polyline points='" + points +
-           "'" + stroke + "<path d='M0 0L100 0'" + stroke + "</svg>";
-}
-
-QByteArray scaled(QByteArray document, const QByteArray& attributes) {
-    return document.replace("<polyline", "<polyline transform='scale(1000)' " + attributes);
-}
-
-QByteArray styled(int rules, int elements, const char* rule = "a{b:c}") {
-    return svg("<style>" + QByteArray(rule).repeated(rules) + "</style>" +
-               QByteArray("<g/>").repeated(elements));
-}
-
-QByteArray gzip(QByteArray bytes) {
-    z_stream stream = {};
-    deflateInit2(&stream, 1, Z_DEFLATED, MAX_WBITS + 16, 8, Z_DEFAULT_STRATEGY);
-    QByteArray packed(static_cast<int>(deflateBound(&stream, static_cast<uLong>(bytes.size()))), '\0');
-    stream.next_in = reinterpret_cast<Bytef*>(bytes.data());
-    stream.avail_in = static_cast<uInt>(bytes.size());
-    stream.next_out = reinterpret_cast<Bytef*>(packed.data());
-    stream.avail_out = static_cast<uInt>(packed.size());
-    deflate(&stream, Z_FINISH);
-    packed.truncate(static_cast<int>(stream.total_out));
-    deflateEnd(&stream);
-    return packed;
-}
 
 struct GuardTest : ::testing::Test {
     GuardTest() {

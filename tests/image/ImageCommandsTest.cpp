@@ -3,8 +3,8 @@
 
 #include <QImage>
 #include <algorithm>
+#include <cctype>
 #include <cstring>
-#include <regex>
 
 #include "tests/common/ProgramRun.h"
 
@@ -48,7 +48,9 @@ TEST_F(ImageCommands, keepTheLogOfARefusal) {
 
 TEST_F(ImageCommands, imageInfo) {
     ASSERT_EQ(run("image-info half.svg --json"), 0) << folder_.read(".err");
-    const std::string info = std::regex_replace(folder_.read(".out"), std::regex("\\s+"), "");
+    std::string info = folder_.read(".out");
+    info.erase(std::remove_if(info.begin(), info.end(), [](unsigned char c) { return std::isspace(c); }),
+               info.end());
     const auto levels = info.find(R"("levels":[)");
     ASSERT_NE(levels, std::string::npos) << info;
     EXPECT_EQ(info.substr(0, levels),
@@ -83,9 +85,9 @@ TEST_F(ImageCommands, tileAndSample) {
 
 TEST_F(ImageCommands, pyramid) {
     ASSERT_EQ(run("pyramid half.svg out --max-level 10 --threads 3"), 0) << folder_.read(".err");
-    EXPECT_TRUE(std::regex_match(
-        folder_.read(".out"), std::regex(R"(half\.svg: 25 tiles written, 0 kept, .* -> out/index\.html\n)")))
+    EXPECT_EQ(folder_.read(".out").rfind("half.svg: 25 tiles written, 0 kept, ", 0), 0U)
         << folder_.read(".out");
+    EXPECT_PRED_FORMAT2(testing::IsSubstring, " -> out/index.html\n", folder_.read(".out"));
     EXPECT_NE(folder_.read("out/pyramid.dzi").find(R"(<Size Width="1024" Height="683"/>)"),
               std::string::npos);
     EXPECT_NE(folder_.read("out/index.html").find("[512, 342], [1024, 683]]"), std::string::npos);
@@ -105,7 +107,7 @@ TEST_F(ImageCommands, pyramid) {
     std::filesystem::remove(folder_ / "out/pyramid_files/10/1_1.png");
     std::filesystem::last_write_time(folder_ / "out/pyramid_files/9/0_0.png", began - std::chrono::hours(1));
     ASSERT_EQ(run("pyramid half.svg out --max-level 10"), 0);
-    EXPECT_TRUE(std::regex_search(folder_.read(".out"), std::regex("2 tiles written, 23 kept")));
+    EXPECT_PRED_FORMAT2(testing::IsSubstring, "2 tiles written, 23 kept", folder_.read(".out"));
     EXPECT_EQ(picture("out/pyramid_files/10/1_1.png"), inner);
 }
 
@@ -117,10 +119,10 @@ TEST_F(ImageCommands, pyramidOfAnotherDrawing) {
     std::filesystem::last_write_time(other, std::filesystem::last_write_time(other) - std::chrono::hours(1));
     ASSERT_EQ(run("pyramid half.svg out --max-level 8"), 0) << folder_.read(".err");
     ASSERT_EQ(run("pyramid other.svg out --max-level 7"), 0) << folder_.read(".err");
-    EXPECT_TRUE(std::regex_search(folder_.read(".out"), std::regex("8 tiles written, 0 kept")));
+    EXPECT_PRED_FORMAT2(testing::IsSubstring, "8 tiles written, 0 kept", folder_.read(".out"));
     // The first drawing's tile of the finest level is still there, and not taken for the second one's.
     ASSERT_EQ(run("pyramid other.svg out --max-level 8"), 0) << folder_.read(".err");
-    EXPECT_TRUE(std::regex_search(folder_.read(".out"), std::regex("1 tiles written, 8 kept")));
+    EXPECT_PRED_FORMAT2(testing::IsSubstring, "1 tiles written, 8 kept", folder_.read(".out"));
     EXPECT_EQ(picture("out/pyramid_files/8/0_0.png").pixel(200, 100), qRgba(0, 0xFF, 0, 0xFF));
 }
 

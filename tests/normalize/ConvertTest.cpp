@@ -8,15 +8,6 @@
 namespace tznormalize {
 namespace {
 
-struct Row {
-    const char* name;
-    const char* content;
-};
-
-void expectAlike(const std::vector<Row>& rows) {
-    for (const Row& row : rows) EXPECT_EQ(whatDiffersInPage(row.content).toStdString(), "") << row.name;
-}
-
 TEST(Convert, structure) {
     expectAlike({
         {"nothing", ""},

@@ -1,5 +1,7 @@
 #include "tests/normalize/Likeness.h"
 
+#include <gtest/gtest.h>
+
 #include <QFile>
 #include <QImage>
 #include <QProcess>
@@ -140,6 +142,17 @@ QString whatDiffersInPage(const QByteArray& content) {
         "<svg xmlns=\"http://www.w3.org/2000/svg\" xmlns:xlink=\"http://www.w3.org/1999/xlink\" "
         "width=\"100\" height=\"100\" viewBox=\"0 0 100 100\">" +
         content + "</svg>");
+}
+
+void expectAlike(const std::vector<AlikeRow>& rows) {
+    for (const AlikeRow& row : rows) EXPECT_EQ(whatDiffersInPage(row.content).toStdString(), "") << row.name;
+}
+
+void expectDefinedAlike(const std::vector<DefinedRow>& rows) {
+    for (const DefinedRow& row : rows) {
+        const QByteArray content = QByteArray("<defs>") + row.definition + "</defs>" + row.content;
+        EXPECT_EQ(whatDiffersInPage(content).toStdString(), "") << row.name;
+    }
 }
 
 }  // namespace tznormalize

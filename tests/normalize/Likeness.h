@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <vector>
 
 namespace tznormalize {
 
@@ -13,5 +14,20 @@ QString whatDiffers(const QByteArray& drawing);
 
 // The same for the content of an svg element of 100 by 100 units, written with the XLink namespace declared.
 QString whatDiffersInPage(const QByteArray& content);
+
+// Fails for each content that differs.
+struct AlikeRow {
+    const char* name;
+    const char* content;
+};
+void expectAlike(const std::vector<AlikeRow>& rows);
+
+// The same with definitions, which the content uses.
+struct DefinedRow {
+    const char* name;
+    const char* definition;
+    const char* content;
+};
+void expectDefinedAlike(const std::vector<DefinedRow>& rows);
 
 }  // namespace tznormalize

@@ -4,9 +4,10 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <string>
 #include <vector>
+
+#include "host/io/InputFile.h"
 
 namespace tzhost {
 
@@ -39,7 +40,7 @@ struct DrawingCheck {
 enum class CheckFor { kScene, kImage };
 
 // Throws OperationError: steps "open", "load normalizer" and "check". [any thread]
-DrawingCheck checkDrawing(const std::filesystem::path& file, CheckFor purpose = CheckFor::kScene);
+DrawingCheck checkDrawing(const InputFile& file, CheckFor purpose = CheckFor::kScene);
 
 // "<path id="a"> d: "1e-5" has an exponent", without the file and the place.
 std::string describe(const CheckFinding& finding);

@@ -14,9 +14,9 @@ namespace {
 // What differs when the file has changed; all zero when it does not exist.
 using FileState = std::tuple<uint64_t, int64_t, int64_t, int64_t>;
 
-FileState stateOf(const std::filesystem::path& file) {
+FileState stateOf(const InputFile& file) {
     struct stat status {};
-    if (stat(file.c_str(), &status) != 0) return {};
+    if (stat(file.readName().c_str(), &status) != 0) return {};
     return {status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
 }
 
@@ -25,7 +25,7 @@ FileState stateOf(const std::filesystem::path& file) {
 class Drawing::NormalizedCopy {
   public:
     // The state is taken before the file is read: a change in between is found by the next refresh().
-    explicit NormalizedCopy(const std::filesystem::path& file)
+    explicit NormalizedCopy(const InputFile& file)
         : file_(file), state_(stateOf(file)), text_(normalizeFile(file)), copy_(text_.document) {
         text_.document = {};
     }
@@ -44,21 +44,21 @@ class Drawing::NormalizedCopy {
     }
 
   private:
-    const std::filesystem::path file_;
+    const InputFile file_;
     std::mutex lock_;  // guards the state and the copy's content
     FileState state_;
     NormalizedText text_;
     PrivateFile copy_;
 };
 
-Drawing Drawing::normalized(const std::filesystem::path& file) {
+Drawing Drawing::normalized(const InputFile& file) {
     Drawing drawing(file);
-    inStep(file.native(), "normalize", [&] { drawing.copy_ = std::make_shared<NormalizedCopy>(file); });
+    inStep(file.name(), "normalize", [&] { drawing.copy_ = std::make_shared<NormalizedCopy>(file); });
     return drawing;
 }
 
 const std::string& Drawing::readName() const {
-    return copy_ ? copy_->name() : file_.native();
+    return copy_ ? copy_->name() : file_.readName();
 }
 
 const NormalizedText* Drawing::normalization() const {

@@ -2,12 +2,12 @@
 // import and every image begins with one; a path is one that is loaded as it is.
 #pragma once
 
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <type_traits>
 
 #include "host/Normalizer.h"
+#include "host/io/InputFile.h"
 
 namespace tzhost {
 
@@ -16,16 +16,16 @@ class Drawing {
     Drawing() = default;  // of no file
 
     // The file as it is. Implicit: a path converts to a drawing.
-    template <class Name, class = std::enable_if_t<std::is_convertible_v<const Name&, std::filesystem::path>>>
+    template <class Name, class = std::enable_if_t<std::is_convertible_v<const Name&, InputFile>>>
     Drawing(const Name& file) : file_(file) {}
 
     // Normalized first. Loaders read a private file in memory, which lives as long as the last copy of this
     // object. Throws what normalizeFile() does. The notes are those of the first time.
-    static Drawing normalized(const std::filesystem::path& file);
+    static Drawing normalized(const InputFile& file);
 
-    // As the user named it; for messages, too.
-    const std::filesystem::path& file() const { return file_; }
-    const std::string& name() const { return file_.native(); }
+    const InputFile& file() const { return file_; }
+    // For messages: as the user named it.
+    const std::string& name() const { return file_.name(); }
 
     // What loaders open.
     const std::string& readName() const;
@@ -41,7 +41,7 @@ class Drawing {
   private:
     class NormalizedCopy;
 
-    std::filesystem::path file_;
+    InputFile file_;
     std::shared_ptr<NormalizedCopy> copy_;
 };
 

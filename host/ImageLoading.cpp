@@ -25,8 +25,8 @@ CTzPtr<ITzImageLoader> recognise(const Host& host, TzLoadAccess& access) {
 
 LoadedImage loadImage(const Host& host, const Drawing& drawing) {
     requireReadable(drawing.file());
-    requireUtf8Name(drawing.file(), "open");
     const std::string& fileName = drawing.name();
+    requireUtf8Name(fileName, "open");
     const Progress progress(host.observer(), "opening " + fileName);
     TzLoadAccess access{};
     access.fileName = tzText(drawing.readName());

@@ -59,18 +59,24 @@ ModuleLibrary::~ModuleLibrary() {
 std::vector<std::string> ModuleLibrary::unload() {
     std::vector<std::string> reports;
     if (!library_) return reports;
-
     host_.servers().forget();
+    shutDown(reports);
+    for (std::string& report : host_.foreignReferences()) reports.push_back(std::move(report));
+    close(!reports.empty());
+    return reports;
+}
+
+void ModuleLibrary::shutDown(std::vector<std::string>& reports) {
     const TzResult shutDown = module_->shutdown();
     if (tzFailed(shutDown))
         reports.push_back(std::string("shutdown of the module: ") + tzResultText(shutDown));
     const uint32_t left = module_.detach()->release();
     if (left != 0) reports.push_back("module: " + std::to_string(left) + " references not released");
-    for (std::string& report : host_.foreignReferences()) reports.push_back(std::move(report));
+}
 
+void ModuleLibrary::close(bool mayStillBeCalled) {
     void* const library = library_.release();
-    if (reports.empty()) CloseLibrary()(library);
-    return reports;
+    if (!mayStillBeCalled) CloseLibrary()(library);
 }
 
 void ModuleLibrary::create(const std::string& fileName) {
@@ -90,6 +96,27 @@ void ModuleLibrary::create(const std::string& fileName) {
     }
     if (!module) throw OperationError(fileName, "create module", tzFailed(result) ? result : kTzFailed);
     module_ = CTzPtr<ITzModule>::adopt(module);
+}
+
+Session::Session(const std::vector<std::filesystem::path>& moduleFiles, std::shared_ptr<Observer> observer)
+    : host(std::move(observer)) {
+    for (const std::filesystem::path& file : moduleFiles)
+        modules_.push_back(std::make_unique<ModuleLibrary>(host, file));
+}
+
+Session::~Session() {
+    tzGate([&] { unload(); });
+}
+
+std::vector<std::string> Session::unload() {
+    std::vector<std::string> reports;
+    host.servers().forget();
+    std::vector<std::unique_ptr<ModuleLibrary>> modules;
+    modules.swap(modules_);
+    for (size_t i = modules.size(); i > 0; --i) modules[i - 1]->shutDown(reports);
+    for (std::string& report : host.foreignReferences()) reports.push_back(std::move(report));
+    for (const auto& module : modules) module->close(!reports.empty());
+    return reports;
 }
 
 }  // namespace tzhost

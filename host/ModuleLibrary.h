@@ -1,5 +1,5 @@
 // A module in a shared library: loads it, checks its SDK version, initialises it with the host, and unloads
-// it in the order objects, module, library.
+// it in the order objects, module, library. A session is a host with its modules.
 #pragma once
 
 #include <filesystem>
@@ -27,6 +27,10 @@ class ModuleLibrary {
     // code may still be called stays loaded.
     std::vector<std::string> unload();
 
+    // The two halves of it, where a host has several modules: all are shut down before the first is closed.
+    void shutDown(std::vector<std::string>& reports);
+    void close(bool mayStillBeCalled);
+
   private:
     struct CloseLibrary {
         void operator()(void* library) const;
@@ -39,14 +43,25 @@ class ModuleLibrary {
     CTzPtr<ITzModule> module_;
 };
 
-// A host with its module, loaded and unloaded together.
-struct Session {
-    // Throws OperationError when the module cannot be loaded.
+// A host with its modules, loaded and unloaded together. Their servers are asked in the order of the files.
+class Session {
+  public:
+    // Throws OperationError when a module cannot be loaded.
+    explicit Session(const std::vector<std::filesystem::path>& moduleFiles,
+                     std::shared_ptr<Observer> observer = nullptr);
     explicit Session(const std::filesystem::path& moduleFile, std::shared_ptr<Observer> observer = nullptr)
-        : host(std::move(observer)), module(host, moduleFile) {}
+        : Session(std::vector<std::filesystem::path>{moduleFile}, std::move(observer)) {}
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    // As ModuleLibrary::unload(), of all of them.
+    std::vector<std::string> unload();
 
     Host host;
-    ModuleLibrary module;
+
+  private:
+    std::vector<std::unique_ptr<ModuleLibrary>> modules_;
 };
 
 }  // namespace tzhost

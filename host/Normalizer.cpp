@@ -20,18 +20,21 @@ namespace {
 
 }  // namespace
 
-NormalizedText normalizeFile(const std::filesystem::path& file) {
+NormalizedText normalizeFile(const InputFile& file) {
     requireReadable(file);
-    requireUtf8Name(file, "open");
+    requireUtf8Name(file.name(), "open");
+    const std::string& name = file.name();
+    const std::string text = file.isText() ? contentOf(file) : "";
     const NormalizerLibrary& library = NormalizerLibrary::loaded();
     NormalizerResult result(library);
-    const int code = library.normalize(file.c_str(), nullptr, 0, result.get());
-    if (code == TZNORMALIZE_FAILED) throw OperationError(file.native(), "normalize", kTzOutOfMemory);
+    const int code =
+        library.normalize(name.c_str(), file.isText() ? text.data() : nullptr, text.size(), result.get());
+    if (code == TZNORMALIZE_FAILED) throw OperationError(name, "normalize", kTzOutOfMemory);
     NormalizedText normalized;
     normalized.notesJson = result.notes();
     rapidjson::Document report;
     report.Parse(normalized.notesJson.data(), normalized.notesJson.size());
-    if (code == TZNORMALIZE_REFUSED) throwRefusal(file.native(), report["refused"]);
+    if (code == TZNORMALIZE_REFUSED) throwRefusal(name, report["refused"]);
     normalized.document = result.document();
     normalized.moreNotes = report["more"].GetUint64();
     for (const rapidjson::Value& note : report["notes"].GetArray()) {

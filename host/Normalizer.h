@@ -4,9 +4,10 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <string>
 #include <vector>
+
+#include "host/io/InputFile.h"
 
 namespace tzhost {
 
@@ -30,7 +31,8 @@ struct NormalizedText {
 };
 
 // Throws OperationError: steps "open", "load normalizer" and "normalize", whose reason says what is wrong
-// with the drawing and where. [any thread]
-NormalizedText normalizeFile(const std::filesystem::path& file);
+// with the drawing and where. Linked pictures are looked for beside the file, those of a text in the current
+// folder. [any thread]
+NormalizedText normalizeFile(const InputFile& file);
 
 }  // namespace tzhost

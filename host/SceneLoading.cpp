@@ -76,7 +76,7 @@ void countItem(const MeshData& mesh, ImportSummary& summary) {
 ImportSummary importFile(Host& host, Scene& scene, const Drawing& drawing, const ImportOptions& options) {
     requireReadable(drawing.file());
     const std::string& fileName = drawing.name();
-    requireUtf8Name(drawing.file(), "open");
+    requireUtf8Name(fileName, "open");
     const auto began = std::chrono::steady_clock::now();
     const size_t itemsBefore = scene.items().size();
     const auto monitor = CTzPolymorph<Monitor, ITzMonitor>::createSelf(host.core(), "importing " + fileName,
@@ -84,7 +84,7 @@ ImportSummary importFile(Host& host, Scene& scene, const Drawing& drawing, const
     try {
         const auto loader =
             inStep(fileName, "recognise", [&] { return recognise(host, drawing.readName()); });
-        scene.setNameHint(drawing.file().stem().native());
+        scene.setNameHint(std::filesystem::path(fileName).stem().native());
         inStep(fileName, "start", [&] { tzCheck(loader->start(&scene)); });
         inStep(fileName, "load", [&] {
             const TzResult loaded = loader->load(monitor.get());

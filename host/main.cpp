@@ -10,9 +10,10 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
-#include "host/ModuleLibrary.h"
-#include "host/commands/CommandLine.h"
+#include "host/commandline/CommandLine.h"
+#include "host/commands/Interrupts.h"
 #include "host/core/Installed.h"
 #include "host/core/OperationError.h"
 #include "host/core/Utf8.h"
@@ -48,30 +49,30 @@ void printError(const char* text) {
     std::fprintf(stderr, "tzhost: %s\n", text);
 }
 
-int runCommand(const CommandLine& line, const std::filesystem::path& module) {
-    const auto terminal = std::make_shared<Terminal>();
-    if (line.runAlone) {
-        const int status = line.runAlone(*terminal);
-        requirePrinted();
-        return status;
+std::vector<std::filesystem::path> modulesOf(const CommandLine& line) {
+    if (line.modules.empty()) return {installedFile("tzsvg.so")};
+    return {line.modules.begin(), line.modules.end()};
+}
+
+int runCommand(const CommandLine& line, const std::vector<std::filesystem::path>& modules) {
+    if (!line.isForced) {
+        for (const std::string& output : {line.files.out, line.files.log, line.files.notes})
+            requireOther(line.inputs, output);
     }
-    Session session(module, terminal);
-    const int status = line.run({session.host, *terminal});
+    const auto terminal = std::make_shared<Terminal>(line.isQuiet);
+    terminal->setSubject(shownInput(line.files.in));
+    CommandContext context(modules, terminal);
+    const int status = line.run(context, line.files);
     requirePrinted();
-    // The command has succeeded; what the module failed to release is reported all the same.
-    for (const auto& [operation, times] : session.host.gate().misuses()) {
-        std::fprintf(stderr, "warning: the module called %s off the host thread, %u times\n",
-                     operation.c_str(), times);
-    }
-    for (const std::string& report : session.module.unload()) {
-        std::fprintf(stderr, "warning: at unload: %s\n", report.c_str());
-    }
+    terminal->setSubject({});
+    context.close();
     return status;
 }
 
 int runProgram(int argc, char** argv) {
     prepareStreams();
     prepareProcess();
+    handleInterrupts();
     CommandLine line;
     try {
         line = parseCommandLine(argc, argv);
@@ -79,12 +80,10 @@ int runProgram(int argc, char** argv) {
         printError((toOneLine(error.what()) + " (tzhost --help tells more)").c_str());
         return kWrongUsage;
     }
-    if (!line.run && !line.runAlone) return kDone;
-    const std::filesystem::path module = line.module.empty()
-                                             ? std::filesystem::path(installedFile("tzsvg.so"))
-                                             : std::filesystem::path(line.module);
-    return inStep(line.in.empty() ? module.native() : line.in, line.command,
-                  [&] { return runCommand(line, module); });
+    if (!line.run) return kDone;
+    const std::vector<std::filesystem::path> modules = modulesOf(line);
+    return inStep(line.files.in.empty() ? modules.front().native() : shownInput(line.files.in), line.command,
+                  [&] { return runCommand(line, modules); });
 }
 
 }  // namespace
@@ -100,5 +99,5 @@ int main(int argc, char** argv) {
         // Out of memory while the failure was described.
         printError("tzhost: run: 0x80000001 (out of memory)");
     }
-    return kFailed;
+    return interruptSignal() == 0 ? kFailed : exitStatusOf(interruptSignal());
 }

@@ -9,6 +9,7 @@
 #include "normalize/check/Check.h"
 #include "normalize/check/CheckJson.h"
 #include "normalize/tznormalize.h"
+#include "svg/tree/DocumentText.h"
 
 namespace tznormalize {
 namespace {
@@ -23,8 +24,9 @@ bool copyText(std::string_view text, char*& copy, size_t& size) {
     return true;
 }
 
+constexpr size_t kMostBytes = size_t{1} << 30;
+
 int run(const char* fileName, const void* bytes, size_t size, TzNormalizeResult& result) {
-    constexpr size_t kMostBytes = size_t{1} << 30;
     if ((!fileName && !bytes) || (bytes && size > kMostBytes)) return TZNORMALIZE_FAILED;
     const QString name = QString::fromUtf8(fileName);
     const Normalized normalized =
@@ -35,10 +37,17 @@ int run(const char* fileName, const void* bytes, size_t size, TzNormalizeResult&
     return copyText(document, result.document, result.documentSize) ? TZNORMALIZE_OK : TZNORMALIZE_FAILED;
 }
 
-int check(const char* fileName, bool asImage, TzNormalizeResult& result) {
-    if (!fileName) return TZNORMALIZE_FAILED;
+int check(const char* fileName, const void* bytes, size_t size, bool asImage, TzNormalizeResult& result) {
+    if ((!fileName && !bytes) || (bytes && size > kMostBytes)) return TZNORMALIZE_FAILED;
     const QString name = QString::fromUtf8(fileName);
-    const CheckReport report = asImage ? checkImageFile(name) : checkFile(name);
+    QByteArray content;
+    CheckReport report;
+    if (bytes) content = QByteArray(static_cast<const char*>(bytes), int(size));
+    if (!bytes && !tzsvg::readFileBytes(name, content)) {
+        report = unreadableFile();
+    } else {
+        report = asImage ? checkImage(content) : checkDrawing(content);
+    }
     return copyText(checkJson(report, name), result.notes, result.notesSize) ? TZNORMALIZE_OK
                                                                              : TZNORMALIZE_FAILED;
 }
@@ -69,9 +78,11 @@ TZNORMALIZE_EXPORT int tzNormalize(const char* fileName, const void* bytes, size
         result, [&](TzNormalizeResult& out) { return tznormalize::run(fileName, bytes, size, out); });
 }
 
-TZNORMALIZE_EXPORT int tzCheckDrawing(const char* fileName, int asImage, TzNormalizeResult* result) {
-    return tznormalize::guarded(
-        result, [&](TzNormalizeResult& out) { return tznormalize::check(fileName, asImage != 0, out); });
+TZNORMALIZE_EXPORT int tzCheckDrawing(const char* fileName, const void* bytes, size_t size, int asImage,
+                                      TzNormalizeResult* result) {
+    return tznormalize::guarded(result, [&](TzNormalizeResult& out) {
+        return tznormalize::check(fileName, bytes, size, asImage != 0, out);
+    });
 }
 
 TZNORMALIZE_EXPORT void tzNormalizeFree(TzNormalizeResult* result) {

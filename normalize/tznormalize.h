@@ -36,12 +36,14 @@ typedef int (*TzNormalizeFunction)(const char* fileName, const void* bytes, size
                                    TzNormalizeResult* result);
 int tzNormalize(const char* fileName, const void* bytes, size_t size, TzNormalizeResult* result);
 
-/* Says of the drawing in a file, without changing anything, whether the module takes it as it is, and what of
- * it is refused, dropped or changed. With `asImage` not 0 it is a drawing that was refused as an image, and
- * the reason is looked for. The answer is in the result's notes, JSON, see normalize/check/CheckJson.h; there
- * is no document. */
-typedef int (*TzCheckFunction)(const char* fileName, int asImage, TzNormalizeResult* result);
-int tzCheckDrawing(const char* fileName, int asImage, TzNormalizeResult* result);
+/* Says of a drawing, named as for tzNormalize(), without changing anything, whether the module takes it as it
+ * is, and what of it is refused, dropped or changed. With `asImage` not 0 it is a drawing that was refused as
+ * an image, and the reason is looked for. The answer is in the result's notes, JSON, see
+ * normalize/check/CheckJson.h; there is no document. */
+typedef int (*TzCheckFunction)(const char* fileName, const void* bytes, size_t size, int asImage,
+                               TzNormalizeResult* result);
+int tzCheckDrawing(const char* fileName, const void* bytes, size_t size, int asImage,
+                   TzNormalizeResult* result);
 
 /* Frees what a result holds, and empties it. An empty result is allowed. */
 typedef void (*TzNormalizeFreeFunction)(TzNormalizeResult* result);

@@ -56,8 +56,9 @@ TzhStatus tzh_scene_import(TzhScene** scene, TzhSession* session, const char* fi
         const std::string_view name = tzh::nameOf(file, "file");
         auto made = tzh::makeScene(session);
         tzh::followed(*made->state, callbacks, [&] {
-            const tzhost::Drawing drawing =
-                (flags & TZH_NORMALIZE) != 0 ? tzhost::Drawing::normalized(name) : tzhost::Drawing(name);
+            const tzhost::Drawing drawing = (flags & TZH_NORMALIZE) != 0
+                                                ? tzhost::Drawing::normalized(name)
+                                                : tzhost::Drawing(tzhost::unpacked(name));
             tzhost::importFile(made->state->session.host, *made->scene, drawing);
             if (drawing.normalization()) made->notes = drawing.normalization()->notesJson;
         });

@@ -1,8 +1,6 @@
 // tzhost check: whether drawings get through an import and an export, and what of them does not.
 #include <algorithm>
 #include <cstdio>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -29,24 +27,35 @@ bool isDrawing(const std::filesystem::path& file) {
 }
 
 // Folders stand for the drawings in them and below, in the order of their names.
-std::vector<std::string> filesOf(const std::vector<std::string>& names) {
-    std::vector<std::string> files;
+std::vector<InputFile> filesOf(const std::vector<std::string>& names) {
+    std::vector<InputFile> files;
     for (const std::string& name : names) {
         std::error_code error;
         if (!std::filesystem::is_directory(name, error)) {
-            files.push_back(name);
+            files.push_back(openInput(name));
             continue;
         }
-        const auto first = static_cast<std::ptrdiff_t>(files.size());
+        std::vector<std::string> found;
         inStep(name, "list", [&] {
             for (const auto& entry : std::filesystem::recursive_directory_iterator(name)) {
                 if (entry.is_regular_file() && isDrawing(entry.path()))
-                    files.push_back(entry.path().native());
+                    found.push_back(entry.path().native());
             }
         });
-        std::sort(files.begin() + first, files.end());
+        std::sort(found.begin(), found.end());
+        files.insert(files.end(), found.begin(), found.end());
     }
     return files;
+}
+
+// As an import gets it; as it is when it cannot be unpacked, which the check finds as well.
+InputFile readable(const InputFile& file) {
+    try {
+        return unpacked(file);
+    } catch (const OperationError& error) {
+        if (error.step() != "unpack") throw;
+        return file;
+    }
 }
 
 void printPlain(const std::string& name, const DrawingCheck& check) {
@@ -81,22 +90,17 @@ int statusOf(const std::vector<DrawingCheck>& checks) {
     return std::all_of(checks.begin(), checks.end(), isClean) ? kClean : kLosses;
 }
 
-std::vector<DrawingCheck> checkFiles(const CheckArguments& arguments, const std::vector<std::string>& files,
+std::vector<DrawingCheck> checkFiles(const CheckArguments& arguments, const std::vector<InputFile>& files,
                                      Terminal& terminal) {
     Progress progress(terminal, "checking", files.size());
     std::vector<DrawingCheck> checks;
-    for (const std::string& file : files) {
-        checks.push_back(checkDrawing(file));
-        if (!arguments.json) printPlain(file, checks.back());
+    for (const InputFile& file : files) {
+        checks.push_back(checkDrawing(readable(file)));
+        if (!arguments.json) printPlain(file.name(), checks.back());
         progress.step(1);
     }
     if (arguments.json) printJson(checks);
     return checks;
-}
-
-std::string contentOf(const std::string& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 // The drawing after an import and an export.
@@ -113,12 +117,13 @@ PagePicture roundTrip(Host& host, const Drawing& drawing) {
     }
 }
 
-CheckedDrawing lookAt(Host& host, const std::string& file, const DrawingCheck& check) {
-    CheckedDrawing drawing{file, check, {contentOf(file), {}}, {}, {}, {}};
+CheckedDrawing lookAt(Host& host, const InputFile& file, const DrawingCheck& check) {
+    const InputFile plain = readable(file);
+    CheckedDrawing drawing{file.name(), check, {contentOf(plain), {}}, {}, {}, {}};
     if (check.isRefused()) {
         drawing.back.failure = describe(check.findings.front());
     } else {
-        drawing.back = roundTrip(host, file);
+        drawing.back = roundTrip(host, plain);
     }
     try {
         const Drawing normalized = Drawing::normalized(file);
@@ -130,15 +135,16 @@ CheckedDrawing lookAt(Host& host, const std::string& file, const DrawingCheck& c
     return drawing;
 }
 
-void writePage(const CommandContext& context, const CheckArguments& arguments,
-               const std::vector<std::string>& files, const std::vector<DrawingCheck>& checks) {
-    OutputFile out(arguments.page, "write page");
-    const std::string title = toOneLine(arguments.in.size() == 1 ? arguments.in.front() : "Drawings");
+void writePage(CommandContext& context, const CheckArguments& arguments, const std::vector<InputFile>& files,
+               const std::vector<DrawingCheck>& checks) {
+    OutputFile out = openOutput(arguments.out, "write page");
+    const std::string title =
+        toOneLine(arguments.drawings.size() == 1 ? shownInput(arguments.drawings.front()) : "Drawings");
     CheckPage page(out, title, checks);
-    Progress progress(context.terminal, "drawing the page", files.size());
-    const Terminal::MessagesHeld held(context.terminal);  // the module's, on each of the drawings
+    Progress progress(context.terminal(), "drawing the page", files.size());
+    const Terminal::MessagesHeld held(context.terminal());  // the module's, on each of the drawings
     for (size_t i = 0; i < files.size(); ++i) {
-        page.add(lookAt(context.host, files[i], checks[i]));
+        page.add(lookAt(context.host(), files[i], checks[i]));
         progress.step(1);
     }
     page.end();
@@ -147,14 +153,11 @@ void writePage(const CommandContext& context, const CheckArguments& arguments,
 
 }  // namespace
 
-int runCheck(Terminal& terminal, const CheckArguments& arguments) {
-    return statusOf(checkFiles(arguments, filesOf(arguments.in), terminal));
-}
-
-int runCheckPage(const CommandContext& context, const CheckArguments& arguments) {
-    const std::vector<std::string> files = filesOf(arguments.in);
-    const std::vector<DrawingCheck> checks = checkFiles(arguments, files, context.terminal);
-    writePage(context, arguments, files, checks);
+int runCheck(CommandContext& context, const CheckArguments& arguments) {
+    const std::vector<InputFile> files = filesOf(arguments.drawings);
+    if (!arguments.out.empty()) context.host();  // before anything is printed
+    const std::vector<DrawingCheck> checks = checkFiles(arguments, files, context.terminal());
+    if (!arguments.out.empty()) writePage(context, arguments, files, checks);
     return statusOf(checks);
 }
 

@@ -7,7 +7,9 @@
 
 #include "host/ImageLoading.h"
 #include "host/commands/Commands.h"
+#include "host/commands/Interrupts.h"
 #include "host/commands/LogFile.h"
+#include "host/commands/NormalizeOption.h"
 #include "host/commands/Refusal.h"
 #include "host/core/OperationError.h"
 #include "host/core/Utf8.h"
@@ -20,9 +22,9 @@
 namespace tzhost {
 namespace {
 
-LoadedImage openImage(const CommandContext& context, const DrawingArguments& arguments) {
-    const Drawing drawing = openDrawing(context.terminal, arguments.in, arguments.normalize);
-    return explainingRefusal(drawing, CheckFor::kImage, [&] { return loadImage(context.host, drawing); });
+LoadedImage openImage(CommandContext& context, const InputFile& in, const DrawingArguments& arguments) {
+    const Drawing drawing = openDrawing(context.terminal(), in, arguments);
+    return explainingRefusal(drawing, CheckFor::kImage, [&] { return loadImage(context.host(), drawing); });
 }
 
 // The levels by key, 0 being the coarsest, as the tile interface has them. Both interfaces must agree on
@@ -128,56 +130,51 @@ CTzUser_Image fetchOnThreads(ITzTileImage& tiles, const TileArguments& arguments
     return images.front();
 }
 
-bool endsWith(std::string_view text, std::string_view end) {
-    return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
-}
-
 }  // namespace
 
-bool isPictureName(std::string_view fileName) {
-    return endsWith(fileName, ".png");
+std::vector<std::string> tileFormats() {
+    return {"png", "rgba32f"};
 }
 
-bool isRawName(std::string_view fileName) {
-    return endsWith(fileName, ".rgba32f");
-}
-
-void runImageInfo(const CommandContext& context, const ImageInfoArguments& arguments) {
-    LogFile log(context.terminal, arguments.log, arguments.in);
-    const LoadedImage loaded = openImage(context, arguments);
+void runImageInfo(CommandContext& context, const ImageInfoArguments& arguments) {
+    const InputFile in = openInput(arguments.in);
+    LogFile log(context.terminal(), arguments.log, in);
+    const LoadedImage loaded = openImage(context, in, arguments);
     log.commit();
-    inStep(arguments.in, "describe", [&] {
+    inStep(in.name(), "describe", [&] {
         const auto print = arguments.json ? printJson : printPlain;
         print(loaded.recognised, loaded.image.size(), loaded.image.format(), levelsByKey(loaded));
     });
 }
 
-void runTile(const CommandContext& context, const TileArguments& arguments) {
-    LogFile log(context.terminal, arguments.log, arguments.in);
-    const LoadedImage loaded = openImage(context, arguments);
+void runTile(CommandContext& context, const TileArguments& arguments) {
+    const InputFile in = openInput(arguments.in);
+    LogFile log(context.terminal(), arguments.log, in);
+    const LoadedImage loaded = openImage(context, in, arguments);
     std::string bytes;
-    inStep(arguments.in, "tile", [&] {
-        const Progress progress(context.terminal, "drawing " + arguments.in);
+    inStep(in.name(), "tile", [&] {
+        const Progress progress(context.terminal(), "drawing " + in.name());
         const CTzUser_Image tile = fetchOnThreads(*loaded.tiles, arguments);
-        if (isPictureName(arguments.out)) {
-            bytes = pngBytes(readPicture(tile, tile.size()));
+        if (outputFormat(arguments.out, tileFormats()) == "png") {
+            bytes = pictureBytes(readPicture(tile, tile.size()), "png");
         } else {
             const std::vector<float> pixels = readPixels(tile);
             bytes.assign(reinterpret_cast<const char*>(pixels.data()), pixels.size() * sizeof(float));
         }
     });
     log.commit();
-    OutputFile out(arguments.out, "write");
+    OutputFile out = openOutput(arguments.out, "write");
     out.write(bytes);
     out.commit();
 }
 
-void runSample(const CommandContext& context, const SampleArguments& arguments) {
-    LogFile log(context.terminal, arguments.log, arguments.in);
-    const LoadedImage loaded = openImage(context, arguments);
+void runSample(CommandContext& context, const SampleArguments& arguments) {
+    const InputFile in = openInput(arguments.in);
+    LogFile log(context.terminal(), arguments.log, in);
+    const LoadedImage loaded = openImage(context, in, arguments);
     float pixel[4] = {};
-    inStep(arguments.in, "sample", [&] {
-        const Progress progress(context.terminal, "drawing " + arguments.in);
+    inStep(in.name(), "sample", [&] {
+        const Progress progress(context.terminal(), "drawing " + in.name());
         tzCheck(
             loaded.samples->samplePixel(arguments.level, arguments.x, arguments.y, kTzPixelRgbaFloat, pixel));
     });
@@ -187,18 +184,20 @@ void runSample(const CommandContext& context, const SampleArguments& arguments) 
                 static_cast<double>(pixel[2]), static_cast<double>(pixel[3]));
 }
 
-void runPyramid(const CommandContext& context, const PyramidArguments& arguments) {
-    LogFile log(context.terminal, arguments.log, arguments.in);
-    const Drawing drawing = openDrawing(context.terminal, arguments.in, arguments.normalize);
+void runPyramid(CommandContext& context, const PyramidArguments& arguments) {
+    const InputFile in = openInput(arguments.in);
+    LogFile log(context.terminal(), arguments.log, in);
+    const Drawing drawing = openDrawing(context.terminal(), in, arguments);
     const InterruptScope interruptScope;
     const PyramidSummary summary = explainingRefusal(drawing, CheckFor::kImage, [&] {
-        return writePyramid(context.host, drawing, arguments.folder, arguments.options);
+        return writePyramid(context.host(), drawing, arguments.out, arguments.options);
     });
     log.commit();
-    std::printf("%s: %llu tiles written, %llu kept, %.3f s -> %s\n", toOneLine(arguments.in).c_str(),
+    if (context.terminal().isQuiet()) return;
+    std::printf("%s: %llu tiles written, %llu kept, %.3f s -> %s\n", toOneLine(in.name()).c_str(),
                 static_cast<unsigned long long>(summary.written),
                 static_cast<unsigned long long>(summary.kept), summary.seconds,
-                toOneLine((std::filesystem::path(arguments.folder) / "index.html").native()).c_str());
+                toOneLine((std::filesystem::path(arguments.out) / "index.html").native()).c_str());
 }
 
 }  // namespace tzhost

@@ -2,16 +2,15 @@
 
 #include <string_view>
 
-#include "host/io/Files.h"
+#include "host/commands/FileArguments.h"
 #include "hostsdk/CTzError.h"
 
 namespace tzhost {
 
-LogFile::LogFile(Terminal& terminal, const std::string& file, const std::string& input)
-    : terminal_(terminal) {
+LogFile::LogFile(Terminal& terminal, const std::string& file, const InputFile& input) : terminal_(terminal) {
     if (file.empty()) return;
-    if (!input.empty()) requireReadable(input);
-    out_.emplace(file, "write log");
+    if (!input.name().empty()) requireReadable(input);
+    out_.reset(new OutputFile(openOutput(file, "write log")));
     terminal_.setLogSink([this](std::string_view line) { out_->write(line); });
 }
 

@@ -1,20 +1,21 @@
 // `--log FILE`: writes the lines that the module logs to a file. Every command that uses a module has one.
 #pragma once
 
-#include <optional>
+#include <memory>
 #include <string>
 
 #include "host/commands/Terminal.h"
 #include "host/io/Files.h"
+#include "host/io/InputFile.h"
 
 namespace tzhost {
 
 class LogFile {
   public:
-    // Takes the log's lines from here on; no file name, no file. `input` is the file that the command reads,
-    // if any. Throws OperationError, steps "open" for an input that cannot be read, which leaves no log, and
-    // "write log".
-    LogFile(Terminal& terminal, const std::string& file, const std::string& input);
+    // Takes the log's lines from here on; no file name, no file. `input` is what the command reads, if
+    // anything. Throws OperationError, steps "open" for an input that cannot be read, which leaves no log,
+    // and "write log".
+    LogFile(Terminal& terminal, const std::string& file, const InputFile& input);
 
     // Commits the file if commit() has not been called: the log of a failed command is kept.
     ~LogFile();
@@ -26,7 +27,7 @@ class LogFile {
 
   private:
     Terminal& terminal_;
-    std::optional<OutputFile> out_;
+    std::unique_ptr<OutputFile> out_;
     bool committed_ = false;
 };
 

@@ -25,24 +25,24 @@ std::string kindOf(const NormalizerNote& note) {
 
 }  // namespace
 
-Drawing openDrawing(Terminal& terminal, const std::string& in, const NormalizeArguments& arguments) {
+Drawing openDrawing(Terminal& terminal, const InputFile& in, const DrawingArguments& arguments) {
     if (!arguments.normalize) return in;
     const Drawing drawing = [&] {
-        const Progress progress(terminal, "normalizing " + in);
+        const Progress progress(terminal, "normalizing " + in.name());
         return Drawing::normalized(in);
     }();
     tellNotes(terminal, in, *drawing.normalization(), arguments.notes);
     return drawing;
 }
 
-void tellNotes(Terminal& terminal, const std::string& in, const NormalizedText& text,
+void tellNotes(Terminal& terminal, const InputFile& in, const NormalizedText& text,
                const std::string& notesFile) {
-    AlikeLines lines(toOneLine(in), [&terminal](const std::string& line) { terminal.note(line); });
+    AlikeLines lines(toOneLine(in.name()), [&terminal](const std::string& line) { terminal.note(line); });
     for (const NormalizerNote& note : text.notes)
         lines.add(note.line, note.column, describe(note), kindOf(note));
     lines.finish(text.moreNotes);
     if (notesFile.empty()) return;
-    OutputFile out(notesFile, "write notes");
+    OutputFile out = openOutput(notesFile, "write notes");
     out.write(text.notesJson);
     out.write("\n");
     out.commit();

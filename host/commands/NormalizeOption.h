@@ -5,22 +5,17 @@
 #include <string>
 
 #include "host/Drawing.h"
-#include "host/commands/Terminal.h"
+#include "host/commands/Commands.h"
 
 namespace tzhost {
 
-struct NormalizeArguments {
-    bool normalize = false;
-    std::string notes;
-};
-
 // The drawing that the command reads, normalized when it was asked for, its notes told. Throws
 // OperationError.
-Drawing openDrawing(Terminal& terminal, const std::string& in, const NormalizeArguments& arguments);
+Drawing openDrawing(Terminal& terminal, const InputFile& in, const DrawingArguments& arguments);
 
 // Prints the notes on stderr, a line each; of many similar ones a few, and the number of the others. All of
 // them go to `notesFile` as JSON, unless that is empty.
-void tellNotes(Terminal& terminal, const std::string& in, const NormalizedText& text,
+void tellNotes(Terminal& terminal, const InputFile& in, const NormalizedText& text,
                const std::string& notesFile);
 
 }  // namespace tzhost

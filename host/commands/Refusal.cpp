@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <string_view>
 #include <vector>
 
@@ -101,14 +99,12 @@ OperationError withReason(const OperationError& error, const Drawing& drawing, C
 
 void warnOfSilentLosses(Terminal& terminal, const Drawing& drawing) {
     if (drawing.normalization()) return;
-    std::ifstream file(drawing.file(), std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), {}};
-    if (!maySilentlyLose(text)) return;
+    if (!maySilentlyLose(contentOf(drawing.file()))) return;
     try {
         const DrawingCheck check = checkDrawing(drawing.file());
         for (const auto& [first, count] : silentLosses(check)) {
             const std::string more = count > 1 ? " (" + std::to_string(count) + " of them)" : "";
-            terminal.message(toOneLine(
+            terminal.warn(toOneLine(
                 drawing.name() + ": " + placeOf(*first) + describe(*first) + more + hintOf(*first), 1000));
         }
     } catch (const OperationError&) {

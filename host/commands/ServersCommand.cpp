@@ -59,9 +59,9 @@ void printJson(const Host& host) {
 
 }  // namespace
 
-void runServers(const CommandContext& context, const ServersArguments& arguments) {
-    LogFile log(context.terminal, arguments.log, arguments.in);
-    arguments.json ? printJson(context.host) : printPlain(context.host);
+void runServers(CommandContext& context, const ServersArguments& arguments) {
+    LogFile log(context.terminal(), arguments.log, {});
+    arguments.json ? printJson(context.host()) : printPlain(context.host());
     log.commit();
 }
 

@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <cstdio>
@@ -11,6 +10,7 @@
 #include <system_error>
 #include <thread>
 
+#include "host/commands/Interrupts.h"
 #include "host/core/OperationError.h"
 #include "host/core/Utf8.h"
 
@@ -29,14 +29,6 @@ constexpr auto kLineEvery = 5s;
 constexpr int kBarWidth = 40;
 constexpr const char* kBarFull = "########################################";
 constexpr const char* kBarEmpty = "........................................";
-
-// A signal handler can reach nothing else; an atomic without a lock is safe in one.
-std::atomic<bool> interruptSeen{false};  // NOLINT(readability-identifier-naming)
-static_assert(std::atomic<bool>::is_always_lock_free);
-
-extern "C" void noteInterrupt(int /*signal*/) {
-    interruptSeen = true;
-}
 
 // Writes a text to stderr after some time, unless it is dismissed before: the title of work that is slow to
 // make its first step. It has a thread of its own, since the thread that works may be in a long call of a
@@ -148,21 +140,27 @@ class ProgressBar : public Observer::Work {
 
 }  // namespace
 
-Terminal::Terminal() : isTerminal_(isatty(STDERR_FILENO) == 1) {}
+Terminal::Terminal(bool isQuiet) : isQuiet_(isQuiet), isTerminal_(isatty(STDERR_FILENO) == 1) {}
+
+void Terminal::setSubject(const std::string& fileName) {
+    subject_ = fileName.empty() ? "" : toOneLine(fileName) + ": ";
+}
 
 std::unique_ptr<Observer::Work> Terminal::begin(const std::string& title) {
+    if (isQuiet_) return nullptr;
     return std::make_unique<ProgressBar>(toOneLine(title, 60), isTerminal_);
 }
 
 bool Terminal::cancelled() noexcept {
-    return interruptSeen;
+    return interruptSignal() != 0;
 }
 
 void Terminal::message(const std::string& text) {
-    if (messagesHeld_ == 0) note("warning: " + text);
+    if (messagesHeld_ == 0) warn(subject_ + text);
 }
 
 void Terminal::note(const std::string& text) const {
+    if (isQuiet_) return;
     // There may be a bar in the line.
     std::fprintf(stderr, "%s%s\n", isTerminal_ ? "\r\033[K" : "", text.c_str());
 }
@@ -174,19 +172,6 @@ void Terminal::log(const LogLine& line) {
 void requirePrinted() {
     if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
         throw OperationError("standard output", "write", kTzFailed);
-}
-
-InterruptScope::InterruptScope() {
-    struct sigaction action {};
-    action.sa_handler = noteInterrupt;
-    action.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
-    sigemptyset(&action.sa_mask);
-    sigaction(SIGINT, &action, &previous_);
-}
-
-InterruptScope::~InterruptScope() {
-    sigaction(SIGINT, &previous_, nullptr);
-    interruptSeen = false;
 }
 
 }  // namespace tzhost

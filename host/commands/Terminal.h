@@ -1,8 +1,7 @@
 // The terminal as the host's observer: progress and messages go to stderr, log lines to the file of `--log`,
-// and Ctrl-C cancels work within an InterruptScope. main() makes the only one.
+// and Ctrl-C cancels work within an InterruptScope (Interrupts.h). The program has one.
 #pragma once
 
-#include <csignal>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -13,7 +12,12 @@ namespace tzhost {
 
 class Terminal : public Observer {
   public:
-    Terminal();
+    // A quiet one shows no progress, messages or notes.
+    explicit Terminal(bool isQuiet = false);
+    bool isQuiet() const { return isQuiet_; }
+
+    // The file that the module's messages are about from here on; empty: none.
+    void setSubject(const std::string& fileName);
 
     // Where the log's lines go, each with its line end; without a sink they are dropped. Set while no module
     // works.
@@ -26,8 +30,9 @@ class Terminal : public Observer {
     void message(const std::string& text) override;
     void log(const LogLine& line) override;
 
-    // A line of the program's own, without its line end.
+    // Lines of the program's own, without their line ends.
     void note(const std::string& text) const;
+    void warn(const std::string& text) const { note("warning: " + text); }
 
     // While one is alive the module's messages are not shown: they would come again for each of many
     // drawings.
@@ -43,25 +48,14 @@ class Terminal : public Observer {
     };
 
   private:
-    int messagesHeld_ = 0;
+    const bool isQuiet_;
     const bool isTerminal_;  // stderr
+    int messagesHeld_ = 0;
+    std::string subject_;
     LineSink logSink_;
 };
 
 // What has been printed has reached stdout: throws OperationError, step "write", when it has not.
 void requirePrinted();
-
-// While one exists, the first Ctrl-C makes Terminal::cancelled() return true, and the second ends the
-// program. Otherwise the first one ends it. One at a time, on the main thread.
-class InterruptScope {
-  public:
-    InterruptScope();
-    ~InterruptScope();
-    InterruptScope(const InterruptScope&) = delete;
-    InterruptScope& operator=(const InterruptScope&) = delete;
-
-  private:
-    struct sigaction previous_ {};
-};
 
 }  // namespace tzhost

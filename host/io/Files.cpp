@@ -32,20 +32,6 @@ std::string temporaryBeside(const std::filesystem::path& target) {
 
 }  // namespace
 
-void requireReadable(const std::filesystem::path& file) {
-    // Not opened: a pipe can be opened only once, by its reader.
-    struct stat present {};
-    int error = 0;
-    if (stat(file.c_str(), &present) != 0 || access(file.c_str(), R_OK) != 0) {
-        error = errno;
-    } else if (S_ISDIR(present.st_mode)) {
-        error = EISDIR;
-    }
-    if (error == 0) return;
-    const bool missing = error == ENOENT || error == ENOTDIR;
-    throw OperationError(file.native(), "open", missing ? kTzNotFound : kTzFailed, std::strerror(error));
-}
-
 void requireUtf8Name(const std::filesystem::path& file, std::string_view step) {
     if (!isUtf8(file.native()))
         throw OperationError(file.native(), step, kTzInvalidArgument, "the name is not UTF-8");
@@ -71,11 +57,22 @@ OutputFile::OutputFile(const std::filesystem::path& target, std::string step)
         return;
     }
     for (int attempt = 0; descriptor_ < 0; ++attempt) {
+        unfinished_.reset();
         temporary_ = temporaryBeside(resolved);
+        unfinished_.emplace(temporary_);
         descriptor_ = open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFileMode);
         if (descriptor_ < 0 && (errno != EEXIST || attempt == kAttempts)) fail(errno);
     }
     if (exists) fchmod(descriptor_, present.st_mode & 0777U);
+}
+
+OutputFile::OutputFile(ToStandardOutput /*toStandardOutput*/, std::string step)
+    : shown_("standard output"), step_(std::move(step)) {
+    inStep(shown_, step_, [&] { held_.emplace(""); });
+    temporary_ = held_->name();
+    direct_ = true;
+    descriptor_ = open(temporary_.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC);
+    if (descriptor_ < 0) fail(errno);
 }
 
 OutputFile::~OutputFile() {
@@ -100,8 +97,13 @@ void OutputFile::complete() {
 
 void OutputFile::commit() {
     complete();
-    if (!direct_ && rename(temporary_.c_str(), target_.c_str()) != 0) failure_ = errno;
+    if (held_) {
+        copyToStandardOutput();
+    } else if (!direct_ && rename(temporary_.c_str(), target_.c_str()) != 0) {
+        failure_ = errno;
+    }
     failIfFailed();
+    unfinished_.reset();
     temporary_.clear();
 }
 
@@ -124,9 +126,24 @@ void OutputFile::flush() noexcept {
     used_ = 0;
 }
 
+void OutputFile::copyToStandardOutput() noexcept {
+    const int held = open(temporary_.c_str(), O_RDONLY | O_CLOEXEC);
+    ssize_t count = held < 0 ? -1 : 1;
+    descriptor_ = STDOUT_FILENO;
+    while (count > 0 && failure_ == 0) {
+        count = ::read(held, buffer_.data(), kBufferSize);
+        used_ = static_cast<size_t>(std::max(count, ssize_t{0}));
+        flush();
+    }
+    if (count < 0 && failure_ == 0) failure_ = errno;
+    descriptor_ = -1;  // standard output stays open
+    if (held >= 0) close(held);
+}
+
 void OutputFile::discard() noexcept {
     if (descriptor_ >= 0) close(std::exchange(descriptor_, -1));
     if (!direct_ && !temporary_.empty()) unlink(temporary_.c_str());
+    unfinished_.reset();
     temporary_.clear();
 }
 

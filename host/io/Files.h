@@ -1,20 +1,19 @@
-// Files that are read, looked at before a module is asked about them; and files that are written, which
-// appear only when they are complete. Used by everything that reads or writes a file.
+// Files that are written: they appear only when they are complete. Used by everything that writes a file.
 #pragma once
 
 #include <sys/types.h>
 
 #include <cstring>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-namespace tzhost {
+#include "host/io/PrivateFile.h"
+#include "host/io/UnfinishedFiles.h"
 
-// Throws OperationError, step "open", when the file is missing, a folder, or not readable: a file that is
-// missing is not one that no module recognises.
-void requireReadable(const std::filesystem::path& file);
+namespace tzhost {
 
 // File names cross the module boundary as UTF-8. Throws OperationError, of that step, when the name is not
 // UTF-8.
@@ -28,6 +27,11 @@ class OutputFile {
     // cannot be replaced and is written directly. Throws OperationError of the step `step`, as all operations
     // do.
     OutputFile(const std::filesystem::path& target, std::string step);
+
+    // Standard output, which gets the whole when it is committed, and nothing otherwise.
+    struct ToStandardOutput {};
+    OutputFile(ToStandardOutput toStandardOutput, std::string step);
+
     ~OutputFile();
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
@@ -62,6 +66,7 @@ class OutputFile {
     void writeLarge(std::string_view bytes) noexcept;
     void flush() noexcept;
     void discard() noexcept;
+    void copyToStandardOutput() noexcept;
     void failIfFailed();
     [[noreturn]] void fail(int error) const;
 
@@ -69,6 +74,8 @@ class OutputFile {
     const std::string step_;
     std::string target_;
     std::string temporary_;
+    std::optional<UnfinishedFile> unfinished_;  // notes temporary_
+    std::optional<PrivateFile> held_;           // what standard output is to get
     bool direct_ = false;
     int descriptor_ = -1;
     int failure_ = 0;  // errno of the first failure

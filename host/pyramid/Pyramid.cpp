@@ -207,14 +207,15 @@ PyramidSummary writePyramid(const Host& host, const Drawing& drawing, const fs::
             begin, begin + static_cast<std::ptrdiff_t>(std::min(kTilesPerImage, missing.size() - first)));
         inStep(name, "tile", [&] {
             writeTiles(batch, options.threads, host.observer(), progress, [&](const PyramidTile& tile) {
-                writeFile(pyramidTileFile(folder, tile), pngBytes(drawTile(*loaded, levels, tile)));
+                writeFile(pyramidTileFile(folder, tile),
+                          pictureBytes(drawTile(*loaded, levels, tile), "png"));
             });
         });
     }
     progress.close();
 
     writeFile(folder / "pyramid.dzi", pyramidDescription(levels[finest]));
-    writeFile(folder / "index.html", pyramidPage(toOneLine(drawing.file().filename().native()),
+    writeFile(folder / "index.html", pyramidPage(toOneLine(fs::path(drawing.name()).filename().native()),
                                                  {levels.begin(), levels.begin() + finest + 1}));
     summary.written = missing.size();
     summary.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - began).count();

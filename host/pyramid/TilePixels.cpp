@@ -1,6 +1,9 @@
 #include "host/pyramid/TilePixels.h"
 
 #include <QBuffer>
+#include <QImageWriter>
+#include <QPainter>
+#include <set>
 #include <vector>
 
 #include "host/ImageLoading.h"
@@ -36,12 +39,28 @@ QImage readLevel(ITzImageLevelSample& samples, uint32_t level, TzSize size) {
     });
 }
 
-std::string pngBytes(const QImage& picture) {
-    QByteArray png;
-    QBuffer buffer(&png);
+std::string pictureBytes(const QImage& picture, const std::string& format) {
+    static const std::set<std::string> kOpaque = {"bmp", "jpg", "jpeg", "pbm", "pgm", "ppm", "xbm"};
+    QImage written = picture;
+    if (kOpaque.count(format) > 0) {
+        written = QImage(picture.size(), QImage::Format_RGB32);
+        if (written.isNull()) throw CTzError(kTzOutOfMemory);
+        written.fill(Qt::white);
+        QPainter(&written).drawImage(0, 0, picture);
+    }
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
-    if (!picture.save(&buffer, "PNG")) throw CTzError(kTzFailed);
-    return png.toStdString();
+    if (!written.save(&buffer, format.c_str())) throw CTzError(kTzFailed);
+    return bytes.toStdString();
+}
+
+std::vector<std::string> pictureFormats() {
+    std::vector<std::string> formats = {"png"};
+    for (const QByteArray& format : QImageWriter::supportedImageFormats()) {
+        if (format != "png") formats.push_back(format.toStdString());
+    }
+    return formats;
 }
 
 }  // namespace tzhost

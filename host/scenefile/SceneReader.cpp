@@ -10,7 +10,7 @@ namespace tzhost {
 namespace {
 
 // 0 for a pipe: its size is unknown.
-uint64_t fileSize(const std::filesystem::path& file) {
+uint64_t fileSize(const std::string& file) {
     std::error_code error;
     const uintmax_t size = std::filesystem::file_size(file, error);
     return error ? 0 : size;
@@ -64,12 +64,12 @@ void addFileItem(Scene& scene, FileItem& source, const std::string& fileName, co
 
 }  // namespace
 
-void readSceneFile(Scene& scene, const std::filesystem::path& file) {
+void readSceneFile(Scene& scene, const InputFile& file) {
     requireReadable(file);
-    const std::string& fileName = file.native();
+    const std::string& fileName = file.name();
     inStep(fileName, "read", [&] {
-        Progress progress(scene.observer(), "reading " + fileName, fileSize(file));
-        JsonFile source(file, progress);
+        Progress progress(scene.observer(), "reading " + fileName, fileSize(file.readName()));
+        JsonFile source(file.readName(), progress);
         SceneParser parser;
         if (const std::string problem = parse(source, parser); !problem.empty()) {
             throw OperationError(fileName, "read", kTzInvalidArgument, problem);

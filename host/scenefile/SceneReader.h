@@ -2,13 +2,12 @@
 // scene from a file with an error.
 #pragma once
 
-#include <filesystem>
-
+#include "host/io/InputFile.h"
 #include "host/scene/Scene.h"
 
 namespace tzhost {
 
 // Adds the file's items to the scene. Throws OperationError: its reason says where in the file and what.
-void readSceneFile(Scene& scene, const std::filesystem::path& file);
+void readSceneFile(Scene& scene, const InputFile& file);
 
 }  // namespace tzhost

@@ -5,20 +5,11 @@
 #include "normalize/check/ExportRules.h"
 #include "normalize/check/ImportRules.h"
 #include "normalize/check/Recognition.h"
-#include "svg/tree/DocumentText.h"
 
 namespace tznormalize {
 namespace {
 
 constexpr FindingRule kUnreadable{"unreadable", ""};
-
-CheckReport unreadable() {
-    CheckReport report;
-    report.isImported = report.isExported = false;
-    CheckedDocument::add(report, FindingKind::kImportRefused, kUnreadable,
-                         QStringLiteral("the file cannot be read, or is too large"));
-    return report;
-}
 
 }  // namespace
 
@@ -50,16 +41,17 @@ CheckReport checkDrawing(const QByteArray& bytes) {
     return report;
 }
 
-CheckReport checkFile(const QString& fileName) {
-    QByteArray bytes;
-    return tzsvg::readFileBytes(fileName, bytes) ? checkDrawing(bytes) : unreadable();
-}
-
-CheckReport checkImageFile(const QString& fileName) {
-    QByteArray bytes;
-    if (!tzsvg::readFileBytes(fileName, bytes)) return unreadable();
+CheckReport checkImage(const QByteArray& bytes) {
     CheckReport report;
     addUnreadableImage(report, bytes);
+    return report;
+}
+
+CheckReport unreadableFile() {
+    CheckReport report;
+    report.isImported = report.isExported = false;
+    CheckedDocument::add(report, FindingKind::kImportRefused, kUnreadable,
+                         QStringLiteral("the file cannot be read, or is too large"));
     return report;
 }
 

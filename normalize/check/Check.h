@@ -11,7 +11,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QString>
 
 #include "normalize/check/Finding.h"
 
@@ -20,10 +19,10 @@ namespace tznormalize {
 // Checks a drawing. [any thread]
 CheckReport checkDrawing(const QByteArray& bytes);
 
-// The same of a file; one that cannot be read is refused.
-CheckReport checkFile(const QString& fileName);
+// The reason for which a drawing was refused as an image, if the check knows it; asked only then.
+CheckReport checkImage(const QByteArray& bytes);
 
-// The reason for which a file was refused as an image, if the check knows it; asked only then.
-CheckReport checkImageFile(const QString& fileName);
+// The report on a file that cannot be read: it is refused.
+CheckReport unreadableFile();
 
 }  // namespace tznormalize

@@ -86,7 +86,7 @@ TEST_F(CommandLineTest, KeepsTheLogOfARefusedImport) {
 
 TEST_F(CommandLineTest, CancelsAtTheFirstInterrupt) {
     folder_.write("interrupted.probe", "probe\ntriangle\ninterrupt\ntriangle\n");
-    EXPECT_EQ(1, run("import interrupted.probe out.json"));
+    EXPECT_EQ(130, run("import interrupted.probe out.json"));
     EXPECT_EQ("tzhost: interrupted.probe: load: 0x80000006 (cancelled)\n", folder_.read(".err"));
 }
 
@@ -176,7 +176,7 @@ TEST_F(CommandLineTest, StopsWritingAtAnInterrupt) {
     for (int i = 0; i < 20'000; ++i) commands += "triangle\n";
     folder_.write("large.probe", commands);
     ASSERT_EQ(0, mkfifo((folder_ / "pipe.json").c_str(), 0600));
-    EXPECT_EQ(1, run("import large.probe pipe.json & exec 3<pipe.json; head -c 9 <&3 >read; kill -INT $!; "
+    EXPECT_EQ(130, run("import large.probe pipe.json & exec 3<pipe.json; head -c 9 <&3 >read; kill -INT $!; "
                      "cat <&3 >read; wait $!"));
     EXPECT_EQ("tzhost: pipe.json: write: 0x80000006 (cancelled)\n", folder_.read(".err"));
     EXPECT_LT(folder_.read("read").size(), 500'000U);

@@ -82,8 +82,9 @@ class ProbeLoader : public CTzSceneLoader {
             throw std::bad_alloc();
         } else if (command.rfind("wait ", 0) == 0) {
             std::this_thread::sleep_for(std::chrono::milliseconds(std::stoi(command.substr(5))));
-        } else if (command == "interrupt") {
+        } else if (command.rfind("interrupt", 0) == 0) {
             std::raise(SIGINT);
+            if (command == "interrupt twice") std::raise(SIGINT);
         } else if (command == "thread") {
             std::thread([this] { setItemTagQuietly(); }).join();
         } else if (command == "leak") {

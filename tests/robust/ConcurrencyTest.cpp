@@ -79,7 +79,7 @@ TEST(Concurrency, importsExportsAndTiles) {
             }
         }
     }).join();
-    EXPECT_EQ(images.module.unload(), std::vector<std::string>{});
+    EXPECT_EQ(images.unload(), std::vector<std::string>{});
 }
 
 }  // namespace

@@ -86,7 +86,7 @@ class FaultInjection : public testing::Test {
         return folder_.read("scene.json");
     }
 
-    void TearDown() override { EXPECT_EQ(session_.module.unload(), std::vector<std::string>{}); }
+    void TearDown() override { EXPECT_EQ(session_.unload(), std::vector<std::string>{}); }
 
     TestFolder folder_;
     Session session_{TZSVG_MODULE};

@@ -1,0 +1,57 @@
+#include "host/commands/FileArguments.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+
+#include "host/core/OperationError.h"
+
+namespace tzhost {
+namespace {
+
+bool isRegular(const std::string& name, struct stat& status) {
+    return stat(name.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+}  // namespace
+
+std::string shownInput(const std::string& argument) {
+    return isStandardStream(argument) ? "standard input" : argument;
+}
+
+InputFile openInput(const std::string& argument) {
+    return isStandardStream(argument) ? readStream(dup(STDIN_FILENO), shownInput(argument)) : argument;
+}
+
+OutputFile openOutput(const std::string& argument, const char* step) {
+    if (isStandardStream(argument)) return {OutputFile::ToStandardOutput{}, step};
+    return {argument, step};
+}
+
+std::string outputFormat(const std::string& argument, const std::vector<std::string>& formats) {
+    std::string ending = std::filesystem::path(argument).extension().native();
+    struct stat status {};
+    const bool isOther = stat(argument.c_str(), &status) == 0 && !S_ISREG(status.st_mode);
+    if (ending.empty() || isOther || argument.rfind("/dev/", 0) == 0) return formats.front();
+    ending.erase(0, 1);
+    std::transform(ending.begin(), ending.end(), ending.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    const auto format = std::find(formats.begin(), formats.end(), ending);
+    return format == formats.end() ? "" : *format;
+}
+
+void requireOther(const std::vector<std::string>& inputs, const std::string& output) {
+    struct stat written {};
+    if (output.empty() || isStandardStream(output) || !isRegular(output, written)) return;
+    for (const std::string& input : inputs) {
+        struct stat read {};
+        if (isStandardStream(input) || !isRegular(input, read)) continue;
+        if (read.st_dev == written.st_dev && read.st_ino == written.st_ino)
+            throw OperationError(output, "write", kTzExists, "it is the input; --force replaces it");
+    }
+}
+
+}  // namespace tzhost

@@ -4,7 +4,7 @@ namespace tznormalize {
 
 void Target::add(const Path& path, const Matrix& ctm) {
     if (isMeasured) {
-        join(box, path.mapped(ctm).controlsBox());
+        join(box, path.controlsBox(ctm));
     } else if (isCollecting > 0) {
         paths.push_back({path, ctm});
     }

@@ -134,7 +134,11 @@ struct Conversion {
     size_t pictureBytes = 0;   // written so far: content/EmbeddedPicture.h
     std::optional<Box> drawn;  // everything drawn, control points included, strokes not
     bool reachesOverPage = false;
-    int nesting = 0;  // see Nesting
+    bool mayBeLifted = false;  // all is converted again, further down, if something is drawn above 0
+    int nesting = 0;           // see Nesting
+
+    // Whether nothing of it will be kept: only how far up it reaches still matters.
+    bool isToBeLifted() const { return mayBeLifted && drawn && drawn->top < 0.0; }
 
     // What of the clip paths that groups have is known already, by clip path and matrix: see boxOfClip.
     std::unordered_map<std::string, std::optional<Box>> clipBoxes;

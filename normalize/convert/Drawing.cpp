@@ -102,10 +102,10 @@ std::optional<OutputElement> convertDrawing(const SourceDocument& source, const 
                               {0.0, lift, canvas.width, canvas.height + lift},
                               Matrix::translation(0.0, lift) * canvas.base, canvas.grid);
         conversion.pixel = canvas.pixel;
+        conversion.mayBeLifted = lift < kMostLift && pass < kMostPasses;
         OutputElement root = assemble(conversion, canvas);
         if (conversion.budget.isSpent()) return std::nullopt;
-        if (!conversion.drawn || conversion.drawn->top >= 0.0 || lift >= kMostLift || pass == kMostPasses)
-            return root;
+        if (!conversion.isToBeLifted()) return root;
         // The import's flip height begins at 0, the export's at what is highest: nothing may be above 0.
         lift += std::min(std::ceil(-conversion.drawn->top), kMostLift);
     }

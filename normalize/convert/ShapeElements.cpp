@@ -140,14 +140,14 @@ std::optional<WrittenShape> writeArea(const Grid& grid, const Path& path) {
     return shape;
 }
 
-std::optional<WrittenShape> writeShape(const Grid& grid, const Path& path, Tag origin, const Look& look,
+std::optional<WrittenShape> writeShape(const Grid& grid, Path path, Tag origin, const Look& look,
                                        const Paint& fill, bool isStroked) {
     LineCap cap = look.form.cap;
-    const bool hasDots = isStroked && cap != LineCap::kButt;
-    const Path drawn =
-        withoutLoneMoves(hasDots ? withDots(path, dotLength(look.form) * look.scale, grid.step()) : path);
-    if (drawn.isEmpty()) return std::nullopt;
-    std::optional<WrittenShape> shape = outlineElement(drawn, origin, look, isStroked, grid, cap);
+    if (isStroked && cap != LineCap::kButt)
+        path = withDots(std::move(path), dotLength(look.form) * look.scale, grid.step());
+    path = withoutLoneMoves(std::move(path));
+    if (path.isEmpty()) return std::nullopt;
+    std::optional<WrittenShape> shape = outlineElement(std::move(path), origin, look, isStroked, grid, cap);
     if (!shape) return std::nullopt;
     OutputElement& element = shape->element;
     element.set("fill", fill.value);

@@ -16,7 +16,7 @@ struct WrittenShape {
 
 // `path` is in page space; `origin` is the element of the source that it comes from, kPath for any outline.
 // Fill, and stroke if `isStroked`, are those of `look`. Nothing when nothing is left of it on the grid.
-std::optional<WrittenShape> writeShape(const Grid& grid, const Path& path, Tag origin, const Look& look,
+std::optional<WrittenShape> writeShape(const Grid& grid, Path path, Tag origin, const Look& look,
                                        const Paint& fill, bool isStroked);
 
 // An area: an outlined stroke, a letter, a part of a clip path. Without any attribute of style.

@@ -28,7 +28,7 @@ class PartWriter {
     PartWriter(const Conversion& conversion, const Path& path, const Place& place, const Look& look)
         : grid_(conversion.grid), path_(path), place_(place), look_(look), mapped_(path.mapped(place.ctm)) {}
 
-    const Path& mapped() const { return mapped_; }
+    Box box() const { return mapped_.controlsBox().value_or(Box()); }
 
     // What is drawn is cut down to `limits`; nothing is when there are none.
     Parts write(Tag origin, const std::optional<Box>& limits) {
@@ -52,8 +52,7 @@ class PartWriter {
     }
 
     void addShape(Tag origin, const Paint& fill, bool isStroked) {
-        Path room;
-        add(writeShape(grid_, cut(mapped_, isStroked, room), origin, look_, fill, isStroked));
+        add(writeShape(grid_, cut(mapped_, isStroked), origin, look_, fill, isStroked));
     }
 
     void addStroke(Tag origin) {
@@ -62,8 +61,7 @@ class PartWriter {
         const double scale = look_.scale > 0.0 ? look_.scale : 1.0;
         const Path dotted = withDots(path_, dotLength(look_.form), grid_.step() / scale);
         const Path area = strokeOutline(dotted, look_.form).mapped(place_.ctm);
-        Path room;
-        std::optional<WrittenShape> shape = writeArea(grid_, withoutLoneMoves(cut(area, false, room)));
+        std::optional<WrittenShape> shape = writeArea(grid_, withoutLoneMoves(cut(area, false)));
         if (!shape) return;
         shape->element.set("fill", look_.stroke.value);
         if (look_.strokeOpacity < 1.0) shape->element.set("fill-opacity", shortNumber(look_.strokeOpacity));
@@ -71,14 +69,13 @@ class PartWriter {
         add(std::move(shape));
     }
 
-    // The path itself, or what is left of it in `room`. A stroke along the cut of a closed outline runs out
-    // of sight; an open one ends there. Dashes would begin anew.
-    const Path& cut(const Path& path, bool isStroked, Path& room) {
+    // What is left of the path within the limits. A stroke along the cut of a closed outline runs out of
+    // sight; an open one ends there. Dashes would begin anew.
+    Path cut(const Path& path, bool isStroked) {
         if (!limits_ || (isStroked && !look_.form.dashes.empty())) return path;
         parts_.isCut = true;
-        room =
-            isStroked && !isClosedThroughout(path) ? cutLineToBox(path, *limits_) : cutToBox(path, *limits_);
-        return room;
+        return isStroked && !isClosedThroughout(path) ? cutLineToBox(path, *limits_)
+                                                      : cutToBox(path, *limits_);
     }
 
     const Grid& grid_;
@@ -93,10 +90,12 @@ class PartWriter {
 Parts writeParts(Conversion& conversion, const Path& path, const Place& place, Tag origin, const Look& look,
                  bool hasEffect, const Target& target) {
     PartWriter writer(conversion, path, place, look);
+    const Box box = writer.box();
     Parts parts;
-    parts.isOutOfSight = isOutOfSight(conversion, writer.mapped(), look.reach, hasEffect, target);
+    if (!look.isStrokeOutlined && isWithinLift(conversion, box, target)) return parts;
+    parts.isOutOfSight = isOutOfSight(conversion, box, look.reach, hasEffect, target);
     if (parts.isOutOfSight || !look.isVisible()) return parts;
-    parts = writer.write(origin, limitsFor(conversion, writer.mapped(), look.reach, hasEffect, target));
+    parts = writer.write(origin, limitsFor(conversion, box, look.reach, hasEffect, target));
     const auto far = std::remove_if(parts.shapes.begin(), parts.shapes.end(),
                                     [](const WrittenShape& shape) { return isTooFar(shape.box); });
     parts.isTooFar = far != parts.shapes.end();
@@ -124,8 +123,7 @@ void measure(const Conversion& conversion, const Path& path, const Place& place,
     const bool staysStroke = place.ctm.isEven() && !place.style[Property::kStroke].startsWith(u"url");
     if (staysStroke && !target.countsStrokes) return;
     const double reach = strokeWidth(conversion, place) * place.ctm.stretches().most / 2.0;
-    if (const std::optional<Box> box = path.mapped(place.ctm).controlsBox())
-        join(target.box, box->grownBy(reach));
+    if (const std::optional<Box> box = path.controlsBox(place.ctm)) join(target.box, box->grownBy(reach));
 }
 
 void noteParts(Conversion& conversion, const SourceElement& shape, const Look& look, const Parts& parts) {

@@ -29,33 +29,35 @@ bool contains(const Box& box, const Box& inner) {
 
 }  // namespace
 
-bool isOutOfSight(Conversion& conversion, const Path& path, double reach, bool hasEffect,
+bool isOutOfSight(Conversion& conversion, const Box& box, double reach, bool hasEffect,
                   const Target& target) {
     if (!target.isDrawn) return false;
-    const std::optional<Box> controls = path.controlsBox();
-    if (!controls) return true;
     // Rounded as it will be written: a second normalization has to judge alike.
-    std::optional<Box> box = rounded(*controls, conversion.grid).grownBy(reach);
+    std::optional<Box> seen = rounded(box, conversion.grid).grownBy(reach);
     for (const Box& clip : target.clips) {
-        box = intersection(*box, clip);
-        if (!box) return true;
+        seen = intersection(*seen, clip);
+        if (!seen) return true;
     }
     const Box& page = conversion.page;
-    if (!hasEffect && target.effects == 0 && !box->intersects(page)) return true;
-    if (!contains(page.grownBy(kSlack * page.height()), *box)) conversion.reachesOverPage = true;
+    if (!hasEffect && target.effects == 0 && !seen->intersects(page)) return true;
+    if (!contains(page.grownBy(kSlack * page.height()), *seen)) conversion.reachesOverPage = true;
     return false;
 }
 
-std::optional<Box> limitsFor(const Conversion& conversion, const Path& path, double reach, bool hasEffect,
+std::optional<Box> limitsFor(const Conversion& conversion, const Box& box, double reach, bool hasEffect,
                              const Target& target) {
     if (!target.isDrawn || hasEffect || target.effects > 0) return std::nullopt;
     const Box& page = conversion.page;
     const double longer = std::max(page.width(), page.height());
-    const std::optional<Box> box = path.controlsBox();
-    if (!box || contains(page.grownBy(kFar * longer + reach), *box)) return std::nullopt;
+    if (contains(page.grownBy(kFar * longer + reach), box)) return std::nullopt;
     // Whole numbers, which rounding to the grid leaves alone.
     const Box near = page.grownBy(kNear * longer + reach);
     return Box{std::floor(near.left), std::floor(near.top), std::ceil(near.right), std::ceil(near.bottom)};
+}
+
+bool isWithinLift(const Conversion& conversion, const Box& box, const Target& target) {
+    const double rounding = 4.0 * conversion.grid.step();
+    return target.isDrawn && conversion.isToBeLifted() && box.top - rounding >= conversion.drawn->top;
 }
 
 bool isTooFar(const Box& box) {

@@ -5,17 +5,19 @@
 
 namespace tznormalize {
 
-// Whether something drawn cannot be seen, so that it is better left out: it would widen the view box. `path`
-// is in page space, and its stroke reaches over it by `reach`. Never so in definitions, nor under a mask or
-// filter, whose result may reach elsewhere (`hasEffect`: has one itself). What reaches over the page is told
-// the conversion.
-bool isOutOfSight(Conversion& conversion, const Path& path, double reach, bool hasEffect,
-                  const Target& target);
+// Whether something drawn cannot be seen, so that it is better left out: it would widen the view box. `box`
+// is that of its points on the page, and its stroke reaches over it by `reach`. Never so in definitions, nor
+// under a mask or filter, whose result may reach elsewhere (`hasEffect`: has one itself). What reaches over
+// the page is told the conversion.
+bool isOutOfSight(Conversion& conversion, const Box& box, double reach, bool hasEffect, const Target& target);
 
-// The box to cut an area of `path` down to, because it reaches far over the page and would widen the view box
+// The box to cut an area in `box` down to, because it reaches far over the page and would widen the view box
 // of the result; nothing when it does not, or when what it looks like elsewhere matters.
-std::optional<Box> limitsFor(const Conversion& conversion, const Path& path, double reach, bool hasEffect,
+std::optional<Box> limitsFor(const Conversion& conversion, const Box& box, double reach, bool hasEffect,
                              const Target& target);
+
+// Whether nothing in `box` can matter to a pass that is to be made again: it is not above all that was drawn.
+bool isWithinLift(const Conversion& conversion, const Box& box, const Target& target);
 
 // [trap: coordinates from a million on leave the export with an exponent and cannot come back] Whether
 // something as it was written reaches further than the result holds, with room for the move that puts nothing

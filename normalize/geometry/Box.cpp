@@ -1,18 +1,9 @@
 #include "normalize/geometry/Box.h"
 
-#include <algorithm>
-
 namespace tznormalize {
 
 bool Box::intersects(const Box& other) const {
     return left <= other.right && other.left <= right && top <= other.bottom && other.top <= bottom;
-}
-
-void Box::add(const Point& point) {
-    left = std::min(left, point.x);
-    top = std::min(top, point.y);
-    right = std::max(right, point.x);
-    bottom = std::max(bottom, point.y);
 }
 
 void join(std::optional<Box>& box, const std::optional<Box>& other) {

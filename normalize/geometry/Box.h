@@ -1,6 +1,7 @@
 // Boxes along the axes. What may cover nothing at all is a std::optional<Box>; a box may be flat.
 #pragma once
 
+#include <algorithm>
 #include <optional>
 
 #include "normalize/geometry/Matrix.h"
@@ -21,7 +22,12 @@ struct Box {
         return {left - margin, top - margin, right + margin, bottom + margin};
     }
 
-    void add(const Point& point);
+    void add(const Point& point) {
+        left = std::min(left, point.x);
+        top = std::min(top, point.y);
+        right = std::max(right, point.x);
+        bottom = std::max(bottom, point.y);
+    }
 
     // The matrix from the unit square to this box, for objectBoundingBox units.
     Matrix fromUnit() const { return {width(), 0.0, 0.0, height(), left, top}; }

@@ -30,6 +30,7 @@ class Cutter {
     Cutter(const HalfPlane& plane, Kind kind) : plane_(plane), isArea_(kind == Kind::kArea) {}
 
     Path cut(const Path& path) {
+        out_.reserve(path.size() + 16, path.points().size() + 32);
         for (const Path::Segment segment : path) {
             if (segment.verb == Verb::kMove) {
                 finish();
@@ -108,13 +109,25 @@ class Cutter {
     bool isWritten_ = false;  // and something of it lies within, in a line without a gap
 };
 
+bool isWithin(const Path& path, const HalfPlane& plane) {
+    return std::all_of(path.points().begin(), path.points().end(),
+                       [&plane](const Point& p) { return plane.holds(p); });
+}
+
 Path cut(const Path& path, const Box& box, Kind kind) {
     const HalfPlane planes[] = {{&Point::x, box.left, false},
                                 {&Point::x, box.right, true},
                                 {&Point::y, box.top, false},
                                 {&Point::y, box.bottom, true}};
+    // Even where nothing is cut off the first time changes something: closings become lines.
     Path left = path;
-    for (const HalfPlane& plane : planes) left = Cutter(plane, kind).cut(left);
+    bool isPlain = false;
+    for (const HalfPlane& plane : planes) {
+        const bool isAllWithin = isWithin(left, plane);
+        if (isAllWithin && isPlain) continue;
+        left = Cutter(plane, kind).cut(left);
+        isPlain = isAllWithin;
+    }
     return left;
 }
 

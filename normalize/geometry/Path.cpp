@@ -37,24 +37,18 @@ void addExtremes(double p0, double p1, double p2, double p3, double& low, double
 
 }  // namespace
 
-void Path::curveTo(const Point& control1, const Point& control2, const Point& end) {
-    verbs_.push_back(Verb::kCurve);
-    points_.insert(points_.end(), {control1, control2, end});
-}
-
-void Path::append(const Segment& segment) {
-    verbs_.push_back(segment.verb);
-    points_.insert(points_.end(), segment.points, segment.points + pointCount(segment.verb));
+void Path::append(const Verb* verbs, size_t verbCount, const Point* points, size_t pointCount) {
+    verbs_.insert(verbs_.end(), verbs, verbs + verbCount);
+    points_.insert(points_.end(), points, points + pointCount);
 }
 
 void Path::append(const Path& path) {
-    verbs_.insert(verbs_.end(), path.verbs_.begin(), path.verbs_.end());
-    points_.insert(points_.end(), path.points_.begin(), path.points_.end());
+    append(path.verbs_.data(), path.verbs_.size(), path.points_.data(), path.points_.size());
 }
 
-void Path::reserve(size_t segments) {
-    verbs_.reserve(segments);
-    points_.reserve(segments);
+void Path::reserve(size_t verbs, size_t points) {
+    verbs_.reserve(verbs);
+    points_.reserve(points);
 }
 
 bool Path::isFinite() const {
@@ -91,6 +85,14 @@ std::optional<Box> Path::controlsBox() const {
     if (points_.empty()) return std::nullopt;
     Box box{points_.front().x, points_.front().y, points_.front().x, points_.front().y};
     for (const Point& point : points_) box.add(point);
+    return box;
+}
+
+std::optional<Box> Path::controlsBox(const Matrix& matrix) const {
+    if (points_.empty()) return std::nullopt;
+    const Point first = matrix.map(points_.front());
+    Box box{first.x, first.y, first.x, first.y};
+    for (const Point& point : points_) box.add(matrix.map(point));
     return box;
 }
 

@@ -45,11 +45,15 @@ class Path {
 
     void moveTo(const Point& point) { add(Verb::kMove, point); }
     void lineTo(const Point& point) { add(Verb::kLine, point); }
-    void curveTo(const Point& control1, const Point& control2, const Point& end);
+    void curveTo(const Point& control1, const Point& control2, const Point& end) {
+        add(Verb::kCurve, control1);
+        points_.push_back(control2);
+        points_.push_back(end);
+    }
     void close() { verbs_.push_back(Verb::kClose); }
-    void append(const Segment& segment);
+    void append(const Verb* verbs, size_t verbCount, const Point* points, size_t pointCount);
     void append(const Path& path);
-    void reserve(size_t segments);
+    void reserve(size_t verbs, size_t points);
 
     bool isEmpty() const { return verbs_.empty(); }
     size_t size() const { return verbs_.size(); }
@@ -68,6 +72,9 @@ class Path {
 
     // The box around all points, control points included; nothing for an empty path.
     std::optional<Box> controlsBox() const;
+
+    // That of mapped(matrix).
+    std::optional<Box> controlsBox(const Matrix& matrix) const;
 
     // The box of what the path covers, curves as they run: what objectBoundingBox means.
     std::optional<Box> tightBox() const;

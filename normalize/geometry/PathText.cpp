@@ -15,7 +15,7 @@ class PathWriter {
     explicit PathWriter(const Grid& grid) : grid_(grid) {}
 
     std::string write(const Path& path) {
-        text_.reserve(path.points().size() * 14);
+        text_.reserve(path.points().size() * kUsual);
         for (const Path::Segment segment : path) writeSegment(segment);
         return std::move(text_);
     }
@@ -49,20 +49,14 @@ class PathWriter {
             return;
         }
         begin();
-        text_ += " L";
-        append(end);
+        append('L', {end});
         current_ = end;
     }
 
     void writeCurve(const Point& control1, const Point& control2, const Point& end) {
         if (end == current_ && control1 == current_ && control2 == current_) return;
         begin();
-        text_ += " C";
-        append(control1);
-        text_ += ' ';
-        append(control2);
-        text_ += ' ';
-        append(end);
+        append('C', {control1, control2, end});
         current_ = end;
     }
 
@@ -70,15 +64,25 @@ class PathWriter {
     void begin() {
         if (isDrawn_) return;
         isDrawn_ = true;
-        text_ += text_.empty() ? "M" : " M";
-        append(current_);
+        append('M', {current_});
     }
 
-    void append(const Point& point) {
-        grid_.append(text_, point.x);
-        text_ += ' ';
-        grid_.append(text_, point.y);
+    void append(char letter, std::initializer_list<Point> points) {
+        char piece[2 + 3 * 2 * Grid::kRoom];
+        char* at = piece;
+        if (!text_.empty()) *at++ = ' ';
+        *at++ = letter;
+        for (const Point& point : points) {
+            at = grid_.write(at, point.x);
+            *at++ = ' ';
+            at = grid_.write(at, point.y);
+            *at++ = ' ';
+        }
+        text_.append(piece, at - 1);
     }
+
+    // Characters that a point of a drawing's size takes.
+    static constexpr size_t kUsual = 17;
 
     const Grid& grid_;
     std::string text_;
@@ -94,12 +98,14 @@ std::string pathText(const Path& path, const Grid& grid) {
 
 std::string pointsText(const std::vector<Point>& points, const Grid& grid) {
     std::string text;
-    text.reserve(points.size() * 14);
+    text.reserve(points.size() * 17);
     for (const Point& point : points) {
-        if (!text.empty()) text += ' ';
-        grid.append(text, point.x);
-        text += ',';
-        grid.append(text, point.y);
+        char piece[2 * Grid::kRoom];
+        char* at = piece;
+        if (!text.empty()) *at++ = ' ';
+        at = grid.write(at, point.x);
+        *at++ = ',';
+        text.append(piece, grid.write(at, point.y));
     }
     return text;
 }

@@ -104,7 +104,7 @@ Path outlineOf(const SourceElement& element, const Cascade& cascade, const Viewp
 
 Path rectangleOutline(const Box& box) {
     Path path;
-    path.reserve(5);
+    path.reserve(5, 4);
     path.moveTo({box.left, box.top});
     path.lineTo({box.right, box.top});
     path.lineTo({box.right, box.bottom});
@@ -150,7 +150,7 @@ Path ellipseOutline(const Point& centre, double rx, double ry) {
 Path polygonOutline(const std::vector<Point>& corners, bool isClosed) {
     Path path;
     if (corners.empty()) return path;
-    path.reserve(corners.size() + 1);
+    path.reserve(corners.size() + 1, corners.size());
     path.moveTo(corners.front());
     for (size_t i = 1; i < corners.size(); ++i) path.lineTo(corners[i]);
     if (isClosed) path.close();

@@ -44,7 +44,8 @@ QPainterPath painterPath(const Path& path, double factor) {
 // The outline's sub-paths, each closed.
 Path areaOf(const QPainterPath& outline, double factor) {
     Path out;
-    out.reserve(static_cast<size_t>(outline.elementCount()));
+    const auto count = static_cast<size_t>(outline.elementCount());
+    out.reserve(count, count);
     const auto pointAt = [&](int index) {
         const QPainterPath::Element element = outline.elementAt(index);
         return Point{element.x / factor, element.y / factor};

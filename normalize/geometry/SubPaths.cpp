@@ -11,34 +11,43 @@ namespace {
 constexpr double kSamePoint = 1e-9;
 constexpr double kSmoothTurn = 0.1;  // radians: no seam is seen under it
 
-// The segments of one sub-path, its move first.
-using SubPath = std::vector<Path::Segment>;
+// A sub-path where it stands in its path, its move first.
+struct SubPath {
+    const Verb* verbs;
+    size_t size;
+    const Point* points;
+    size_t pointCount;
+
+    Point start() const { return points[0]; }
+    bool isClosed() const { return verbs[size - 1] == Verb::kClose; }
+    bool isLone() const { return size == 1 || (size == 2 && isClosed()); }  // nothing is drawn
+};
 
 template <typename Use>
 void forEachSubPath(const Path& path, Use use) {
-    SubPath piece;
-    for (const Path::Segment segment : path) {
-        if (segment.verb == Verb::kMove && !piece.empty()) {
-            use(piece);
-            piece.clear();
-        }
-        piece.push_back(segment);
+    const Verb* const end = path.verbs().data() + path.size();
+    const Point* points = path.points().data();
+    for (const Verb* verbs = path.verbs().data(); verbs != end;) {
+        const Verb* verb = verbs;
+        size_t count = 0;
+        do {
+            count += pointCount(*verb++);
+        } while (verb != end && *verb != Verb::kMove);
+        use(SubPath{verbs, static_cast<size_t>(verb - verbs), points, count});
+        verbs = verb;
+        points += count;
     }
-    if (!piece.empty()) use(piece);
 }
 
 void append(Path& path, const SubPath& piece) {
-    for (const Path::Segment& segment : piece) path.append(segment);
+    path.append(piece.verbs, piece.size, piece.points, piece.pointCount);
 }
 
 bool isDot(const SubPath& piece, double step) {
     const auto grid = [step](double value) { return std::round(value / step); };
-    const Point start = piece.front().end();
-    const auto isAtStart = [&](const Point& p) {
-        return grid(p.x) == grid(start.x) && grid(p.y) == grid(start.y);
-    };
-    return piece.size() > 1 && std::all_of(piece.begin(), piece.end(), [&](const Path::Segment& segment) {
-               return std::all_of(segment.points, segment.points + pointCount(segment.verb), isAtStart);
+    const Point start = piece.start();
+    return piece.size > 1 && std::all_of(piece.points, piece.points + piece.pointCount, [&](const Point& p) {
+               return grid(p.x) == grid(start.x) && grid(p.y) == grid(start.y);
            });
 }
 
@@ -50,36 +59,37 @@ Point wayFrom(const Point& start, const Point* points, size_t count) {
     return {};
 }
 
-// The first part of a segment, about as long as `length`; false when the segment has no length.
-bool appendBeginning(Path& path, const Point& start, const Path::Segment& segment, double length) {
-    const Point* const p = segment.points;
-    if (segment.verb == Verb::kLine) {
-        const double whole = distance(start, p[0]);
-        if (whole < kSamePoint) return false;
-        path.lineTo(lerp(start, p[0], std::min(1.0, length / whole)));
-        return true;
+// How long the first segment is: a curve by its controls.
+double firstLength(const SubPath& piece) {
+    const Point* const p = piece.points;
+    if (piece.verbs[1] == Verb::kLine) return distance(p[0], p[1]);
+    return distance(p[0], p[1]) + distance(p[1], p[2]) + distance(p[2], p[3]);
+}
+
+// The first part of the first segment, the share `t` of it.
+void appendBeginning(Path& path, const SubPath& piece, double t) {
+    const Point* const p = piece.points;
+    const Point ab = lerp(p[0], p[1], t);
+    if (piece.verbs[1] == Verb::kLine) {
+        path.lineTo(ab);
+        return;
     }
-    const double whole = distance(start, p[0]) + distance(p[0], p[1]) + distance(p[1], p[2]);
-    if (whole < kSamePoint) return false;
-    const double t = std::min(1.0, length / whole);
-    const Point ab = lerp(start, p[0], t);
-    const Point bc = lerp(p[0], p[1], t);
-    const Point cd = lerp(p[1], p[2], t);
+    const Point bc = lerp(p[1], p[2], t);
+    const Point cd = lerp(p[2], p[3], t);
     const Point abc = lerp(ab, bc, t);
     const Point bcd = lerp(bc, cd, t);
     path.curveTo(ab, abc, lerp(abc, bcd, t));
-    return true;
 }
 
-// By how much the outline turns at its start.
-double turnAtStart(const Path& body, const SubPath& piece) {
-    const Point start = piece.front().end();
-    const Point leave = wayFrom(start, piece[1].points, pointCount(piece[1].verb));
-    const std::vector<Point>& points = body.points();  // the last one is the start
+// By how much the outline turns at its start. It comes from the last of the `count` points that is elsewhere;
+// of a curve's, from one of its controls.
+double turnAtStart(const SubPath& piece, size_t count) {
+    const Point start = piece.start();
+    const Point leave = wayFrom(start, piece.points + 1, pointCount(piece.verbs[1]));
     Point arrive = leave;
-    const size_t before = points.size() > 3 ? 3 : points.size() - 1;
+    const size_t before = std::min<size_t>(count, 3);
     for (size_t i = 1; i <= before; ++i) {
-        const Point& p = points[points.size() - 1 - i];
+        const Point& p = piece.points[count - i];
         if (distance(p, start) <= kSamePoint) continue;
         arrive = start - p;
         break;
@@ -90,60 +100,72 @@ double turnAtStart(const Path& body, const SubPath& piece) {
 
 // A closed sub-path run on, or as it is where that is not needed.
 void appendRunOn(Path& path, const SubPath& piece, double length, double step, bool isDashed) {
-    const Point start = piece.front().end();
-    Path open;
-    for (size_t i = 0; i + 1 < piece.size(); ++i) open.append(piece[i]);
-    if (distance(open.points().back(), start) > step / 2) open.lineTo(start);
-    const bool isSmooth = !isDashed && turnAtStart(open, piece) < kSmoothTurn;
-    if (isSmooth || !appendBeginning(open, start, piece[1], length)) {
+    const Point start = piece.start();
+    // Its last line, to the start, may be left to the closing.
+    const bool isBack = distance(piece.points[piece.pointCount - 1], start) <= step / 2;
+    const double whole = firstLength(piece);
+    if (whole < kSamePoint ||
+        (!isDashed && turnAtStart(piece, piece.pointCount - size_t{isBack}) < kSmoothTurn)) {
         append(path, piece);
         return;
     }
-    path.append(open);
+    path.append(piece.verbs, piece.size - 1, piece.points, piece.pointCount);
+    if (!isBack) path.lineTo(start);
+    appendBeginning(path, piece, std::min(1.0, length / whole));
 }
 
 }  // namespace
 
 Path onGrid(const Path& path, const Grid& grid) {
     Path out;
-    out.reserve(path.size());
+    out.reserve(path.size(), path.points().size());
+    const auto rounded = [&grid](const Point& p) { return Point{grid.round(p.x), grid.round(p.y)}; };
     Point current;
     for (const Path::Segment segment : path) {
-        Point points[3];
-        const size_t count = pointCount(segment.verb);
-        bool isSomewhere = segment.verb == Verb::kMove || segment.verb == Verb::kClose;
-        for (size_t i = 0; i < count; ++i) {
-            points[i] = {grid.round(segment.points[i].x), grid.round(segment.points[i].y)};
-            isSomewhere |= points[i] != current;
+        if (segment.verb == Verb::kClose) {
+            out.close();
+            continue;
         }
-        if (!isSomewhere) continue;
-        out.append(Path::Segment{segment.verb, points});
-        if (count > 0) current = points[count - 1];
+        const Point end = rounded(segment.end());
+        if (segment.verb == Verb::kMove) {
+            out.moveTo(end);
+        } else if (segment.verb == Verb::kLine) {
+            if (end != current) out.lineTo(end);
+        } else {
+            const Point control1 = rounded(segment.points[0]);
+            const Point control2 = rounded(segment.points[1]);
+            if (end != current || control1 != current || control2 != current)
+                out.curveTo(control1, control2, end);
+        }
+        current = end;
     }
     return out;
 }
 
-Path withoutLoneMoves(const Path& path) {
-    const auto isLone = [](const SubPath& piece) {
-        return piece.size() == 1 || (piece.size() == 2 && piece.back().verb == Verb::kClose);
-    };
+Path withoutLoneMoves(Path path) {
+    bool hasLone = false;
+    forEachSubPath(path, [&](const SubPath& piece) { hasLone |= piece.isLone(); });
+    if (!hasLone) return path;
     Path out;
-    out.reserve(path.size());
+    out.reserve(path.size(), path.points().size());
     forEachSubPath(path, [&](const SubPath& piece) {
-        if (!isLone(piece)) append(out, piece);
+        if (!piece.isLone()) append(out, piece);
     });
     return out;
 }
 
-Path withDots(const Path& path, double length, double step) {
+Path withDots(Path path, double length, double step) {
+    bool hasDots = false;
+    forEachSubPath(path, [&](const SubPath& piece) { hasDots |= isDot(piece, step); });
+    if (!hasDots) return path;
     Path out;
-    out.reserve(path.size());
+    out.reserve(path.size(), path.points().size());
     forEachSubPath(path, [&](const SubPath& piece) {
         if (!isDot(piece, step)) {
             append(out, piece);
             return;
         }
-        const Point start = piece.front().end();
+        const Point start = piece.start();
         out.moveTo(start);
         out.lineTo({start.x + std::max(length, 2 * step), start.y});
     });
@@ -162,9 +184,9 @@ bool isClosedThroughout(const Path& path) {
 
 Path runOn(const Path& path, double length, double step, bool isDashed) {
     Path out;
-    out.reserve(path.size() + 2);
+    out.reserve(path.size() + 2, path.points().size() + 4);
     forEachSubPath(path, [&](const SubPath& piece) {
-        if (piece.back().verb == Verb::kClose && piece.size() > 2) {
+        if (piece.isClosed() && piece.size > 2) {
             appendRunOn(out, piece, std::max(length, 2 * step), step, isDashed);
         } else {
             append(out, piece);

@@ -11,11 +11,11 @@ class Grid;
 Path onGrid(const Path& path, const Grid& grid);
 
 // Without moves that nothing is drawn from, and closings of nothing.
-Path withoutLoneMoves(const Path& path);
+Path withoutLoneMoves(Path path);
 
 // Sub-paths whose points all round to one become lines of `length`, at least two grid steps: a round or
 // square cap shows there, and the import drops what has no length. `step` is the grid's.
-Path withDots(const Path& path, double length, double step);
+Path withDots(Path path, double length, double step);
 
 bool hasClosing(const Path& path);
 bool isClosedThroughout(const Path& path);  // every sub-path

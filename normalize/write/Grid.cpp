@@ -1,9 +1,11 @@
 #include "normalize/write/Grid.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdint>
+
+#include "svg/text/Digits.h"
 
 namespace tznormalize {
 namespace {
@@ -11,44 +13,56 @@ namespace {
 constexpr int kMostDecimals = 6;
 constexpr std::array<double, kMostDecimals + 1> kFactors = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6};
 
-// [trap: the import's flip height is a whole number of 32 bits] What is further away than any drawing reaches
-// is brought nearer. Whole numbers of the grid's lines are exact up to there.
-constexpr double kFarthest = 1e9;
-
-double limited(double value) {
-    if (std::isnan(value)) return 0;
-    return std::abs(value) <= kFarthest ? value : std::copysign(kFarthest, value);
-}
-
 // A whole number of the grid's lines, as a number with that many decimals.
-void appendScaled(std::string& out, int64_t scaled, int decimals) {
-    char digits[24];
+char* writeLarge(char* out, uint64_t lines, int decimals) {
+    for (; decimals > 0 && lines % 10 == 0; --decimals) lines /= 10;
+    char digits[Grid::kRoom];
     char* const end = digits + sizeof digits;
     char* at = end;
-    uint64_t rest = scaled < 0 ? uint64_t(-scaled) : uint64_t(scaled);
-    for (; decimals > 0 && rest % 10 == 0; --decimals) rest /= 10;
     if (decimals > 0) {
-        for (int i = 0; i < decimals; ++i, rest /= 10) *--at = char('0' + rest % 10);
+        for (int i = 0; i < decimals; ++i, lines /= 10) *--at = char('0' + lines % 10);
         *--at = '.';
     }
     do {
-        *--at = char('0' + rest % 10);
-        rest /= 10;
-    } while (rest > 0);
-    if (scaled < 0) *--at = '-';
-    out.append(at, end);
+        *--at = char('0' + lines % 10);
+        lines /= 10;
+    } while (lines > 0);
+    return std::copy(at, end, out);
 }
 
 }  // namespace
 
 Grid::Grid(int decimals) : decimals_(decimals), factor_(kFactors[size_t(decimals)]), step_(1 / factor_) {}
 
-double Grid::round(double value) const {
-    return std::round(limited(value) * factor_) / factor_ + 0.0;
+char* Grid::write(char* out, double value) const {
+    int64_t lines = linesTo(value);
+    if (lines < 0) {
+        *out++ = '-';
+        lines = -lines;
+    }
+    constexpr int kDigits = 8;
+    constexpr int64_t kLarge = 100'000'000;
+    if (lines >= kLarge) return writeLarge(out, uint64_t(lines), decimals_);
+    const tzsvg::Characters digits = tzsvg::eightDigits(uint32_t(lines));
+    if (digits == 0) {
+        *out = '0';
+        return out + 1;
+    }
+    const int whole = kDigits - decimals_;
+    const int leading = std::min(__builtin_ctzll(digits) / 8, whole - 1);  // one digit before the point stays
+    const int used = kDigits - __builtin_clzll(digits) / 8;
+    const tzsvg::Characters characters = digits | tzsvg::kZeros;
+    tzsvg::store(out, characters >> unsigned(8 * leading));
+    out += whole - leading;
+    if (used <= whole) return out;
+    *out++ = '.';
+    tzsvg::store(out, characters >> unsigned(8 * whole));
+    return out + (used - whole);
 }
 
 void Grid::append(std::string& out, double value) const {
-    appendScaled(out, int64_t(std::round(limited(value) * factor_)), decimals_);
+    char text[kRoom];
+    out.append(text, write(text, value));
 }
 
 std::string Grid::text(double value) const {

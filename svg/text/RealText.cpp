@@ -7,8 +7,9 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <cstring>
 #include <optional>
+
+#include "svg/text/Digits.h"
 
 namespace tzsvg {
 namespace {
@@ -51,15 +52,6 @@ std::optional<Rounded> roundToDigits(double magnitude) {
     return Rounded{digits, exponent};
 }
 
-// Up to eight characters, the first in the lowest byte: put together in a register and stored at once, which
-// takes no branch on how many there are.
-using Characters = uint64_t;
-static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the first character is the lowest byte");
-
-void store(char* out, Characters characters) {
-    std::memcpy(out, &characters, sizeof characters);
-}
-
 }  // namespace
 
 char* writeReal(char* out, double value) {
@@ -71,11 +63,9 @@ char* writeReal(char* out, double value) {
     if (!rounded) return nullptr;
     if (value < 0.0) *out++ = '-';
 
-    Characters digits = 0;  // as numbers, not yet as characters
-    uint32_t rest = rounded->digits;
-    for (int i = 0; i < kDigits; ++i, rest /= 10) digits = (digits << 8U) | (rest % 10);
+    Characters digits = eightDigits(rounded->digits) >> 8U * (8 - kDigits);
     const int used = 8 - __builtin_clzll(digits) / 8;  // up to the last that is not 0; the first is not
-    digits |= 0x3030303030303030U;                     // '0' in every place
+    digits |= kZeros;
 
     if (rounded->exponent < 0) {
         store(out, 0x3030303030302E30U);  // "0.000000"

@@ -187,9 +187,11 @@ void addPreview(CLI::App& program, CommandLine& line) {
     command.output("OUT.png", "The picture to write; its ending says how: .png, .jpg and what else Qt writes",
                    pictureFormats);
     command.number("--size", command.arguments().size, 1, kLargestPreview, "Pixels of the long side");
+    command.flag("--page", command.arguments().page,
+                 "Show the drawing's page, its view box, instead of all that is drawn");
     command.logOption();
     command.normalizeOptions();
-    command.example("Example:\n  tzhost preview logo.svg logo.png --size 2048");
+    command.example("Example:\n  tzhost preview logo.svg logo.png --page --size 2048");
 }
 
 void addImageInfo(CLI::App& program, CommandLine& line) {

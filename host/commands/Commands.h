@@ -50,7 +50,8 @@ void runRoundTrip(CommandContext& context, const DrawingArguments& arguments);
 
 // A picture of a scene, from a drawing or a scene file.
 struct PreviewArguments : DrawingArguments {
-    int size = 1024;  // pixels of the long side
+    int size = 1024;    // pixels of the long side
+    bool page = false;  // show the page, not all that is drawn
 };
 constexpr int kLargestPreview = 16384;
 void runPreview(CommandContext& context, const PreviewArguments& arguments);

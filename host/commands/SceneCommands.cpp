@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <filesystem>
 
+#include "host/DrawingPlace.h"
 #include "host/commands/Commands.h"
 #include "host/commands/Interrupts.h"
 #include "host/commands/LogFile.h"
@@ -100,18 +101,27 @@ void runPreview(CommandContext& context, const PreviewArguments& arguments) {
     const ScenePtr scene = context.host().makeScene();
     const InputFile in = openInput(arguments.in);
     LogFile log(context.terminal(), arguments.log, in);
+    Drawing drawing;
     if (isSceneFile(in)) {
         readSceneFile(*scene, in);
     } else {
-        const Drawing drawing = openForImport(context, in, arguments);
+        drawing = openForImport(context, in, arguments);
         const InterruptScope interruptScope;
         explainingRefusal(drawing, CheckFor::kScene, [&] { importFile(context.host(), *scene, drawing); });
         warnOfSilentLosses(context.terminal(), drawing);
     }
     log.commit();
+    PreviewFrame frame{arguments.page};
+    if (!drawing.name().empty()) {
+        const Terminal::MessagesHeld held(context.terminal());
+        frame.place = findDrawing(context.host(), *scene, drawing, frame.page);
+    }
+    if (frame.page && !hasPage(*scene, frame)) {
+        throw OperationError(in.name(), "draw", kTzNotFound, "the drawing has neither a view box nor a size");
+    }
     std::string bytes;
     inStep(in.name(), "draw", [&] {
-        const QImage picture = drawScene(*scene, arguments.size);
+        const QImage picture = drawScene(*scene, arguments.size, frame);
         const Progress progress(context.terminal(), "compressing " + arguments.out);
         bytes = pictureBytes(picture, outputFormat(arguments.out, pictureFormats()));
     });

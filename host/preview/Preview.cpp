@@ -1,4 +1,5 @@
-// Polygons are drawn as a renderer would draw their elements; PreviewStyle.h reads the style from the tags.
+// Polygons become shapes again, with the style of their tags and groups; groups that count as a whole are
+// painted in layers.
 #include "host/preview/Preview.h"
 
 #include <QPainter>
@@ -6,49 +7,24 @@
 #include <algorithm>
 #include <cmath>
 #include <numeric>
-#include <optional>
 
 #include "host/core/Observer.h"
+#include "host/preview/PreviewCanvas.h"
+#include "host/preview/PreviewGroups.h"
+#include "host/preview/PreviewOutline.h"
 #include "host/preview/PreviewStyle.h"
+#include "host/preview/PreviewText.h"
+#include "host/preview/PreviewView.h"
 #include "hostsdk/CTzError.h"
 
 namespace tzhost {
 namespace {
 
-constexpr TzTagId kSubPathTag = tzTag("SPAT");
 constexpr double kMargin = 0.04;  // of the long side, on every side
 
-// From scene units, y upwards, to pixels, y downwards.
-class View {
-  public:
-    View(const TzBox& box, int longSide) : lower_(box.lower) {
-        const double extent = std::max(box.extent.x, box.extent.y);
-        if (!std::isfinite(extent)) throw CTzError(kTzOutOfBounds);
-        margin_ = longSide * kMargin;
-        // A drawing without extent is a dot in the middle of its margins.
-        scale_ = extent > 0 ? (longSide - 2 * margin_) / extent : 0.0;
-        if (!std::isfinite(scale_)) scale_ = 0.0;
-        const auto side = [&](double length) {
-            return std::clamp(static_cast<int>(std::ceil(length * scale_ + 2 * margin_)), 1, longSide);
-        };
-        width_ = side(box.extent.x);
-        height_ = side(box.extent.y);
-    }
-
-    QPointF pixel(const TzPoint& point) const {
-        return {margin_ + (point.x - lower_.x) * scale_, height_ - margin_ - (point.y - lower_.y) * scale_};
-    }
-    int width() const { return width_; }
-    int height() const { return height_; }
-    double scale() const { return scale_; }
-
-  private:
-    TzPoint lower_;
-    double margin_;
-    double scale_;
-    int width_;
-    int height_;
-};
+TzBox boxOf(const TzPoint& lower, const TzPoint& upper) {
+    return {lower, upper, {upper.x - lower.x, upper.y - lower.y, 0}};
+}
 
 TzBox sceneBounds(const Scene& scene) {
     std::optional<TzBox> all;
@@ -60,22 +36,42 @@ TzBox sceneBounds(const Scene& scene) {
         all->lower = {std::min(all->lower.x, box.lower.x), std::min(all->lower.y, box.lower.y), 0};
         all->upper = {std::max(all->upper.x, box.upper.x), std::max(all->upper.y, box.upper.y), 0};
     }
-    if (!all) return {};
-    all->extent = {all->upper.x - all->lower.x, all->upper.y - all->lower.y, 0};
-    return *all;
+    return all ? boxOf(all->lower, all->upper) : TzBox{};
 }
 
-void addOutline(QPainterPath& path, const View& view, const MeshData& mesh, const Polygon& polygon) {
-    const uint32_t count = polygon.vertexCount;
-    if (count == 0) return;
-    const auto at = [&](uint32_t i) { return view.pixel(mesh.point(mesh.vertex(polygon, i))); };
-    path.moveTo(at(0));
-    uint32_t i = 1;
-    if (polygon.type == kTzPolygonBezier) {
-        for (; i + 2 < count; i += 3) path.cubicTo(at(i), at(i + 1), at(i + 2));
+std::string_view channelText(const ItemData& item, std::string_view name) {
+    for (const Channel& channel : item.channels) {
+        if (channel.name == name) return channel.text;
     }
-    for (; i < count; ++i) path.lineTo(at(i));
-    if (count > 2 && at(0) == at(count - 1)) path.closeSubpath();
+    return {};
+}
+
+// The page of the item's drawing: x, y, width, height, y downwards. Empty when there is none.
+QRectF pageOf(const ItemData& item, const PreviewFrame& frame) {
+    for (const ItemTag& tag : item.tags) {
+        if (tag.id != tzTag("VBOX")) continue;
+        const std::vector<double> box = readNumbers(QString::fromStdString(tag.text), 4);
+        if (box.size() == 4) return {box[0], box[1], box[2], box[3]};
+    }
+    return frame.place ? QRectF(0, 0, frame.place->width, frame.place->height) : QRectF();
+}
+
+// The height in the scene at which the drawing of the item has y = 0; nothing where there is no drawing.
+std::optional<double> originOf(const ItemData& item, const PreviewFrame& frame) {
+    if (frame.place) return frame.place->origin;
+    if (pageOf(item, frame).isEmpty()) return std::nullopt;
+    return item.mesh.bounds().upper.y;
+}
+
+// The page of the first drawing that has one, in the scene.
+std::optional<TzBox> pageBounds(const Scene& scene, const PreviewFrame& frame) {
+    for (const auto& item : scene.items()) {
+        const QRectF page = pageOf(item->data(), frame);
+        if (page.isEmpty()) continue;
+        const double zero = *originOf(item->data(), frame);
+        return boxOf({page.left(), zero - page.bottom(), 0}, {page.right(), zero - page.top(), 0});
+    }
+    return std::nullopt;
 }
 
 // Makes a dashed line solid where there would be too many dashes: each takes QPainter some hundred bytes.
@@ -92,56 +88,144 @@ void boundDashes(QPen& pen, const QPainterPath& path) {
     if (!(length * static_cast<double>(pattern.size()) <= kMostDashes * sum)) pen.setStyle(Qt::SolidLine);
 }
 
-std::string_view channelText(const ItemData& item, std::string_view name) {
-    for (const Channel& channel : item.channels) {
-        if (channel.name == name) return channel.text;
+// Draws the shapes of one mesh.
+class MeshDrawing {
+  public:
+    MeshDrawing(PreviewCanvas& canvas, const PreviewView& view, const ItemData& item,
+                const PreviewFrame& frame)
+        : canvas_(canvas),
+          view_(view),
+          item_(item),
+          definitions_(channelText(item, "svgdefs"), channelText(item, "clipdefs")),
+          pictures_(definitions_),
+          groups_(channelText(item, "groupdefs"), channelText(item, "svgrootdef")) {
+        const std::optional<double> origin = originOf(item, frame);
+        if (origin && view.scale() > 0) toPixels_ = view.fromDrawing(*origin);
     }
-    return {};
-}
 
-void drawMesh(QPainter& painter, const View& view, const ItemData& item, Progress& progress) {
-    const MeshData& mesh = item.mesh;
-    const PreviewGradients gradients(channelText(item, "svgdefs"));
-    QPainterPath path;
-    ShapeStyle style;
-    const auto draw = [&] {
-        path.setFillRule(style.fillRule);
-        boundDashes(style.pen, path);
-        painter.setPen(style.pen);
-        painter.setBrush(style.brush);
-        painter.setOpacity(style.opacity);
-        painter.drawPath(path);
-        path = QPainterPath();
-    };
-    for (uint32_t i = 0; i < mesh.polygonCount(); ++i) {
-        const Polygon& polygon = mesh.polygon(i);
-        // The polygons of one path are filled together, or its holes would be filled as well: "start{1}"
-        // opens a path, "{1}" goes on with it, "end{1}" closes it.
-        const std::string_view subPath = findTag(polygon.tags, kSubPathTag).value_or("");
-        const bool goesOn = subPath.substr(0, 1) == "{" || subPath.substr(0, 4) == "end{";
-        if (!goesOn) {
-            if (!path.isEmpty()) draw();
-            style = readStyle(polygon.tags, gradients, view.scale());
+    void draw(Progress& progress) {
+        const MeshData& mesh = item_.mesh;
+        PreviewOutline outline(view_, mesh);
+        TagRun tags;
+        for (uint32_t i = 0; i < mesh.polygonCount(); ++i) {
+            const Polygon& polygon = mesh.polygon(i);
+            // The polygons of one path are filled together, or its holes would be filled as well: "start{1}"
+            // opens a path, "{1}" goes on with it, "end{1}" closes it.
+            const std::string_view subPath = findTag(polygon.tags, tzTag("SPAT")).value_or("");
+            const bool goesOn = subPath.substr(0, 1) == "{" || subPath.substr(0, 4) == "end{";
+            if (!goesOn) {
+                if (!outline.isEmpty()) drawShape(outline.take(), tags);
+                tags = polygon.tags;
+            }
+            outline.add(polygon);
+            progress.step();
         }
-        addOutline(path, view, mesh, polygon);
-        progress.step();
+        if (!outline.isEmpty()) drawShape(outline.take(), tags);
+        enter(nullptr);
     }
-    if (!path.isEmpty()) draw();
-}
+
+  private:
+    // Opens and closes layers until those of this group and of the groups around it are open.
+    void enter(const PreviewGroup* whole) {
+        std::vector<const PreviewGroup*> wanted;
+        for (; whole; whole = whole->wholeAround) wanted.push_back(whole);
+        std::reverse(wanted.begin(), wanted.end());
+        const auto differs = std::mismatch(open_.begin(), open_.end(), wanted.begin(), wanted.end());
+        const auto kept = static_cast<size_t>(differs.first - open_.begin());
+        for (; open_.size() > kept; open_.pop_back()) {
+            closeLayer(open_.back()->opacity, open_.back()->clipPath, {QRectF(), toPixels_}, QTransform());
+        }
+        for (size_t i = kept; i < wanted.size(); ++i) {
+            canvas_.open();
+            open_.push_back(wanted[i]);
+        }
+    }
+
+    void closeLayer(double opacity, const QString& clipPath, const PaintPlace& place,
+                    const QTransform& toPicture) {
+        PreviewCanvas::Mask mask;
+        if (pictures_.hasClipPath(clipPath)) {
+            mask = [&](const QRect& part) { return pictures_.clipMask(clipPath, place, toPicture, part); };
+        }
+        canvas_.close(opacity, mask);
+    }
+
+    void drawShape(QPainterPath path, const TagRun& tags) {
+        const PreviewGroup& group = groups_.find(findTag(tags, tzTag("PGRP")).value_or(""));
+        Properties properties = group.inherited;
+        properties.apply(tags);
+        if (group.hidden || properties.isHidden()) return;
+        enter(group.whole);
+
+        // Under a transform of its own a shape is drawn as it was before it, for its stroke and its paints
+        // are transformed as well.
+        QTransform toPicture;
+        PaintSource source{definitions_, pictures_, {QRectF(), toPixels_}, 1.0, view_.scale()};
+        const QTransform own =
+            readTransform(QString::fromStdString(std::string(findTag(tags, tzTag("TRAN")).value_or(""))));
+        bool invertible = false;
+        if (toPixels_ && !own.isIdentity()) {
+            const QTransform back = (own * *toPixels_).inverted(&invertible);
+            if (invertible) {
+                path = back.map(path);
+                toPicture = own * *toPixels_;
+                source.place.fromDrawing = QTransform();
+                source.pixels = std::sqrt(std::abs(toPicture.determinant()));
+                source.units = 1.0;
+            }
+        }
+        path.setFillRule(fillRule(properties));
+        source.place.bounds = path.boundingRect();
+        const QBrush brush = fillBrush(properties, source);
+        QPen pen = strokePen(properties, source);
+        boundDashes(pen, path);
+
+        const double opacity = readOpacity(properties[Property::kOpacity]);
+        const QString clipPath = readReference(properties[Property::kClipPath]);
+        const bool both = brush.style() != Qt::NoBrush && pen.style() != Qt::NoPen;
+        const bool isWhole = (opacity < 1.0 && both) || pictures_.hasClipPath(clipPath);
+        if (isWhole) canvas_.open();
+        const double reach =
+            pen.style() == Qt::NoPen ? 1.0 : 1.0 + pen.widthF() * std::max(1.0, pen.miterLimit());
+        canvas_.willPaint(toPicture.mapRect(path.controlPointRect().adjusted(-reach, -reach, reach, reach)));
+        QPainter& painter = canvas_.painter();
+        painter.setTransform(toPicture);
+        painter.setPen(pen);
+        painter.setBrush(brush);
+        painter.setOpacity(isWhole ? 1.0 : opacity);
+        painter.drawPath(path);
+        if (isWhole) closeLayer(opacity, clipPath, source.place, toPicture);
+    }
+
+    PreviewCanvas& canvas_;
+    const PreviewView& view_;
+    const ItemData& item_;
+    const PreviewDefinitions definitions_;
+    PreviewPictures pictures_;
+    const PreviewGroups groups_;
+    std::optional<QTransform> toPixels_;  // from the drawing's coordinates
+    std::vector<const PreviewGroup*> open_;
+};
 
 }  // namespace
 
-QImage drawScene(const Scene& scene, int longSide) {
-    const View view(sceneBounds(scene), longSide);
+bool hasPage(const Scene& scene, const PreviewFrame& frame) {
+    return pageBounds(scene, frame).has_value();
+}
+
+QImage drawScene(const Scene& scene, int longSide, const PreviewFrame& frame) {
+    const std::optional<TzBox> page = frame.page ? pageBounds(scene, frame) : std::nullopt;
+    if (frame.page && !page) throw CTzError(kTzNotFound);
+    const PreviewView view = page ? PreviewView(*page, longSide, 0.0)
+                                  : PreviewView(sceneBounds(scene), longSide, longSide * kMargin);
     QImage image(view.width(), view.height(), QImage::Format_ARGB32_Premultiplied);
     if (image.isNull()) throw CTzError(kTzOutOfMemory);
     image.fill(Qt::white);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
+    PreviewCanvas canvas(image);
     uint64_t polygons = 0;
     for (const auto& item : scene.items()) polygons += item->data().mesh.polygonCount();
     Progress progress(scene.observer(), "drawing", polygons);
-    for (const auto& item : scene.items()) drawMesh(painter, view, item->data(), progress);
+    for (const auto& item : scene.items()) MeshDrawing(canvas, view, item->data(), frame).draw(progress);
     return image;
 }
 

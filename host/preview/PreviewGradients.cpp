@@ -1,95 +1,111 @@
 #include "host/preview/PreviewGradients.h"
 
 #include <QColor>
-#include <QXmlStreamReader>
 #include <algorithm>
 #include <cmath>
+#include <memory>
+
+#include "host/preview/PreviewText.h"
 
 namespace tzhost {
 namespace {
 
-QString attribute(const QXmlStreamReader& reader, const char* name) {
-    return reader.attributes().value(QLatin1String(name)).toString().trimmed();
-}
+// Qt takes time in proportion to their square.
+constexpr int kMostStops = 1024;
 
 // A coordinate of a gradient: a number, or a percentage as its part of one.
-double coordinate(const QXmlStreamReader& reader, const char* name, double absent) {
-    QString text = attribute(reader, name);
-    const bool percent = text.endsWith(QLatin1Char('%'));
-    if (percent) text.chop(1);
-    bool ok = false;
-    const double number = text.toDouble(&ok);
-    if (!ok || !std::isfinite(number)) return absent;
-    return percent ? number / 100.0 : number;
+double coordinate(const PreviewDefinitions& definitions, int element, const char* name, double absent) {
+    return readFraction(definitions.inherited(element, name)).value_or(absent);
 }
 
 // A property of a stop, from its style or its attribute.
-QString property(const QXmlStreamReader& reader, const char* name) {
-    const QString key = QLatin1String(name) + QLatin1Char(':');
-    const QStringList declarations = attribute(reader, "style").split(QLatin1Char(';'));
-    for (const QString& declaration : declarations) {
-        const QString trimmed = declaration.trimmed();
-        if (trimmed.startsWith(key)) return trimmed.mid(key.size()).trimmed();
-    }
-    return attribute(reader, name);
+QString property(const PreviewDefinitions::Element& stop, const char* name) {
+    const QString styled = styleProperty(stop.attribute("style"), name);
+    return styled.isEmpty() ? stop.attribute(name) : styled;
 }
 
-std::unique_ptr<QGradient> makeGradient(const QXmlStreamReader& reader) {
-    const bool userSpace = attribute(reader, "gradientUnits") == QLatin1String("userSpaceOnUse");
-    if (reader.name() == QLatin1String("linearGradient")) {
-        QPointF from(coordinate(reader, "x1", 0), coordinate(reader, "y1", 0));
-        QPointF to(coordinate(reader, "x2", 1), coordinate(reader, "y2", 0));
-        if (userSpace) {
-            // Only its direction is known here.
-            const QPointF along = to - from;
-            const double length = std::max(std::abs(along.x()), std::abs(along.y()));
-            if (length > 0) {
-                from = QPointF(along.x() < 0 ? 1 : 0, along.y() < 0 ? 1 : 0);
-                to = from + along / length;
+// Those of the nearest gradient that has any.
+QGradientStops stops(const PreviewDefinitions& definitions, int element, double opacity) {
+    QGradientStops found;
+    for (int links = 0; element >= 0 && links < 32 && found.isEmpty(); ++links) {
+        const int end = definitions.elements()[static_cast<size_t>(element)].end;
+        double last = 0.0;
+        int alike = 0;  // stops at that place
+        for (int i = element + 1; i < end && found.size() < kMostStops; ++i) {
+            const auto& stop = definitions.elements()[static_cast<size_t>(i)];
+            if (stop.name != QLatin1String("stop")) continue;
+            QColor colour(property(stop, "stop-color"));
+            if (!colour.isValid()) colour = Qt::black;
+            colour.setAlphaF(colour.alphaF() * readOpacity(property(stop, "stop-opacity")) * opacity);
+            // A stop stands nowhere before the one it follows. Of several at one place the first and the last
+            // are seen; Qt wants them apart.
+            constexpr double kApart = 1e-6;
+            const double offset = std::clamp(readFraction(stop.attribute("offset")).value_or(0.0), 0.0, 1.0);
+            if (found.isEmpty() || offset > last) {
+                last = offset;
+                alike = 1;
+            } else if (++alike == 2) {
+                found.back().first = std::max(0.0, last - kApart);
+            } else {
+                found.pop_back();
             }
+            found.push_back({last, colour});
         }
-        return std::make_unique<QLinearGradient>(from, to);
+        element = definitions.origin(element);
     }
-    const QPointF centre(coordinate(reader, "cx", 0.5), coordinate(reader, "cy", 0.5));
-    if (userSpace) return std::make_unique<QRadialGradient>(QPointF(0.5, 0.5), 0.5);
-    return std::make_unique<QRadialGradient>(
-        centre, coordinate(reader, "r", 0.5),
-        QPointF(coordinate(reader, "fx", centre.x()), coordinate(reader, "fy", centre.y())));
+    return found;
 }
 
-void addStop(const QXmlStreamReader& reader, QGradient& gradient) {
-    QColor colour(property(reader, "stop-color"));
-    if (!colour.isValid()) colour = Qt::black;
-    bool ok = false;
-    const double opacity = property(reader, "stop-opacity").toDouble(&ok);
-    if (ok) colour.setAlphaF(std::clamp(opacity, 0.0, 1.0));
-    gradient.setColorAt(std::clamp(coordinate(reader, "offset", 0), 0.0, 1.0), colour);
+std::unique_ptr<QGradient> linear(const PreviewDefinitions& definitions, int element, bool directionOnly) {
+    QPointF from(coordinate(definitions, element, "x1", 0), coordinate(definitions, element, "y1", 0));
+    QPointF to(coordinate(definitions, element, "x2", 1), coordinate(definitions, element, "y2", 0));
+    if (directionOnly) {
+        const QPointF along = to - from;
+        const double length = std::max(std::abs(along.x()), std::abs(along.y()));
+        if (length > 0) {
+            from = QPointF(along.x() < 0 ? 1 : 0, along.y() < 0 ? 1 : 0);
+            to = from + along / length;
+        }
+    }
+    return std::make_unique<QLinearGradient>(from, to);
+}
+
+std::unique_ptr<QGradient> radial(const PreviewDefinitions& definitions, int element, bool directionOnly) {
+    if (directionOnly) return std::make_unique<QRadialGradient>(QPointF(0.5, 0.5), 0.5);
+    const QPointF centre(coordinate(definitions, element, "cx", 0.5),
+                         coordinate(definitions, element, "cy", 0.5));
+    const QPointF focus(coordinate(definitions, element, "fx", centre.x()),
+                        coordinate(definitions, element, "fy", centre.y()));
+    return std::make_unique<QRadialGradient>(centre, coordinate(definitions, element, "r", 0.5), focus);
 }
 
 }  // namespace
 
-PreviewGradients::PreviewGradients(std::string_view definitions) {
-    if (definitions.empty()) return;
-    const QString fragment = QString::fromUtf8(definitions.data(), static_cast<int>(definitions.size()));
-    QXmlStreamReader reader(QLatin1String("<svg>") + fragment + QLatin1String("</svg>"));
-    reader.setNamespaceProcessing(false);
-    std::shared_ptr<QGradient> current;
-    while (!reader.atEnd()) {
-        if (reader.readNext() != QXmlStreamReader::StartElement) continue;
-        const auto name = reader.name();
-        if (name == QLatin1String("linearGradient") || name == QLatin1String("radialGradient")) {
-            current = makeGradient(reader);
-            current->setCoordinateMode(QGradient::ObjectMode);
-            gradients_.insert(attribute(reader, "id"), current);
-        } else if (name == QLatin1String("stop") && current) {
-            addStop(reader, *current);
-        }
-    }
-}
+QBrush gradientBrush(const PreviewDefinitions& definitions, const QString& id, const PaintPlace& place,
+                     double opacity) {
+    const int element = definitions.find(id, {"linearGradient", "radialGradient"});
+    if (element < 0) return {};
+    const bool inDrawing = definitions.inherited(element, "gradientUnits") == QLatin1String("userSpaceOnUse");
+    const bool directionOnly = inDrawing && !place.fromDrawing;
+    const bool isLinear =
+        definitions.elements()[static_cast<size_t>(element)].name == QLatin1String("linearGradient");
+    const std::unique_ptr<QGradient> gradient =
+        isLinear ? linear(definitions, element, directionOnly) : radial(definitions, element, directionOnly);
+    const QString spread = definitions.inherited(element, "spreadMethod");
+    if (spread == QLatin1String("reflect")) gradient->setSpread(QGradient::ReflectSpread);
+    if (spread == QLatin1String("repeat")) gradient->setSpread(QGradient::RepeatSpread);
+    // Colours and opacities each by themselves, as SVG has it.
+    gradient->setInterpolationMode(QGradient::ComponentInterpolation);
+    gradient->setStops(stops(definitions, element, opacity));
 
-QBrush PreviewGradients::brush(const QString& id) const {
-    const auto found = gradients_.constFind(id);
-    return found == gradients_.constEnd() ? QBrush() : QBrush(**found);
+    const QRectF& box = place.bounds;
+    QTransform toPlace(box.width(), 0, 0, box.height(), box.x(), box.y());
+    if (inDrawing && !directionOnly) toPlace = *place.fromDrawing;
+    QBrush brush(*gradient);
+    const QTransform own =
+        directionOnly ? QTransform() : readTransform(definitions.inherited(element, "gradientTransform"));
+    brush.setTransform(own * toPlace);
+    return brush;
 }
 
 }  // namespace tzhost

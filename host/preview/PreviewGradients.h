@@ -1,27 +1,28 @@
-// The gradients that a drawing's definitions hold, as brushes for a preview. Used by Preview.cpp.
+// The gradients that a drawing's definitions hold, as brushes for a preview. Used by PreviewStyle.cpp.
 #pragma once
 
 #include <QBrush>
-#include <QHash>
+#include <QRectF>
 #include <QString>
-#include <memory>
-#include <string_view>
+#include <QTransform>
+#include <optional>
+
+#include "host/preview/PreviewDefinitions.h"
 
 namespace tzhost {
 
-// Reads linear and radial gradients with their stops out of a fragment of SVG, the text of a channel; text
-// that does not parse gives none.
-class PreviewGradients {
-  public:
-    explicit PreviewGradients(std::string_view definitions);
-
-    // The gradient of that id, spanning the bounds of the shape that is painted with it; no brush when there
-    // is none. A preview does not know the user space of the drawing: of a gradient in user space only the
-    // direction is kept.
-    QBrush brush(const QString& id) const;
-
-  private:
-    QHash<QString, std::shared_ptr<const QGradient>> gradients_;
+// Where a shape stands that is painted.
+struct PaintPlace {
+    QRectF bounds;  // of its outline, in the painter's coordinates
+    // From the drawing's own coordinates, y downwards, to the painter's. Nothing when a scene does not tell
+    // where it has its drawing's coordinates.
+    std::optional<QTransform> fromDrawing;
 };
+
+// The linear or radial gradient of that id, with the opacity of each stop multiplied; no brush when there is
+// none. Of a gradient in the drawing's coordinates, where those are not known, only the direction is kept: it
+// spans the bounds of the shape.
+QBrush gradientBrush(const PreviewDefinitions& definitions, const QString& id, const PaintPlace& place,
+                     double opacity);
 
 }  // namespace tzhost

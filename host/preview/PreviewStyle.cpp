@@ -8,38 +8,13 @@
 #include <algorithm>
 #include <optional>
 
+#include "host/preview/PreviewText.h"
+
 namespace tzhost {
 namespace {
 
 // Wider than any picture, and still a width that Qt can draw.
-constexpr double kWidestPen = 100'000.0;
-
-QString tagText(const TagRun& tags, TzTagId id) {
-    const auto text = findTag(tags, id);
-    return text ? QString::fromUtf8(text->data(), static_cast<int>(text->size())).trimmed() : QString();
-}
-
-// The number that a text starts with: "2.5px" is 2.5.
-std::optional<double> leadingNumber(const QString& text) {
-    // Text can be very long, and each attempt below takes time in proportion.
-    constexpr qsizetype kLongest = 64;
-    const auto longest = static_cast<int>(std::min<qsizetype>(text.size(), kLongest));
-    int length = 0;
-    while (length < longest && QStringLiteral("+-.0123456789eE").contains(text.at(length))) ++length;
-    for (; length > 0; --length) {
-        bool ok = false;
-        const double number = text.left(length).toDouble(&ok);
-        if (ok) return number;
-    }
-    return std::nullopt;
-}
-
-// A fraction from 0 to 1: "0.5" or "50%".
-double share(const QString& text) {
-    const std::optional<double> number = leadingNumber(text);
-    if (!number) return 1.0;
-    return std::clamp(text.endsWith(QLatin1Char('%')) ? *number / 100.0 : *number, 0.0, 1.0);
-}
+constexpr double kWidestPen = 100'000.0;  // pixels
 
 // "rgb(255, 0, 50%)" and "rgb: 1 0 0.5".
 QColor componentColour(const QString& text) {
@@ -71,48 +46,37 @@ std::optional<double> sceneLength(const QString& text) {
     return *number * kMetres.value(text.right(2), 1.0);
 }
 
-// The id that "url(#id)" refers to; empty for other paint.
-QString reference(const QString& text) {
-    const auto end = text.indexOf(QLatin1Char(')'));
-    if (!text.startsWith(QLatin1String("url(")) || end < 0) return {};
-    QString id = text.mid(4, end - 4).trimmed();
-    id.remove(QLatin1Char('"')).remove(QLatin1Char('\''));
-    return id.mid(id.startsWith(QLatin1Char('#')) ? 1 : 0);
-}
-
 QColor withOpacity(QColor colour, double opacity) {
     colour.setAlphaF(colour.alphaF() * opacity);
     return colour;
 }
 
-// The gradient with the opacity of each stop multiplied.
-QBrush withOpacity(const QBrush& brush, double opacity) {
-    if (opacity >= 1.0) return brush;
-    QGradient gradient = *brush.gradient();
-    QGradientStops stops = gradient.stops();
-    for (auto& stop : stops) stop.second = withOpacity(stop.second, opacity);
-    gradient.setStops(stops);
-    return QBrush(gradient);
-}
-
 // A paint: no brush for "none", `absent` for an empty or unknown text.
-QBrush paint(const QString& text, const QBrush& absent, const PreviewGradients& gradients, double opacity) {
+QBrush paint(const QString& text, const Properties& properties, const QBrush& absent,
+             const PaintSource& source, double opacity) {
     static const QColor kNeutral(128, 128, 128, 40);
     if (text.isEmpty()) return absent;
     if (text == QLatin1String("none") || text == QLatin1String("transparent")) return {};
-    const QString id = reference(text);
+    const QString id = readReference(text);
     if (!id.isEmpty()) {
-        const QBrush gradient = gradients.brush(id);
-        return gradient.gradient() ? withOpacity(gradient, opacity) : QBrush(kNeutral);
+        QBrush brush = gradientBrush(source.definitions, id, source.place, opacity);
+        if (brush.style() == Qt::NoBrush) {
+            brush = source.pictures.patternBrush(id, source.place, source.pixels, opacity);
+        }
+        return brush.style() == Qt::NoBrush ? QBrush(kNeutral) : brush;
     }
-    if (text == QLatin1String("currentColor")) return withOpacity(QColor(Qt::black), opacity);
+    if (text == QLatin1String("currentColor")) {
+        const QString& colour = properties[Property::kColor];
+        const QBrush black = withOpacity(QColor(Qt::black), opacity);
+        return colour == text ? black : paint(colour, properties, black, source, opacity);
+    }
     const bool components = text.startsWith(QLatin1String("rgb(")) || text.startsWith(QLatin1String("rgb:"));
     const QColor colour = components ? componentColour(text) : QColor(text);
     return colour.isValid() ? QBrush(withOpacity(colour, opacity)) : absent;
 }
 
 // The dashes of a stroke in units of its width, as QPen wants them; empty when the list is no valid pattern.
-QVector<double> dashes(const QString& text, double width, double scale) {
+QVector<double> dashes(const QString& text, double width, double pixels) {
     QString list = text;
     list.replace(QLatin1Char(','), QLatin1Char(' '));
     const QStringList parts = list.simplified().split(QLatin1Char(' '));
@@ -128,7 +92,7 @@ QVector<double> dashes(const QString& text, double width, double scale) {
     }
     if (pattern.size() % 2 != 0) pattern += pattern;
     constexpr double kShortest = 0.5;  // in pixels; shorter patterns look like a solid line, and are slow
-    return sum * width * scale > kShortest ? pattern : QVector<double>();
+    return sum * width * pixels > kShortest ? pattern : QVector<double>();
 }
 
 Qt::PenCapStyle capStyle(const QString& text) {
@@ -141,34 +105,35 @@ Qt::PenJoinStyle joinStyle(const QString& text) {
     return text == QLatin1String("bevel") ? Qt::BevelJoin : Qt::SvgMiterJoin;
 }
 
-QPen strokePen(const TagRun& tags, const PreviewGradients& gradients, double scale) {
-    const double opacity = share(tagText(tags, tzTag("LALF")));
-    const QBrush brush = paint(tagText(tags, tzTag("LCOL")), {}, gradients, opacity);
-    const double width = sceneLength(tagText(tags, tzTag("LWID"))).value_or(1.0);
-    if (brush.style() == Qt::NoBrush || width <= 0 || scale <= 0) return QPen(Qt::NoPen);
-    QPen pen(brush, std::min(width * scale, kWidestPen));
-    pen.setCapStyle(capStyle(tagText(tags, tzTag("LCAP"))));
-    pen.setJoinStyle(joinStyle(tagText(tags, tzTag("LJON"))));
-    pen.setMiterLimit(std::max(1.0, leadingNumber(tagText(tags, tzTag("MLIM"))).value_or(4.0)));
-    const QVector<double> pattern = dashes(tagText(tags, tzTag("DARR")), width, scale);
+}  // namespace
+
+QBrush fillBrush(const Properties& properties, const PaintSource& source) {
+    const double opacity = readOpacity(properties[Property::kFillOpacity]);
+    const QBrush absent = withOpacity(QColor(Qt::black), opacity);
+    return paint(properties[Property::kFill], properties, absent, source, opacity);
+}
+
+QPen strokePen(const Properties& properties, const PaintSource& source) {
+    const double opacity = readOpacity(properties[Property::kStrokeOpacity]);
+    const double width = sceneLength(properties[Property::kStrokeWidth]).value_or(1.0);
+    if (width <= 0 || source.units <= 0) return QPen(Qt::NoPen);
+    const QBrush brush = paint(properties[Property::kStroke], properties, {}, source, opacity);
+    if (brush.style() == Qt::NoBrush) return QPen(Qt::NoPen);
+    QPen pen(brush, std::min(width * source.units, kWidestPen / source.pixels));
+    pen.setCapStyle(capStyle(properties[Property::kCap]));
+    pen.setJoinStyle(joinStyle(properties[Property::kJoin]));
+    pen.setMiterLimit(std::max(1.0, leadingNumber(properties[Property::kMiterLimit]).value_or(4.0)));
+    const QVector<double> pattern =
+        dashes(properties[Property::kDashes], width, source.units * source.pixels);
     if (!pattern.isEmpty()) {
         pen.setDashPattern(pattern);
-        pen.setDashOffset(sceneLength(tagText(tags, tzTag("DOFF"))).value_or(0.0) / width);
+        pen.setDashOffset(sceneLength(properties[Property::kDashOffset]).value_or(0.0) / width);
     }
     return pen;
 }
 
-}  // namespace
-
-ShapeStyle readStyle(const TagRun& tags, const PreviewGradients& gradients, double scale) {
-    ShapeStyle style;
-    const double fillOpacity = share(tagText(tags, tzTag("FILO")));
-    const QBrush absent = withOpacity(QColor(Qt::black), fillOpacity);
-    style.brush = paint(tagText(tags, tzTag("FILL")), absent, gradients, fillOpacity);
-    style.pen = strokePen(tags, gradients, scale);
-    if (tagText(tags, tzTag("FILR")) == QLatin1String("evenodd")) style.fillRule = Qt::OddEvenFill;
-    style.opacity = share(tagText(tags, tzTag("OPAC")));
-    return style;
+Qt::FillRule fillRule(const Properties& properties) {
+    return properties[Property::kFillRule] == QLatin1String("evenodd") ? Qt::OddEvenFill : Qt::WindingFill;
 }
 
 }  // namespace tzhost

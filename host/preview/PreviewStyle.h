@@ -1,4 +1,4 @@
-// How a polygon is drawn in a preview, read from its presentation tags; defaults are those of SVG.
+// How a polygon is drawn in a preview, made of its presentation properties; defaults are those of SVG.
 // Used by Preview.cpp.
 #pragma once
 
@@ -6,19 +6,26 @@
 #include <QPen>
 
 #include "host/preview/PreviewGradients.h"
-#include "host/scene/Tags.h"
+#include "host/preview/PreviewPictures.h"
+#include "host/preview/PreviewProperties.h"
 
 namespace tzhost {
 
-struct ShapeStyle {
-    QBrush brush;
-    QPen pen;
-    Qt::FillRule fillRule = Qt::WindingFill;
-    double opacity = 1.0;
+// What paints are looked up in, and where the shape stands that they are for.
+struct PaintSource {
+    const PreviewDefinitions& definitions;
+    PreviewPictures& pictures;
+    PaintPlace place;
+    double pixels = 1.0;  // to a unit of the painter's coordinates
+    double units = 1.0;   // of the painter's coordinates to a scene unit
 };
 
-// `scale` is pixels per scene unit; lengths with an absolute unit are in metres, as the geometry is. A paint
-// that a preview cannot draw (a pattern) becomes a translucent grey.
-ShapeStyle readStyle(const TagRun& tags, const PreviewGradients& gradients, double scale);
+// A paint that a preview cannot draw becomes a translucent grey.
+QBrush fillBrush(const Properties& properties, const PaintSource& source);
+
+// Lengths with an absolute unit are in metres, as the geometry is.
+QPen strokePen(const Properties& properties, const PaintSource& source);
+
+Qt::FillRule fillRule(const Properties& properties);
 
 }  // namespace tzhost

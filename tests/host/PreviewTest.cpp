@@ -23,13 +23,15 @@ struct Shape {
     TzTagId type = kTzPolygonLine;
 };
 
-// Draws polygons over the corners of a 100-square, and of a 40-square in its middle, lower left first, ccw.
-QImage draw(const std::vector<Shape>& shapes, const std::string& definitions = {}) {
-    const Host host;
-    const ScenePtr scene = host.makeScene();
+// A scene of polygons over the corners of a 100-square, and of a 40-square in its middle, lower left first,
+// ccw.
+ScenePtr makeScene(const Host& host, const std::vector<Shape>& shapes, std::vector<Channel> channels,
+                   const std::string& viewBox = {}) {
+    ScenePtr scene = host.makeScene();
     ItemData item;
     item.type = kTzItemMesh;
-    item.channels = {{"clipdefs", "<clipPath/>"}, {"svgdefs", definitions}};
+    item.channels = std::move(channels);
+    if (!viewBox.empty()) item.tags = {{tzTag("VBOX"), viewBox}};
     const TzPoint points[] = {{0, 0, 0},   {100, 0, 0}, {100, 100, 0}, {0, 100, 0},
                               {30, 30, 0}, {70, 30, 0}, {70, 70, 0},   {30, 70, 0}};
     item.mesh.addPoints(points, 8);
@@ -41,7 +43,13 @@ QImage draw(const std::vector<Shape>& shapes, const std::string& definitions = {
             item.mesh.setTag(polygon, tagFromName(tag.substr(0, 4)).value(), tag.substr(5));
     }
     scene->addItem(std::move(item));
-    return drawScene(*scene, kSide);
+    return scene;
+}
+
+QImage draw(const std::vector<Shape>& shapes, const std::string& definitions = {}) {
+    const Host host;
+    return drawScene(*makeScene(host, shapes, {{"clipdefs", "<clipPath/>"}, {"svgdefs", definitions}}),
+                     kSide);
 }
 
 // The colour at a place in scene units, as "#rrggbb".
@@ -119,6 +127,47 @@ TEST(Preview, BoundsDashes) {
     EXPECT_EQ(at(draw({{vertices, tags}}), 55, 0), "#ffffff");
     for (int i = 0; i < 10000; ++i) vertices.insert(vertices.end(), {0, 1});
     EXPECT_EQ(at(draw({{vertices, tags}}), 55, 0), "#ff0000");
+}
+
+TEST(Preview, DrawsAsTheDrawingSays) {
+    for (const auto& row : readTable("host/preview-drawings.txt", 5)) {
+        const Host host;
+        const auto slash = row[2].find('/');
+        const ScenePtr scene = makeScene(
+            host, {{{0, 1, 2, 3, 0}, row[2].substr(0, slash)}, {{4, 5, 6, 7, 4}, row[2].substr(slash + 1)}},
+            {{"groupdefs", row[0]}, {"svgdefs", row[1]}}, "0 0 100 100");
+        EXPECT_EQ(row[4], at(drawScene(*scene, kSide), row[3])) << row[0] << row[1] << row[2] << row[3];
+    }
+}
+
+// A path that repeats itself: not every copy is drawn, but what is seen is the same.
+TEST(Preview, DrawsRepeatedSubPaths) {
+    for (const int copies : {3000, 3001}) {
+        for (const char* const rule : {"nonzero", "evenodd"}) {
+            std::vector<Shape> shapes;
+            for (int i = 0; i < copies; ++i) {
+                const std::string place = i == 0 ? "start{1}" : i + 1 == copies ? "end{1}" : "{1}";
+                shapes.push_back({{0, 1, 2, 3, 0}, "SPAT=" + place + ";FILR=" + rule});
+            }
+            const bool isEmpty = copies % 2 == 0 && rule == std::string("evenodd");
+            EXPECT_EQ(isEmpty ? "#ffffff" : "#000000", at(draw(shapes), 50, 50)) << copies << rule;
+        }
+    }
+}
+
+TEST(Preview, ShowsThePage) {
+    const Host host;
+    const ScenePtr scene = makeScene(host, {{{4, 5, 6, 7, 4}, "FILL=red"}}, {}, "-100, 10 200 50");
+    // The scene's top, 100, is where the drawing has y = 0.
+    const QImage picture = drawScene(*scene, kSide, {true});
+    EXPECT_EQ(picture.size(), QSize(200, 50));
+    EXPECT_EQ(picture.pixelColor(150, 25), QColor(Qt::red));
+    EXPECT_EQ(picture.pixelColor(150, 15), QColor(Qt::white));
+    EXPECT_EQ(picture.pixelColor(50, 25), QColor(Qt::white));
+    // Where it is said to be elsewhere.
+    EXPECT_EQ(drawScene(*scene, kSide, {true, DrawingPlace{110}}).pixelColor(150, 25), QColor(Qt::white));
+    EXPECT_FALSE(hasPage(*host.makeScene(), {true}));
+    EXPECT_THROW(drawScene(*host.makeScene(), kSide, {true}), CTzError);
 }
 
 TEST(Preview, TurnsYDownwards) {

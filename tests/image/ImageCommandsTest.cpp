@@ -63,6 +63,36 @@ TEST_F(ImageCommands, imageInfo) {
         EXPECT_NE(info.find(level), std::string::npos) << info;
 }
 
+// The page of a drawing, whatever its lowest shape is and where it stands; a scene file takes its top for the
+// page's.
+TEST_F(ImageCommands, previewThePage) {
+    const struct {
+        const char* drawing;
+        int left, top;  // of a square of 20 pixels, in a picture of 80 by 40
+    } rows[] = {
+        {"<svg viewBox='0 0 8 4'><path d='M1,1 H3 V3 H1 z'/></svg>", 10, 10},
+        {"<svg viewBox='-1 -4 8 4'><path d='M1,-3 H3 V-1 H1 z'/></svg>", 20, 10},
+        {"<svg viewBox='0 0 8 4'><defs><path d='M0,90 H3'/></defs><path d='M1,1 H3 V3 H1 z'/></svg>", 10, 10},
+        {"<svg width='8' height='4'><path d='M1,1 H3 V3 H1 z'/></svg>", 10, 10},
+        {"<svg width='8mm' height='4mm'><rect x='1mm' y='1mm' width='2mm' height='2mm'/></svg>", 10, 10},
+    };
+    for (const auto& row : rows) {
+        folder_.write("page.svg", row.drawing);
+        ASSERT_EQ(run("preview page.svg page.png --page --size 80"), 0) << folder_.read(".err");
+        QImage expected(80, 40, QImage::Format_RGB32);
+        expected.fill(Qt::white);
+        for (int x = 0; x < 20; ++x)
+            for (int y = 0; y < 20; ++y) expected.setPixelColor(row.left + x, row.top + y, Qt::black);
+        EXPECT_EQ(picture("page.png").convertToFormat(QImage::Format_RGB32), expected) << row.drawing;
+    }
+    folder_.write("page.svg", rows[0].drawing);
+    ASSERT_EQ(run("import page.svg page.json") + run("preview page.json page.png --page --size 80"), 0);
+    EXPECT_EQ(picture("page.png").pixelColor(15, 5), QColor(Qt::black));
+    folder_.write("page.svg", "<svg><path d='M1,1 H3 V3 H1 z'/></svg>");
+    EXPECT_EQ(run("import page.svg page.json") + run("preview page.json page.png --page"), 1);
+    EXPECT_NE(folder_.read(".err").find("neither a view box nor a size"), std::string::npos);
+}
+
 TEST_F(ImageCommands, tileAndSample) {
     ASSERT_EQ(run("tile half.svg 8 0 0 tile.png --threads 4"), 0) << folder_.read(".err");
     const QImage png = picture("tile.png");

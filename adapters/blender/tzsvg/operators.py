@@ -98,7 +98,10 @@ class ImportDrawing(bpy.types.Operator, ImportHelper, Runs):
 
         def read(progress):
             with tzhost.Session(LIBRARIES) as session:
-                return session.read(file, normalize, progress)
+                result = session.read(file, normalize, progress)
+            if self.work.stop:      # Esc after the last time that the module asked
+                raise tzhost.Cancelled()
+            return result
         return self.start(context, read)
 
     def done(self, context, result):

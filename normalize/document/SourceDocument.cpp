@@ -39,6 +39,21 @@ Reason limitReason(const QString& text) {
     return {Refusal::kTooLarge, QStringLiteral("its entities expand to too much text")};
 }
 
+bool isSvgName(QStringView qualifiedName) {
+    return qualifiedName == u"svg" || qualifiedName.endsWith(u":svg");
+}
+
+// Whether the document was read: it is plain, and nothing refuses it.
+bool readPlain(const QString& text, SourceDocument::Storage& storage) {
+    tzsvg::PlainXmlReader reader(text, tzsvg::PlainXmlReader::Lines::kMany);
+    while (!reader.atEnd() && reader.readNext() != QXmlStreamReader::StartElement) {
+    }
+    if (reader.hasError() || !isSvgName(reader.qualifiedName())) return false;
+    TagPlaces places(text);
+    const Reason refused = TreeBuilder(storage, places).build(reader);
+    return !refused && !reader.hasError() && storage.elements.front().tag() == Tag::kSvg;
+}
+
 }  // namespace
 
 QStringView SourceElement::href() const {
@@ -53,23 +68,32 @@ Reason SourceDocument::read(const QByteArray& bytes) {
     QString text;
     const Reason unreadable = textOfBytes(bytes, text);
     if (unreadable) return unreadable;
+    if (!readPlain(text, *storage_)) {
+        storage_ = std::make_unique<Storage>();
+        const Reason refused = readByQt(text);
+        if (refused) return refused;
+    }
     storage_->textSize = size_t(text.size());
+    return {};
+}
+
+Reason SourceDocument::readByQt(const QString& text) {
     QXmlStreamReader reader(text);
     reader.setNamespaceProcessing(false);
     while (!reader.atEnd() && !reader.isStartElement()) reader.readNext();
     if (reader.hasError()) return reasonOf(reader, text);
     TagPlaces places(text);
-    places.moveTo(reader.characterOffset());
+    places.moveTo(reader);
     const qint64 line = places.line();
     const qint64 column = places.column();
-    if (reader.name() != QLatin1String("svg") && !reader.qualifiedName().endsWith(QLatin1String(":svg"))) {
+    if (!isSvgName(reader.qualifiedName())) {
         return {Refusal::kNotSvg,
                 QStringLiteral("no SVG: its root is the element \"%1\"").arg(reader.qualifiedName()), line,
                 column};
     }
     const Reason limited = limitReason(text);
     if (limited) return limited;
-    const Reason refused = TreeBuilder(reader, *storage_, places).build();
+    const Reason refused = TreeBuilder(*storage_, places).build(reader);
     if (refused) return refused;
     if (reader.hasError()) return reasonOf(reader, text);
     if (root().tag() != Tag::kSvg) {

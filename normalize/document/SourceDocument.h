@@ -51,6 +51,8 @@ class SourceDocument {
     struct Storage;
 
   private:
+    Reason readByQt(const QString& text);
+
     std::unique_ptr<Storage> storage_;
 };
 

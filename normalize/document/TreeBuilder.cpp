@@ -24,22 +24,22 @@ bool keepsText(Tag tag) {
 
 }  // namespace
 
-Reason TreeBuilder::build() {
-    startElement();
-    while (!reader_.atEnd()) {
-        switch (reader_.readNext()) {
+template <class Reader>
+Reason TreeBuilder::build(Reader& reader) {
+    startElement(reader);
+    while (!reader.atEnd()) {
+        switch (reader.readNext()) {
             case QXmlStreamReader::StartElement:
                 if (storage_.elements.size() >= SourceDocument::kMaxElements)
                     return {Refusal::kTooManyElements,
                             QStringLiteral("it has more than %1 elements").arg(SourceDocument::kMaxElements)};
-                places_.moveTo(reader_.characterOffset());
-                startElement();
+                startElement(reader);
                 break;
             case QXmlStreamReader::EndElement:
                 endElement();
                 break;
             case QXmlStreamReader::Characters:
-                if (!open_.empty() && open_.back().keepsText) text_ += reader_.text();
+                if (!open_.empty() && open_.back().keepsText) text_ += reader.text();
                 break;
             default:
                 break;
@@ -47,16 +47,20 @@ Reason TreeBuilder::build() {
     }
     return {};
 }
+template Reason TreeBuilder::build(QXmlStreamReader& reader);
+template Reason TreeBuilder::build(tzsvg::PlainXmlReader& reader);
 
-void TreeBuilder::startElement() {
+template <class Reader>
+void TreeBuilder::startElement(const Reader& reader) {
     flushText();
-    const QXmlStreamAttributes attributes = reader_.attributes();
+    places_.moveTo(reader);
+    const auto& attributes = reader.attributes();
     SourceElement& element = storage_.elements.emplace_back();
     element.index_ = uint32_t(storage_.elements.size() - 1);
     element.line_ = uint32_t(places_.line());
     element.column_ = uint32_t(places_.column());
     bool declares = false;
-    for (const QXmlStreamAttribute& one : attributes) {
+    for (const auto& one : attributes) {
         const QStringView name = one.qualifiedName();
         if (!name.startsWith(u"xmlns") || (name.size() > 5 && name[5] != u':')) continue;
         scopes_.declare(open_.size(), storage_.texts.keep(name.size() > 6 ? name.mid(6) : QStringView()),
@@ -67,7 +71,7 @@ void TreeBuilder::startElement() {
         elementNames_.clear();
         attributeNames_.clear();
     }
-    const QStringView qualifiedName = reader_.qualifiedName();
+    const QStringView qualifiedName = reader.qualifiedName();
     if (open_.empty()) hasNamespace_ = !scopes_.uriOf(split(qualifiedName).prefix).isEmpty();
     const ElementName name = elementName(qualifiedName);
     element.tag_ = name.tag;
@@ -101,10 +105,11 @@ void TreeBuilder::flushText() {
     text_.clear();
 }
 
-void TreeBuilder::readAttributes(SourceElement& element, const QXmlStreamAttributes& attributes) {
+template <class Attributes>
+void TreeBuilder::readAttributes(SourceElement& element, const Attributes& attributes) {
     SourceAttribute* const kept = storage_.attributes.make(size_t(attributes.size()));
     uint16_t count = 0;
-    for (const QXmlStreamAttribute& one : attributes) {
+    for (const auto& one : attributes) {
         const QStringView text = one.qualifiedName();
         const AttributeName* const name = attributeName(text);
         if (!name) continue;

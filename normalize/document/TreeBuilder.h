@@ -1,4 +1,5 @@
-// Builds the tree of a document from the tokens of an XML reader. Used by SourceDocument.
+// Builds the tree of a document from the tokens of an XML reader: the plain one, or Qt's. Used by
+// SourceDocument.
 #pragma once
 
 #include <QHash>
@@ -26,14 +27,13 @@ struct SourceDocument::Storage {
 
 class TreeBuilder {
   public:
-    // The reader stands at the start tag of the root, and does not look after namespaces: drawings often use
-    // prefixes that they do not declare, which renderers forgive.
-    // `places` stand at it, too.
-    TreeBuilder(QXmlStreamReader& reader, SourceDocument::Storage& storage, TagPlaces& places)
-        : reader_(reader), storage_(storage), places_(places) {}
+    // `places` are those of the reader's text.
+    TreeBuilder(SourceDocument::Storage& storage, TagPlaces& places) : storage_(storage), places_(places) {}
 
-    // Reads to the end of the document.
-    Reason build();
+    // Reads to the end of the document. The reader stands at the start tag of the root, and does not look
+    // after namespaces: drawings often use prefixes that they do not declare, which renderers forgive.
+    template <class Reader>
+    Reason build(Reader& reader);
 
   private:
     // An element whose end has not come.
@@ -48,16 +48,17 @@ class TreeBuilder {
         QStringView localName;
     };
 
-    void startElement();
+    template <class Reader>
+    void startElement(const Reader& reader);
     void endElement();
     void flushText();
-    void readAttributes(SourceElement& element, const QXmlStreamAttributes& attributes);
+    template <class Attributes>
+    void readAttributes(SourceElement& element, const Attributes& attributes);
     ElementName elementName(QStringView qualifiedName);
     const AttributeName* attributeName(QStringView qualifiedName);
     const AttributeName* makeName(QStringView namespaceUri, QStringView prefix, QStringView localName);
     std::string prefixFor(QStringView namespaceUri, QStringView prefix);
 
-    QXmlStreamReader& reader_;
     SourceDocument::Storage& storage_;
     TagPlaces& places_;
     std::vector<Open> open_;

@@ -8,10 +8,6 @@
 namespace tzsvg {
 namespace {
 
-bool isBlank(char16_t c) {
-    return c == u' ' || c == u'\t';
-}
-
 bool isLetter(char16_t c) {
     return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
 }
@@ -22,33 +18,6 @@ bool isNameStart(char16_t c) {
 
 bool isNamePart(char16_t c) {
     return isNameStart(c) || (c >= u'0' && c <= u'9') || c == u'-' || c == u'.';
-}
-
-// Which kinds of characters a text has. The loop has no early exit, so that the compiler can vectorise it.
-struct Look {
-    bool isPlain;
-    bool hasTab;
-    bool hasReference;
-    bool hasTag;
-};
-Look lookAt(QStringView text) {
-    uint16_t other = 0;
-    uint16_t tabs = 0;
-    uint16_t references = 0;
-    uint16_t tags = 0;
-    const char16_t* const characters = text.utf16();
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const char16_t c = characters[i];
-        // Control characters, line breaks, surrogates and what lies beyond them are left to Qt.
-        const bool isPrintable = static_cast<uint16_t>(c - 0x20) < 0x7F - 0x20;
-        const bool isBeyondAscii = static_cast<uint16_t>(c - 0xA0) < 0xD800 - 0xA0;
-        const bool isTab = c == u'\t';
-        other |= static_cast<uint16_t>(!(isPrintable | isBeyondAscii | isTab));
-        tabs |= static_cast<uint16_t>(isTab);
-        references |= static_cast<uint16_t>(c == u'&');
-        tags |= static_cast<uint16_t>(c == u'<');
-    }
-    return {other == 0, tabs != 0, references != 0, tags != 0};
 }
 
 bool isEncodingName(QStringView text) {
@@ -68,6 +37,49 @@ bool isPublicIdentifier(QStringView text) {
 constexpr qsizetype kMaxPlainName = 4096;
 
 }  // namespace
+
+// Which kinds of characters a text has.
+struct PlainXmlReader::TextLook {
+    explicit TextLook(QStringView text);
+
+    bool isPlain;
+    bool hasTab;
+    bool hasBreak;
+    bool hasReference;
+    bool hasTag;
+};
+
+// The loop has no early exit, so that the compiler can vectorise it.
+PlainXmlReader::TextLook::TextLook(QStringView text) {
+    uint16_t other = 0;
+    uint16_t tabs = 0;
+    uint16_t breaks = 0;
+    uint16_t references = 0;
+    uint16_t tags = 0;
+    const char16_t* const characters = text.utf16();
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t c = characters[i];
+        // Control characters, surrogates and what lies beyond them are left to Qt.
+        const bool isPrintable = static_cast<uint16_t>(c - 0x20) < 0x7F - 0x20;
+        const bool isBeyondAscii = static_cast<uint16_t>(c - 0xA0) < 0xD800 - 0xA0;
+        const bool isTab = c == u'\t';
+        const bool isBreak = c == u'\n';
+        other |= static_cast<uint16_t>(!(isPrintable | isBeyondAscii | isTab | isBreak));
+        tabs |= static_cast<uint16_t>(isTab);
+        breaks |= static_cast<uint16_t>(isBreak);
+        references |= static_cast<uint16_t>(c == u'&');
+        tags |= static_cast<uint16_t>(c == u'<');
+    }
+    isPlain = other == 0;
+    hasTab = tabs != 0;
+    hasBreak = breaks != 0;
+    hasReference = references != 0;
+    hasTag = tags != 0;
+}
+
+bool PlainXmlReader::isPlain(const TextLook& look) const {
+    return look.isPlain && (takesBreaks_ || !look.hasBreak);
+}
 
 QXmlStreamReader::TokenType PlainXmlReader::readNext() {
     if (closesAtOnce_) {
@@ -131,8 +143,9 @@ QXmlStreamReader::TokenType PlainXmlReader::readDocumentType() {
         if (identifier.isNull() || !isPublicIdentifier(identifier) || !skipBlanks()) return giveUp();
         const QStringView location = readQuoted();
         if (location.isNull()) return giveUp();
-        const Look look = lookAt(location);
-        if (!look.isPlain || look.hasTab || look.hasReference || look.hasTag) return giveUp();
+        const TextLook look(location);
+        if (!look.isPlain || look.hasTab || look.hasBreak || look.hasReference || look.hasTag)
+            return giveUp();
         skipBlanks();
     }
     return skip(u">") ? Token::DTD : giveUp();
@@ -152,6 +165,7 @@ QXmlStreamReader::TokenType PlainXmlReader::readCharacterData() {
 QXmlStreamReader::TokenType PlainXmlReader::readStartTag() {
     attributes_.clear();
     unescaped_.clear();
+    tag_ = position_ - 1;
     const QStringView name = readName();
     if (name.isEmpty() || (open_.empty() && sawRoot_) || open_.size() == kMaxElementDepth) return giveUp();
     sawRoot_ = true;
@@ -172,12 +186,12 @@ bool PlainXmlReader::readAttribute() {
     skipBlanks();
     QStringView value = readQuoted();
     if (value.isNull()) return false;
-    const Look look = lookAt(value);
-    if (!look.isPlain || look.hasTag) return false;
-    if (look.hasReference || look.hasTab) {
+    const TextLook look(value);
+    if (!isPlain(look) || look.hasTag) return false;
+    if (look.hasReference || look.hasTab || look.hasBreak) {
         QString& text = unescaped_.emplace_back();
         if (!unescape(value, text)) return false;
-        value = text.replace(u'\t', u' ');
+        value = text.replace(u'\t', u' ').replace(u'\n', u' ');
     }
     attributes_.push_back({name, value});
     return true;
@@ -207,8 +221,8 @@ QXmlStreamReader::TokenType PlainXmlReader::readText() {
     }
     text_ = xml_.mid(start, position_ - start);
     if (isBlank_) return Token::Characters;
-    const Look look = lookAt(text_);
-    if (!look.isPlain || text_.contains(u"]]>")) return giveUp();
+    const TextLook look(text_);
+    if (!isPlain(look) || text_.contains(u"]]>")) return giveUp();
     if (look.hasReference) {
         if (!unescape(text_, unescapedText_)) return giveUp();
         text_ = unescapedText_;
@@ -245,7 +259,7 @@ bool PlainXmlReader::readUpTo(QStringView end) {
     if (found < 0) return false;
     text_ = xml_.mid(position_, found - position_);
     position_ = found + end.size();
-    return lookAt(text_).isPlain;
+    return isPlain(TextLook(text_));
 }
 
 // Replaces references to the five characters that every document may name. False when there are others.

@@ -1,9 +1,9 @@
 // A fast XML reader for plain documents: elements, text, comments, CDATA sections, a document type without an
 // internal subset, all of it plainly well-formed and within the limits of svg/tree/DocumentLimits.h. That is
 // nearly every drawing. At anything else the reader gives up, and XmlDocument falls back to Qt's reader, from
-// the start of the text: what is well-formed is for Qt to say. Where this reader does not give up, both
-// report the same (XmlDocument/equalsQtsWithPlainTexts compares them). It exists because Qt's takes
-// several times as long: it appends text character by character.
+// the start of the text, as does the normalizer: what is well-formed is for Qt to say. Where this reader does
+// not give up, both report the same (XmlDocument/equalsQtsWithPlainTexts and SourceDocument/equalsQts compare
+// them). It exists because Qt's takes several times as long: it appends text character by character.
 #pragma once
 
 #include <QStringView>
@@ -24,8 +24,11 @@ class PlainXmlReader {
         QStringView value() const { return text; }
     };
 
-    // The lines of the text have been joined: the reader gives up at a line break.
-    explicit PlainXmlReader(QStringView xml) : xml_(xml) {}
+    // Of a text that should be one line the reader gives up at a line break. In any it does at a carriage
+    // return.
+    enum class Lines { kOne, kMany };
+    explicit PlainXmlReader(QStringView xml, Lines lines = Lines::kOne)
+        : xml_(xml), takesBreaks_(lines == Lines::kMany) {}
 
     bool atEnd() const { return isDone_; }
     QXmlStreamReader::TokenType readNext();
@@ -40,9 +43,11 @@ class PlainXmlReader {
     bool isCDATA() const { return isCharacterData_; }
     bool isWhitespace() const { return isBlank_; }
     qsizetype characterOffset() const { return position_; }
+    qsizetype tagOffset() const { return tag_; }  // of the "<" of a start tag
     static int lineNumber() { return 1; }
 
   private:
+    struct TextLook;
     using Token = QXmlStreamReader::TokenType;
 
     Token giveUp();
@@ -61,12 +66,16 @@ class PlainXmlReader {
     QStringView readQuoted();
     bool readUpTo(QStringView end);
     static bool unescape(QStringView raw, QString& text);
+    bool isPlain(const TextLook& look) const;
+    bool isBlank(char16_t c) const { return c == u' ' || c == u'\t' || (c == u'\n' && takesBreaks_); }
     bool skipBlanks();
     bool skip(QStringView what);
     char16_t peek() const { return position_ < xml_.size() ? xml_.utf16()[position_] : u'\0'; }
 
     const QStringView xml_;
+    const bool takesBreaks_;
     qsizetype position_ = 0;
+    qsizetype tag_ = 0;
     bool isDone_ = false;
     bool gaveUp_ = false;
     bool sawRoot_ = false;
@@ -74,7 +83,8 @@ class PlainXmlReader {
     bool closesAtOnce_ = false;      // the tag that was read is an element's end, too
     std::vector<QStringView> open_;  // names of the elements that are open
     std::vector<Attribute> attributes_;
-    std::deque<QString> unescaped_;  // values of the tag's attributes that had references or tabs
+    std::deque<QString>
+        unescaped_;  // values of the tag's attributes that had references, tabs or line breaks
     QString unescapedText_;
     QStringView text_;
     bool isCharacterData_ = false;

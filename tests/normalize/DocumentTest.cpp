@@ -1,7 +1,10 @@
 // Bytes to the tree, and why bytes are refused.
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "normalize/document/SourceDocument.h"
+#include "svg/tree/PlainXmlReader.h"
 
 namespace tznormalize {
 namespace {
@@ -101,6 +104,57 @@ TEST(SourceDocument, tree) {
     EXPECT_EQ(text(words.firstChild()->text()), QStringLiteral("3"));
     EXPECT_EQ(text(words.firstChild()->tail()), QStringLiteral(" <4> "));
     EXPECT_TRUE(root.text().isEmpty());
+}
+
+// Everything that was read, as text; the refusal's number when nothing was.
+QString outline(const SourceElement& element) {
+    QString out =
+        QStringLiteral("<%1 %2:%3").arg(text(element.localName())).arg(element.line()).arg(element.column());
+    for (const SourceAttribute& one : element)
+        out += QStringLiteral(" %1='%2'").arg(QString::fromStdString(one.name->written), text(one.value));
+    out += u'>' + text(element.text());
+    for (const SourceElement* child = element.firstChild(); child; child = child->nextSibling())
+        out += outline(*child);
+    return out + u'>' + text(element.tail());
+}
+QString outline(const QString& xml) {
+    SourceDocument document;
+    const Reason reason = document.read(xml.toUtf8());
+    return reason ? QString::number(int(reason.refusal)) : outline(document.root());
+}
+
+// A processing instruction at the end leaves a document to Qt's reader, which has to find the same in it.
+TEST(SourceDocument, equalsQts) {
+    const QString whole = QStringLiteral(
+        "<?xml version='1.0'\n encoding='utf-8'?>\n<!DOCTYPE svg PUBLIC 'a'\n 'b'>\n<!-- a\n - b -->\n"
+        "<svg xmlns:a='urn:one'\n\ta:b='1\n2\t3'\n>\n <text id = 'a'>one\n<tspan>&lt;</tspan>\n "
+        "two</text\n>\n"
+        "\n<g\n><a:c d='&quot;&amp;\n'/><text><![CDATA[a\nb]]>\tc</text></g>\n</svg>\n");
+    const QString odd = QStringLiteral("<>&\"'/=!?-[];: \t\n\rx0\u0001\u00A0");
+    std::mt19937 random(1);  // the same every time
+    int plain = 0;
+    int refused = 0;
+    for (int change = 0; change < 3000 && !HasFailure(); ++change) {
+        QString xml = whole;
+        const auto at = static_cast<int>(random() % static_cast<unsigned>(xml.size()));
+        const QChar one = odd.at(static_cast<int>(random() % static_cast<unsigned>(odd.size())));
+        if (change % 3 == 0) {
+            xml[at] = one;
+        } else if (change % 3 == 1) {
+            xml.insert(at, one);
+        } else {
+            xml.remove(at, 1 + static_cast<int>(random() % 3));
+        }
+        const QString ours = outline(xml);
+        EXPECT_EQ(ours, outline(xml + QStringLiteral("<?x?>"))) << xml.toStdString();
+        tzsvg::PlainXmlReader reader(xml, tzsvg::PlainXmlReader::Lines::kMany);
+        while (!reader.atEnd()) reader.readNext();
+        plain += reader.hasError() ? 0 : 1;
+        refused += ours.size() == 1 ? 1 : 0;
+    }
+    EXPECT_GT(plain, 500);
+    EXPECT_GT(refused, 1000);
+    EXPECT_LT(plain + refused, 3000) << "nothing was left for Qt to read";
 }
 
 }  // namespace

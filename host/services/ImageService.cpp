@@ -1,11 +1,9 @@
 // The service ITzImageService: images in the host's memory, as modules fill them.
-#include <sys/mman.h>
-
 #include <algorithm>
 #include <cstring>
 #include <memory>
-#include <new>
 
+#include "host/services/PixelMemory.h"
 #include "host/services/Services.h"
 #include "hostsdk/CTzPolymorph.h"
 #include "hostsdk/ITzServices.h"
@@ -17,29 +15,6 @@ constexpr size_t kBytesPerPixel = 4 * sizeof(float);
 
 // Larger than any tile; a side of this length squared still counts in 64 bits.
 constexpr uint32_t kLargestSide = 1U << 20U;
-
-// Zeroed memory for pixels. That of a tile is mapped with all its pages at once: page faults took a tenth of
-// the time that a simple drawing's tiles take to draw and to write.
-class PixelMemory {
-  public:
-    explicit PixelMemory(size_t size)
-        : size_(size),
-          start_(mmap(nullptr, size, PROT_READ | PROT_WRITE,
-                      MAP_PRIVATE | MAP_ANONYMOUS | (size <= kTileBytes ? MAP_POPULATE : 0), -1, 0)) {
-        if (start_ == MAP_FAILED) throw std::bad_alloc();
-    }
-    ~PixelMemory() { munmap(start_, size_); }
-    PixelMemory(const PixelMemory&) = delete;
-    PixelMemory& operator=(const PixelMemory&) = delete;
-
-    char* get() const { return static_cast<char*>(start_); }
-
-  private:
-    static constexpr size_t kTileBytes = size_t{256} * 256 * kBytesPerPixel;
-
-    const size_t size_;
-    void* const start_;
-};
 
 class HostImage : public HostObject, public ITzImage, public ITzImageWriter {
   public:
@@ -87,7 +62,7 @@ class HostImage : public HostObject, public ITzImage, public ITzImageWriter {
     HostImage(std::shared_ptr<HostCore> core, TzSize size)
         : HostObject(std::move(core), "image"),
           size_(size),
-          pixels_(size_t{size.width} * size.height * kBytesPerPixel) {}
+          pixels_(makePixelMemory(size_t{size.width} * size.height * kBytesPerPixel)) {}
     ~HostImage() = default;
 
   private:
@@ -110,7 +85,7 @@ class HostImage : public HostObject, public ITzImage, public ITzImageWriter {
     }
 
     const TzSize size_;
-    const PixelMemory pixels_;
+    const std::shared_ptr<char> pixels_;
 };
 
 class ImageService : public HostObject, public ITzImageService {

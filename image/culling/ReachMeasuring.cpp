@@ -38,6 +38,21 @@ double strokeRadius(const QPen& pen, bool isOneLine) {
     return pen.widthF() * std::max(1.0, hasMiters ? pen.miterLimit() : 1.0);
 }
 
+// Whether a path is of single lines, there and back at most: filled, it colours nothing but what rounding
+// leaves beside the lines.
+bool isOfLines(const QPainterPath& path) {
+    int points = 0;  // of the line that is being read
+    for (int i = 0; i < path.elementCount(); ++i) {
+        const QPainterPath::Element at = path.elementAt(i);
+        if (at.isCurveTo()) return false;
+        points = at.isMoveTo() ? 1 : points + 1;
+        constexpr int kThereAndBack = 3;
+        if (points > kThereAndBack) return false;
+        if (points == kThereAndBack && QPointF(at) != QPointF(path.elementAt(i - 2))) return false;
+    }
+    return true;
+}
+
 class ReachEngine : public ProbeEngine {
   public:
     ReachEngine(const DrawingParts& drawing, const QRectF& area)
@@ -174,7 +189,7 @@ class ReachEngine : public ProbeEngine {
         const QPen& pen = state->pen();
         const bool strokes = pen.style() != Qt::NoPen && pen.brush().style() != Qt::NoBrush;
         if (!fills && !strokes) return;
-        isFilled_ = isFilled_ || fills;
+        isFilled_ = isFilled_ || (fills && !isOfLines(path));
         // Widths that stay when the drawing is enlarged. One pixel is what smooth edges take.
         if (!t.isAffine() || (strokes && pen.isCosmetic() && pen.widthF() > 1.0)) {
             isUnknown_ = true;
@@ -183,7 +198,7 @@ class ReachEngine : public ProbeEngine {
         const bool isOneLine = path.elementCount() == 2 && path.elementAt(1).isLineTo();
         const double radius = strokes && !pen.isCosmetic() ? strokeRadius(pen, isOneLine) : 0.0;
         addBox(path, t, radius);
-        if (!isUnknown_ && strokes && !isFilled_) addStrips(path, t, radius * largestScale(t));
+        if (!isUnknown_ && !isFilled_) addStrips(path, t, radius * largestScale(t));
     }
 
     void addBox(const QPainterPath& path, const QTransform& t, double radius) {

@@ -128,6 +128,9 @@ TEST_F(CullingTest, measuresWhatIsPainted) {
          45, true},  // any width, seen from afar
         {"<path stroke='red' fill='none' d='M-950 1050 L1050 -950'/>", 20, false},  // on the diagonal
         {"<path stroke='red' fill='none' d='M-950 1050 L1050 -950'/>", 0, true},
+        {"<path d='M-950 1050 L1050 -950'/>", 20, false},  // filled, but a line has no area
+        {"<path d='M-950 1050 L1050 -950z M0 0L1 0'/>", 20, false},
+        {"<path d='M-950 1050 L1050 -950'/>", 0, true},
         {"<path d='M-950 1050 L1050 -950 L1050 -960z'/>", 20, true},  // filled: by its box
     };
     for (const auto& test : cases) {

@@ -31,7 +31,7 @@ TzResult CSVGImageLoader::recogniseFile(TzLoadAccess& access) {
         log_.setText("No GUI application to draw svg documents with.");
         return kTzNotSupported;
     }
-    const auto renderer = loadRenderer(fileNameOf(access));
+    const auto renderer = loadDrawing(fileNameOf(access)).renderer;
     const QSize size = renderer ? renderer->defaultSize() : QSize();
     if (size.isEmpty()) {
         log_.setText("Invalid svg document.");

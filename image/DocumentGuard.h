@@ -1,5 +1,5 @@
 // The look at a document before a renderer gets it: whatever would make the renderer crash, hang or read what
-// it must not is refused here. Called by loadRenderer(), the only place where renderers are loaded.
+// it must not is refused here. Called by loadDrawing(), the only place where renderers are loaded.
 #pragma once
 
 #include <QByteArray>

@@ -28,12 +28,17 @@ double dashesOf(const QPainterPath& path, double period) {
     return dashes;
 }
 
-class CountingEngine : public ProbeEngine {
+bool isPlainBrush(const QBrush& brush) {
+    return brush.style() == Qt::NoBrush || brush.style() == Qt::SolidPattern;
+}
+
+class SurveyingEngine : public ProbeEngine {
   public:
-    bool withinLimits() const { return longest_ <= kMaxDashesOfPath && all_ <= kMaxDashes; }
+    PaintSurvey survey() const { return {longest_ <= kMaxDashesOfPath && all_ <= kMaxDashes, isPlain_}; }
 
     void drawPath(const QPainterPath& path) override {
         const QPen& pen = state->pen();
+        isPlain_ = isPlain_ && isPlainBrush(state->brush()) && isPlainBrush(pen.brush());
         if (pen.style() == Qt::NoPen || pen.style() == Qt::SolidLine) return;
         QVector<qreal> pattern = pen.dashPattern();
         // The painter reads 32 lengths at most.
@@ -50,22 +55,32 @@ class CountingEngine : public ProbeEngine {
         all_ += dashes;
     }
 
+    void drawPixmap(const QRectF& /*to*/, const QPixmap& /*pixmap*/, const QRectF& /*from*/) override {
+        isPlain_ = false;
+    }
+    void drawImage(const QRectF& /*to*/, const QImage& /*image*/, const QRectF& /*from*/,
+                   Qt::ImageConversionFlags /*flags*/) override {
+        isPlain_ = false;
+    }
+    void drawTextItem(const QPointF& /*at*/, const QTextItem& /*text*/) override { isPlain_ = false; }
+
   private:
     static constexpr double kTiny = 1e-300;
 
     double longest_ = 0.0;
     double all_ = 0.0;
+    bool isPlain_ = true;
 };
 
 }  // namespace
 
-bool drawsWithinLimits(QSvgRenderer& renderer) {
-    CountingEngine engine;
+PaintSurvey surveyPaint(QSvgRenderer& renderer) {
+    SurveyingEngine engine;
     ProbeDevice device(renderer.defaultSize(), engine);
     QPainter painter(&device);
     renderer.render(&painter);
     painter.end();
-    return engine.withinLimits();
+    return engine.survey();
 }
 
 }  // namespace tzsvg

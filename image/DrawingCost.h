@@ -1,5 +1,6 @@
-// What a loaded drawing makes the painter do, measured by drawing it once with a painter that only counts:
-// whatever styles, uses, entities and units make of a drawing is in it. Called by loadRenderer().
+// What a loaded drawing makes the painter do, measured by drawing it once with a painter that only looks:
+// whatever styles, uses, entities and units make of a drawing is in it. Called for every renderer that is
+// loaded.
 #pragma once
 
 #include <cstdint>
@@ -12,6 +13,12 @@ namespace tzsvg {
 // its own of every dash, about 130 bytes each, so that a line across the page can ask for gigabytes.
 constexpr int64_t kMaxDashesOfPath = int64_t{1} << 20;
 constexpr int64_t kMaxDashes = int64_t{1} << 24;
-bool drawsWithinLimits(QSvgRenderer& renderer);
+
+struct PaintSurvey {
+    bool isWithinLimits = true;
+    // Nothing but areas of one colour each, half-transparent or not: no gradients, pictures, texts.
+    bool isPlain = true;
+};
+PaintSurvey surveyPaint(QSvgRenderer& renderer);
 
 }  // namespace tzsvg

@@ -1,7 +1,6 @@
 // CSVGImage owns a pool; TileRenderer borrows from it.
 #include "image/RendererPool.h"
 
-#include <QStringList>
 #include <algorithm>
 #include <mutex>
 
@@ -11,10 +10,9 @@
 
 namespace tzsvg {
 
-std::unique_ptr<QSvgRenderer> loadRenderer(const QString& fileName, QStringList* linkedFiles) {
+LoadedDrawing loadDrawing(const QString& fileName) {
     const std::optional<SafeDocument> document = inspectDocument(fileName);
-    if (!document) return nullptr;
-    if (linkedFiles) *linkedFiles = document->linkedFiles;
+    if (!document) return {};
     const auto load = [&]() -> std::unique_ptr<QSvgRenderer> {
         auto renderer = std::make_unique<QSvgRenderer>();
         const bool loaded =
@@ -22,9 +20,12 @@ std::unique_ptr<QSvgRenderer> loadRenderer(const QString& fileName, QStringList*
         return loaded ? std::move(renderer) : nullptr;
     };
     std::unique_ptr<QSvgRenderer> renderer = load();
-    if (!renderer || !drawsWithinLimits(*renderer)) return nullptr;
+    if (!renderer) return {};
+    const PaintSurvey survey = surveyPaint(*renderer);
+    if (!survey.isWithinLimits) return {};
     // Drawing it has started an animation.
-    return renderer->animated() ? load() : std::move(renderer);
+    if (renderer->animated()) renderer = load();
+    return {std::move(renderer), document->linkedFiles, survey.isPlain};
 }
 
 // One state of the files that a document is made of.
@@ -69,6 +70,7 @@ struct RendererPool::Version {
 struct RendererPool::Loaded {
     std::unique_ptr<QSvgRenderer> renderer;
     std::shared_ptr<Version> version;
+    bool isPlain;
     std::optional<CellRenderers::Cell> cell;  // when it is not of the whole drawing
 };
 
@@ -97,7 +99,8 @@ RendererPool::Lease RendererPool::lend(const ViewOf& viewOf) {
     if (!taken) return lend();
     const uint64_t document = version->number;
     return {*this,
-            std::make_unique<Loaded>(Loaded{std::move(taken->renderer), std::move(version), taken->cell}),
+            std::make_unique<Loaded>(
+                Loaded{std::move(taken->renderer), std::move(version), taken->isPlain, taken->cell}),
             document};
 }
 
@@ -123,8 +126,7 @@ std::unique_ptr<RendererPool::Loaded> RendererPool::takeIdle() {
 std::unique_ptr<RendererPool::Loaded> RendererPool::load() const {
     auto version = std::make_shared<Version>();
     version->sources.push_back({fileName_, FileStamp::of(fileName_)});
-    QStringList linkedFiles;
-    std::unique_ptr<QSvgRenderer> renderer = loadRenderer(fileName_, &linkedFiles);
+    auto [renderer, linkedFiles, isPlain] = loadDrawing(fileName_);
     if (!renderer) return nullptr;
     for (const QString& linked : linkedFiles) version->sources.push_back({linked, FileStamp::of(linked)});
     version->ownViewBox = renderer->viewBoxF();
@@ -135,7 +137,7 @@ std::unique_ptr<RendererPool::Loaded> RendererPool::load() const {
             [of = version.get()] { return of->text(); },
             QRectF(version->ownViewBox.topLeft(), QSizeF(renderer->defaultSize())), culling_);
     }
-    return std::make_unique<Loaded>(Loaded{std::move(renderer), std::move(version), std::nullopt});
+    return std::make_unique<Loaded>(Loaded{std::move(renderer), std::move(version), isPlain, std::nullopt});
 }
 
 // Gives a document that was just loaded its number: the latest one's, when the files look the same.
@@ -154,7 +156,7 @@ void RendererPool::number(Loaded& loaded) {
 void RendererPool::giveBack(std::unique_ptr<Loaded> loaded) noexcept {
     if (!loaded || !loaded->version->keep) return;
     if (loaded->cell) {
-        loaded->version->cells->giveBack({std::move(loaded->renderer), *loaded->cell});
+        loaded->version->cells->giveBack({std::move(loaded->renderer), *loaded->cell, loaded->isPlain});
         return;
     }
     // A renderer that cannot be put away is loaded again when it is needed.
@@ -179,6 +181,10 @@ QSvgRenderer* RendererPool::Lease::renderer() const {
 
 bool RendererPool::Lease::isOfCell() const {
     return loaded_ && loaded_->cell;
+}
+
+bool RendererPool::Lease::isPlain() const {
+    return loaded_ && loaded_->isPlain;
 }
 
 QRectF RendererPool::Lease::ownViewBox() const {

@@ -11,6 +11,7 @@
 
 #include <QRectF>
 #include <QString>
+#include <QStringList>
 #include <QSvgRenderer>
 #include <functional>
 #include <memory>
@@ -25,9 +26,15 @@
 
 namespace tzsvg {
 
-// Loads a renderer after the guard has looked at the document; null when the guard refuses it or the renderer
-// cannot read it. `linkedFiles`, when given, receives the files that the document links to.
-std::unique_ptr<QSvgRenderer> loadRenderer(const QString& fileName, QStringList* linkedFiles = nullptr);
+struct LoadedDrawing {
+    std::unique_ptr<QSvgRenderer> renderer;
+    QStringList linkedFiles;  // which the document links to
+    bool isPlain = false;     // PaintSurvey
+};
+
+// Loads a drawing after the guard has looked at the document; no renderer when the guard refuses it or Qt
+// cannot read it.
+LoadedDrawing loadDrawing(const QString& fileName);
 
 class RendererPool {
     struct Version;
@@ -49,6 +56,9 @@ class RendererPool {
 
         // Whether it is one of the shapes around a tile, not of the whole drawing.
         bool isOfCell() const;
+
+        // Whether it paints areas of one colour each and nothing else.
+        bool isPlain() const;
 
         // The document's own view box, whatever the renderer's was set to.
         QRectF ownViewBox() const;

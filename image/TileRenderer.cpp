@@ -4,6 +4,7 @@
 #include <new>
 
 #include "image/TileGeometry.h"
+#include "image/UndividedPaint.h"
 
 namespace tzsvg {
 namespace {
@@ -35,7 +36,14 @@ DrawnTile drawTile(const LevelTable& levels, const TileKey& tile, RendererPool& 
     drawn.document = lease.document();
     drawn.isOfCell = lease.isOfCell();
     if (!lease.renderer()) return drawn;
-    if (const auto view = viewOf(lease.ownViewBox())) drawView(*view, *lease.renderer(), drawn.pixels);
+    const auto view = viewOf(lease.ownViewBox());
+    if (!view) return drawn;
+    const auto draw = [&] { drawView(*view, *lease.renderer(), drawn.pixels); };
+    if (lease.isPlain()) {
+        paintUndivided(draw);
+    } else {
+        draw();
+    }
     return drawn;
 }
 

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "hostsdk/CTzError.h"
+#include "image/DrawingCost.h"
 #include "image/culling/CullingRules.h"
 #include "image/culling/ReachMeasuring.h"
 
@@ -127,23 +128,24 @@ std::optional<CellRenderers::Taken> CellRenderers::take(const TileView& view) {
     constexpr double kDeepest = 20.0;
     const std::optional<Cell> cell = cellFor(view, static_cast<uint32_t>(std::min(depth, kDeepest)));
     if (!cell) return std::nullopt;
-    if (std::unique_ptr<QSvgRenderer> idle = takeIdle(*cell)) return Taken{std::move(idle), *cell};
+    if (std::optional<Taken> idle = takeIdle(*cell)) return idle;
     auto renderer = std::make_unique<QSvgRenderer>();
     const std::vector<uint32_t> shapes =
         *cell == kEmptyCell ? std::vector<uint32_t>() : measured_->reach.reaching(boxOf(*cell));
     if (!renderer->load(measured_->drawing.text(measured_->drawing.with(shapes)))) return std::nullopt;
-    return Taken{std::move(renderer), *cell};
+    const bool isPlain = surveyPaint(*renderer).isPlain;
+    return Taken{std::move(renderer), *cell, isPlain};
 }
 
-std::unique_ptr<QSvgRenderer> CellRenderers::takeIdle(const Cell& cell) {
+std::optional<CellRenderers::Taken> CellRenderers::takeIdle(const Cell& cell) {
     const std::lock_guard held(lock_);
     const auto at =
         std::find_if(idle_.begin(), idle_.end(), [&](const Idle& of) { return of.taken.cell == cell; });
-    if (at == idle_.end()) return nullptr;
-    std::unique_ptr<QSvgRenderer> renderer = std::move(at->taken.renderer);
+    if (at == idle_.end()) return std::nullopt;
+    std::optional<Taken> taken = std::move(at->taken);
     idleCost_ -= at->cost;
     idle_.erase(at);
-    return renderer;
+    return taken;
 }
 
 size_t CellRenderers::costOf(size_t shapes) const {

@@ -39,6 +39,7 @@ class CellRenderers {
     struct Taken {
         std::unique_ptr<QSvgRenderer> renderer;
         Cell cell;
+        bool isPlain;  // PaintSurvey
     };
 
     // `read` gives the document's text, or nothing when it is not at hand any more; `area` is what of the
@@ -79,7 +80,7 @@ class CellRenderers {
     bool covers(const Cell& cell, const TileView& view) const;
     std::optional<Cell> cellFor(const TileView& view, uint32_t deepest);
     size_t countOf(const Cell& cell);
-    std::unique_ptr<QSvgRenderer> takeIdle(const Cell& cell);
+    std::optional<Taken> takeIdle(const Cell& cell);
     size_t costOf(size_t shapes) const;
 
     const std::function<std::optional<QByteArray>()> read_;

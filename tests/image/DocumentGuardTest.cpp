@@ -174,7 +174,7 @@ TEST_F(GuardTest, dashes) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         write("document.svg", row.document);
-        EXPECT_EQ(loadRenderer(path("document.svg")) != nullptr, row.safe);
+        EXPECT_EQ(loadDrawing(path("document.svg")).renderer != nullptr, row.safe);
     }
 }
 

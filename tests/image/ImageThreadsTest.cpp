@@ -2,10 +2,14 @@
 // sanitizer runs, and it needs nothing but the image and the host for them.
 #include <gtest/gtest.h>
 
+#include <QThread>
+#include <QThreadPool>
 #include <atomic>
+#include <new>
 #include <thread>
 
 #include "image/CSVGImage.h"
+#include "image/UndividedPaint.h"
 #include "tests/image/ImageFixture.h"
 
 using namespace tzsvg;
@@ -116,4 +120,25 @@ TEST_F(ImageThreads, tilesAreRightWhileOthersAreDropped) {
     seconds += 10;
     EXPECT_TRUE(tile(*tiles, 9, {0, 0}));
     EXPECT_LE(host.imagesAlive(), kRoom);
+}
+
+// More threads than Qt's pool has, calls from a thread of the pool, and what a paint throws.
+TEST_F(ImageThreads, paintsOnThreadsOfQt) {
+    QThreadPool& pool = *QThreadPool::globalInstance();
+    const auto isOfPool = [&] { return pool.contains(QThread::currentThread()); };
+    std::atomic<int> elsewhere{0};
+    onThreads([&](uint32_t /*thread*/) {
+        for (int i = 0; i < 200; ++i) {
+            // One that comes before a thread of the pool has gone back to rest may be painted where it is.
+            paintUndivided([&] { elsewhere += isOfPool() ? 0 : 1; });
+        }
+    });
+    EXPECT_LT(elsewhere, 800);
+    paintUndivided([&] {
+        if (!isOfPool()) return;
+        const QThread* const outer = QThread::currentThread();
+        paintUndivided([&] { EXPECT_EQ(QThread::currentThread(), outer); });
+    });
+    EXPECT_THROW(paintUndivided([] { throw std::bad_alloc(); }), std::bad_alloc);
+    EXPECT_THROW(paintUndivided([] { paintUndivided([] { throw std::bad_alloc(); }); }), std::bad_alloc);
 }

@@ -12,18 +12,16 @@
 #include <string>
 #include <vector>
 
+#include "host/batch/Batch.h"
 #include "host/commandline/CommandLine.h"
 #include "host/commands/Interrupts.h"
+#include "host/commands/Reporting.h"
 #include "host/core/Installed.h"
 #include "host/core/OperationError.h"
 #include "host/core/Utf8.h"
 
 namespace tzhost {
 namespace {
-
-constexpr int kDone = 0;
-constexpr int kFailed = 1;
-constexpr int kWrongUsage = 2;
 
 // Signals of failed writes are ignored: the write fails and the command cleans up. Standard streams that are
 // closed are opened on /dev/null, or the next file that is opened would get their number.
@@ -45,45 +43,55 @@ void prepareProcess() {
         [](QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& /*text*/) {});
 }
 
-void printError(const char* text) {
-    std::fprintf(stderr, "tzhost: %s\n", text);
-}
-
 std::vector<std::filesystem::path> modulesOf(const CommandLine& line) {
     if (line.modules.empty()) return {installedFile("tzsvg.so")};
     return {line.modules.begin(), line.modules.end()};
 }
 
-int runCommand(const CommandLine& line, const std::vector<std::filesystem::path>& modules) {
+// The command, for one file.
+int runCommand(const CommandLine& line, const std::shared_ptr<Terminal>& terminal) {
     if (!line.isForced) {
+        const InputSet read(line.inputs);
         for (const std::string& output : {line.files.out, line.files.log, line.files.notes})
-            requireOther(line.inputs, output);
+            read.requireOther(output);
     }
-    const auto terminal = std::make_shared<Terminal>(line.isQuiet);
     terminal->setSubject(shownInput(line.files.in));
-    CommandContext context(modules, terminal);
+    CommandContext context(modulesOf(line), terminal);
     const int status = line.run(context, line.files);
-    requirePrinted();
     terminal->setSubject({});
     context.close();
     return status;
+}
+
+int run(const CommandLine& line, const BatchPlan& plan) {
+    const auto terminal = std::make_shared<Terminal>(line.isQuiet);
+    const int status = isBatch(line.batch)
+                           ? runBatch({line.command, line.run, modulesOf(line)}, plan, line.batch, terminal)
+                           : runCommand(line, terminal);
+    requirePrinted();
+    return status;
+}
+
+// What a failure that names no file is about.
+std::string subjectOf(const CommandLine& line) {
+    if (isBatch(line.batch)) return line.batch.folder;
+    return line.inputs.front().empty() ? modulesOf(line).front().native() : shownInput(line.inputs.front());
 }
 
 int runProgram(int argc, char** argv) {
     prepareStreams();
     prepareProcess();
     handleInterrupts();
-    CommandLine line;
     try {
-        line = parseCommandLine(argc, argv);
+        const CommandLine line = parseCommandLine(argc, argv);
+        if (!line.run) return kDone;
+        BatchPlan plan;
+        if (isBatch(line.batch)) plan = planBatch(line.inputs, line.files, line.batch, line.isForced);
+        return inStep(subjectOf(line), line.command, [&] { return run(line, plan); });
     } catch (const UsageError& error) {
-        printError((toOneLine(error.what()) + " (tzhost --help tells more)").c_str());
+        printError((toOneLine(error.what(), 1000) + " (tzhost --help tells more)").c_str());
         return kWrongUsage;
     }
-    if (!line.run) return kDone;
-    const std::vector<std::filesystem::path> modules = modulesOf(line);
-    return inStep(line.files.in.empty() ? modules.front().native() : shownInput(line.files.in), line.command,
-                  [&] { return runCommand(line, modules); });
 }
 
 }  // namespace
@@ -91,13 +99,5 @@ int runProgram(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     using namespace tzhost;
-    try {
-        return inStep("tzhost", "start", [&] { return runProgram(argc, argv); });
-    } catch (const OperationError& error) {
-        printError(error.what());
-    } catch (...) {
-        // Out of memory while the failure was described.
-        printError("tzhost: run: 0x80000001 (out of memory)");
-    }
-    return interruptSignal() == 0 ? kFailed : exitStatusOf(interruptSignal());
+    return reported([&] { return inStep("tzhost", "start", [&] { return runProgram(argc, argv); }); });
 }

@@ -2,18 +2,13 @@
 #pragma once
 
 #include <functional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "host/batch/BatchPlan.h"
 #include "host/commands/Commands.h"
 
 namespace tzhost {
-
-// Wrong usage; what() says what is wrong.
-class UsageError : public std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
 
 struct CommandLine {
     std::vector<std::string> modules;  // `--module`, any number of times; empty: the one beside tzhost
@@ -25,6 +20,8 @@ struct CommandLine {
     // The command, empty when nothing is left to do, since help has been printed. It answers the program's
     // exit status, nearly always 0: what fails is thrown.
     std::function<int(CommandContext&, const CommandFiles&)> run;
+    // Has a folder when `run` is to be called for each of the inputs.
+    BatchArguments batch;
 };
 
 // Throws UsageError.

@@ -139,7 +139,7 @@ void writePage(CommandContext& context, const CheckArguments& arguments, const s
                const std::vector<DrawingCheck>& checks) {
     OutputFile out = openOutput(arguments.out, "write page");
     const std::string title =
-        toOneLine(arguments.drawings.size() == 1 ? shownInput(arguments.drawings.front()) : "Drawings");
+        toOneLine(arguments.inputs.size() == 1 ? shownInput(arguments.inputs.front()) : "Drawings");
     CheckPage page(out, title, checks);
     Progress progress(context.terminal(), "drawing the page", files.size());
     const Terminal::MessagesHeld held(context.terminal());  // the module's, on each of the drawings
@@ -154,7 +154,7 @@ void writePage(CommandContext& context, const CheckArguments& arguments, const s
 }  // namespace
 
 int runCheck(CommandContext& context, const CheckArguments& arguments) {
-    const std::vector<InputFile> files = filesOf(arguments.drawings);
+    const std::vector<InputFile> files = filesOf(arguments.inputs);
     if (!arguments.out.empty()) context.host();  // before anything is printed
     const std::vector<DrawingCheck> checks = checkFiles(arguments, files, context.terminal());
     if (!arguments.out.empty()) writePage(context, arguments, files, checks);

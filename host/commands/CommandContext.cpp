@@ -3,7 +3,11 @@
 namespace tzhost {
 
 Host& CommandContext::host() {
-    if (!session_) session_.emplace(modules_, terminal_);
+    if (!session_) {
+        failed_ = true;
+        session_.emplace(modules_, terminal_);
+        failed_ = false;
+    }
     return session_->host;
 }
 

@@ -21,6 +21,7 @@ class CommandContext {
 
     // Throws OperationError when a module cannot be loaded.
     Host& host();
+    bool hasNoHost() const { return failed_; }  // since a module could not be loaded
 
     // Unloads the modules, after the last command. What they failed to release is a warning.
     void close();
@@ -29,6 +30,7 @@ class CommandContext {
     const std::vector<std::filesystem::path> modules_;
     const std::shared_ptr<Terminal> terminal_;
     std::optional<Session> session_;
+    bool failed_ = false;
 };
 
 }  // namespace tzhost

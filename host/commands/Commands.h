@@ -18,7 +18,9 @@
 namespace tzhost {
 
 // The arguments of all commands; those that a command does not have stay empty.
-struct CommandArguments : CommandFiles {};
+struct CommandArguments : CommandFiles {
+    std::vector<std::string> inputs;  // of a command that takes several
+};
 
 // Those of commands that read drawings.
 struct DrawingArguments : CommandArguments {
@@ -66,7 +68,6 @@ void runNormalize(CommandContext& context, const CommandArguments& arguments);
 // What of drawings an import and an export would refuse, drop or change; folders stand for the drawings in
 // them. The exit status: 0 all clean, 1 one or more refused, 3 losses.
 struct CheckArguments : CommandArguments {  // its output is the page of `--html`
-    std::vector<std::string> drawings;
     bool json = false;
 };
 int runCheck(CommandContext& context, const CheckArguments& arguments);

@@ -43,15 +43,18 @@ std::string outputFormat(const std::string& argument, const std::vector<std::str
     return format == formats.end() ? "" : *format;
 }
 
-void requireOther(const std::vector<std::string>& inputs, const std::string& output) {
-    struct stat written {};
-    if (output.empty() || isStandardStream(output) || !isRegular(output, written)) return;
+InputSet::InputSet(const std::vector<std::string>& inputs) {
     for (const std::string& input : inputs) {
         struct stat read {};
-        if (isStandardStream(input) || !isRegular(input, read)) continue;
-        if (read.st_dev == written.st_dev && read.st_ino == written.st_ino)
-            throw OperationError(output, "write", kTzExists, "it is the input; --force replaces it");
+        if (!isStandardStream(input) && isRegular(input, read)) files_.emplace(read.st_dev, read.st_ino);
     }
+}
+
+void InputSet::requireOther(const std::string& output) const {
+    struct stat written {};
+    if (isStandardStream(output) || !isRegular(output, written)) return;
+    if (files_.count({written.st_dev, written.st_ino}) > 0)
+        throw OperationError(output, "write", kTzExists, "it is the input; --force replaces it");
 }
 
 }  // namespace tzhost

@@ -2,13 +2,22 @@
 // that are the input. Used by the command line and by every command.
 #pragma once
 
+#include <cstdint>
+#include <set>
+#include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/io/Files.h"
 #include "host/io/InputFile.h"
 
 namespace tzhost {
+
+// Wrong usage; what() says what is wrong.
+class UsageError : public std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
 
 // The files of a command as they were typed; empty: none.
 struct CommandFiles {
@@ -36,7 +45,16 @@ OutputFile openOutput(const std::string& argument, const char* step);
 // no regular file. Empty: the name ends otherwise.
 std::string outputFormat(const std::string& argument, const std::vector<std::string>& formats);
 
-// Throws OperationError, step "write", when the output is one of the inputs, through links as well.
-void requireOther(const std::vector<std::string>& inputs, const std::string& output);
+// The files that are read, by what they are and not by their names.
+class InputSet {
+  public:
+    explicit InputSet(const std::vector<std::string>& inputs);
+
+    // Throws OperationError, step "write", when the output is one of them, through links as well.
+    void requireOther(const std::string& output) const;
+
+  private:
+    std::set<std::pair<uint64_t, uint64_t>> files_;  // device and number
+};
 
 }  // namespace tzhost

@@ -147,7 +147,7 @@ void Terminal::setSubject(const std::string& fileName) {
 }
 
 std::unique_ptr<Observer::Work> Terminal::begin(const std::string& title) {
-    if (isQuiet_) return nullptr;
+    if (isQuiet_ || !showsProgress_) return nullptr;
     return std::make_unique<ProgressBar>(toOneLine(title, 60), isTerminal_);
 }
 
@@ -161,8 +161,12 @@ void Terminal::message(const std::string& text) {
 
 void Terminal::note(const std::string& text) const {
     if (isQuiet_) return;
-    // There may be a bar in the line.
-    std::fprintf(stderr, "%s%s\n", isTerminal_ ? "\r\033[K" : "", text.c_str());
+    clearBar();
+    std::fprintf(stderr, "%s\n", text.c_str());
+}
+
+void Terminal::clearBar() const {
+    if (isTerminal_) std::fputs("\r\033[K", stderr);
 }
 
 void Terminal::log(const LogLine& line) {

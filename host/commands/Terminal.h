@@ -16,6 +16,9 @@ class Terminal : public Observer {
     explicit Terminal(bool isQuiet = false);
     bool isQuiet() const { return isQuiet_; }
 
+    // From here on it shows no progress: somebody else does.
+    void hideProgress() { showsProgress_ = false; }
+
     // The file that the module's messages are about from here on; empty: none.
     void setSubject(const std::string& fileName);
 
@@ -34,6 +37,9 @@ class Terminal : public Observer {
     void note(const std::string& text) const;
     void warn(const std::string& text) const { note("warning: " + text); }
 
+    // Takes away the bar that is shown, if any, before others print. It comes back at its next step.
+    void clearBar() const;
+
     // While one is alive the module's messages are not shown: they would come again for each of many
     // drawings.
     class MessagesHeld {
@@ -50,6 +56,7 @@ class Terminal : public Observer {
   private:
     const bool isQuiet_;
     const bool isTerminal_;  // stderr
+    bool showsProgress_ = true;
     int messagesHeld_ = 0;
     std::string subject_;
     LineSink logSink_;

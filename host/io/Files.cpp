@@ -20,13 +20,18 @@ constexpr mode_t kNewFileMode = 0666;  // less the umask
 constexpr int kAttempts = 100;
 constexpr size_t kLongestExtension = 16;
 
+// How the temporary names of a process begin.
+std::string temporaryPrefix(pid_t process) {
+    return ".tzhost-" + std::to_string(process) + "-";
+}
+
 // A short name in the target's folder that this process uses once. It keeps the extension, which savers may
 // look at.
 std::string temporaryBeside(const std::filesystem::path& target) {
     static std::atomic<uint32_t> made{0};
     std::string extension = target.extension().native();
     if (extension.size() > kLongestExtension) extension.clear();
-    std::string name = ".tzhost-" + std::to_string(getpid()) + "-" + std::to_string(made++) + extension;
+    const std::string name = temporaryPrefix(getpid()) + std::to_string(made++) + extension;
     return (target.parent_path() / name).native();
 }
 
@@ -35,6 +40,16 @@ std::string temporaryBeside(const std::filesystem::path& target) {
 void requireUtf8Name(const std::filesystem::path& file, std::string_view step) {
     if (!isUtf8(file.native()))
         throw OperationError(file.native(), step, kTzInvalidArgument, "the name is not UTF-8");
+}
+
+void removeLeftBeside(const std::filesystem::path& target, pid_t process) noexcept {
+    tzGate([&] {
+        const std::string prefix = temporaryPrefix(process);
+        const std::filesystem::path folder = std::filesystem::absolute(target).parent_path();
+        for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+            if (entry.path().filename().native().rfind(prefix, 0) == 0) std::filesystem::remove(entry.path());
+        }
+    });
 }
 
 OutputFile::OutputFile(const std::filesystem::path& target, std::string step)

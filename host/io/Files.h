@@ -19,6 +19,9 @@ namespace tzhost {
 // UTF-8.
 void requireUtf8Name(const std::filesystem::path& file, std::string_view step);
 
+// Removes what a process that crashed has left beside a file that it was writing.
+void removeLeftBeside(const std::filesystem::path& target, pid_t process) noexcept;
+
 // Written beside its final name, and renamed when it is complete. Whatever fails before that leaves the file
 // of that name as it was, and nothing beside it.
 class OutputFile {

@@ -11,9 +11,13 @@
 #include "tests/common/Table.h"
 
 int tzhost::runProgram(const TestFolder& folder, const std::string& arguments) {
-    const std::string line =
-        "cd '" + (folder / "").native() + "' || exit; exec >.out 2>.err; '" TZHOST_PROGRAM "' " + arguments;
-    const int status = std::system(line.c_str());  // NOLINT(cert-env33-c,concurrency-mt-unsafe)
+    return runLine(folder, "\"$tzhost\" " + arguments);
+}
+
+int tzhost::runLine(const TestFolder& folder, const std::string& line) {
+    const std::string script = "tzhost='" TZHOST_PROGRAM "'; cd '" + (folder / "").native() +
+                               "' || exit; exec >.out 2>.err; " + line;
+    const int status = std::system(script.c_str());  // NOLINT(cert-env33-c,concurrency-mt-unsafe)
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 

@@ -11,6 +11,9 @@ namespace tzhost {
 // signal. What it prints is left there in ".out" and ".err".
 int runProgram(const TestFolder& folder, const std::string& arguments);
 
+// The same for a whole line of the shell, in which $tzhost stands for the program.
+int runLine(const TestFolder& folder, const std::string& line);
+
 // Runs each row of a table of commands: arguments, exit status, and a pattern of the shell for the one line
 // on stderr besides warnings. Nothing else is printed, and the folder holds what it held before.
 void expectRefusals(const TestFolder& folder, const std::string& table, const std::string& options = {});

@@ -177,7 +177,7 @@ TEST_F(CommandLineTest, StopsWritingAtAnInterrupt) {
     folder_.write("large.probe", commands);
     ASSERT_EQ(0, mkfifo((folder_ / "pipe.json").c_str(), 0600));
     EXPECT_EQ(130, run("import large.probe pipe.json & exec 3<pipe.json; head -c 9 <&3 >read; kill -INT $!; "
-                     "cat <&3 >read; wait $!"));
+                       "cat <&3 >read; wait $!"));
     EXPECT_EQ("tzhost: pipe.json: write: 0x80000006 (cancelled)\n", folder_.read(".err"));
     EXPECT_LT(folder_.read("read").size(), 500'000U);
     EXPECT_EQ(0, run("import large.probe whole.json"));

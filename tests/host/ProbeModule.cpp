@@ -85,6 +85,8 @@ class ProbeLoader : public CTzSceneLoader {
         } else if (command.rfind("interrupt", 0) == 0) {
             std::raise(SIGINT);
             if (command == "interrupt twice") std::raise(SIGINT);
+        } else if (command == "crash") {
+            std::raise(SIGKILL);
         } else if (command == "thread") {
             std::thread([this] { setItemTagQuietly(); }).join();
         } else if (command == "leak") {

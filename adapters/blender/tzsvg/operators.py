@@ -114,7 +114,7 @@ class ImportDrawing(bpy.types.Operator, ImportHelper, Runs):
         materials = {}
         objects = [building.build(item, self.settings(context, item), materials) for item in items]
         context.scene.collection.children.link(collection)
-        for item_object in context.selected_objects:
+        for item_object in list(context.view_layer.objects.selected):
             item_object.select_set(False)
         for item_object in objects:
             collection.objects.link(item_object)

@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "host/commandline/Command.h"
+#include "host/commandline/CommandHelp.h"
 #include "host/pyramid/TilePixels.h"
 
 namespace tzhost {
@@ -28,7 +29,8 @@ void describeProgram(CLI::App& program, CommandLine& line) {
         "Exit status: 0 done, 1 refused or failed (one line on stderr says what, where and why), 2 wrong "
         "usage,\n"
         "130 interrupted.");
-    program.set_version_flag("--version", "tzhost " TZSVG_VERSION, "Print the version and exit");
+    program.set_version_flag("--version", std::string("tzhost ") + programVersion(),
+                             "Print the version and exit");
     program
         .add_option("--module", line.modules,
                     "A module file; without it, the module beside tzhost. Given more than once, all are "
@@ -181,6 +183,10 @@ void addCheck(CLI::App& program, CommandLine& line) {
 }
 
 }  // namespace
+
+const char* programVersion() {
+    return TZSVG_VERSION;
+}
 
 void requireFormat(const std::string& argument, const std::string& out, const Formats& formats) {
     if (!outputFormat(out, formats).empty()) return;

@@ -8,16 +8,13 @@
 #include <cmath>
 
 #include "export/StyleAttributes.h"
+#include "hostsdk/ITzMessages.h"
 #include "svg/RoundTripNames.h"
 
 namespace tzsvg {
 namespace {
 
 constexpr char kDeclaration[] = "<?xml version=\"1.0\"?>";
-
-// Where the user is told that sub-paths come out as paths. They are joined all the same.
-constexpr char kMessageTable[] = "common";
-constexpr uint32_t kMessageWarning = 2020;
 
 std::optional<uint32_t> readUnsigned(const std::string& text) {
     uint32_t value = 0;
@@ -40,7 +37,8 @@ bool SVGSaver::close() noexcept {
 // A warning that does not reach the user stops nobody from saving.
 void SVGSaver::verifyScene() {
     tzGate([&] {
-        postMessage(kMessageTable, kMessageWarning, {"SVG sub-paths are output as individual paths."});
+        // They are joined all the same.
+        postMessage(kTzMessagesCommon, kTzMessageWarning, {"SVG sub-paths are output as individual paths."});
     });
 }
 

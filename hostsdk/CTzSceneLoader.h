@@ -52,6 +52,13 @@ class CTzSceneLoader : public ITzSceneLoader {
     // The host's monitor for this load; empty when it gave none.
     const CTzUser_Monitor& monitor() const { return monitor_; }
 
+    // Shows the user a message of a host message table, such as why a file is refused; arguments[0] is
+    // argument 1. For files of the loader's own format: of others another loader may think differently.
+    void postMessage(std::string_view table, uint32_t code,
+                     std::initializer_list<std::string_view> arguments) const {
+        CTzUser_Messages(host_.service<ITzMessages>()).post(table, code, arguments);
+    }
+
   protected:
     explicit CTzSceneLoader(CTzUser_Host host) : host_(std::move(host)) {}
     virtual ~CTzSceneLoader() = default;

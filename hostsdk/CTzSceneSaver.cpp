@@ -3,8 +3,6 @@
 
 #include <algorithm>
 
-#include "hostsdk/ITzMessages.h"
-
 namespace {
 
 constexpr uint32_t kPointBatch = 2048;
@@ -116,10 +114,7 @@ const std::string* CTzSceneSaver::polygonTag(TzTagId id) {
 
 void CTzSceneSaver::postMessage(std::string_view table, uint32_t code,
                                 std::initializer_list<std::string_view> arguments) const {
-    std::vector<TzText> texts;
-    for (const std::string_view argument : arguments) texts.push_back(tzText(argument));
-    tzCheck(host_.service<ITzMessages>()->post(tzText(table), code, texts.data(),
-                                               static_cast<uint32_t>(texts.size())));
+    CTzUser_Messages(host_.service<ITzMessages>()).post(table, code, arguments);
 }
 
 void CTzSceneSaver::leaveScene() noexcept {

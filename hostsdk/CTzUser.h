@@ -3,13 +3,16 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "hostsdk/CTzPtr.h"
 #include "hostsdk/CTzText.h"
 #include "hostsdk/ITzHost.h"
 #include "hostsdk/ITzLog.h"
+#include "hostsdk/ITzMessages.h"
 #include "hostsdk/ITzScene.h"
 #include "hostsdk/ITzSceneLoader.h"
 
@@ -53,6 +56,18 @@ class CTzUser_Host : public CTzUser<ITzHost> {
         void* out = nullptr;
         tzCheck((*this)->service(Service::kId, &out));
         return tzHandedOut(static_cast<Service*>(out));
+    }
+};
+
+class CTzUser_Messages : public CTzUser<ITzMessages> {
+  public:
+    using CTzUser::CTzUser;
+
+    // Shows a message of a host message table; arguments[0] is argument 1.
+    void post(std::string_view table, uint32_t code, std::initializer_list<std::string_view> arguments) const {
+        std::vector<TzText> texts;
+        for (const std::string_view argument : arguments) texts.push_back(tzText(argument));
+        tzCheck((*this)->post(tzText(table), code, texts.data(), static_cast<uint32_t>(texts.size())));
     }
 };
 

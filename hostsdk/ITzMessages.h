@@ -3,6 +3,10 @@
 
 #include "hostsdk/ITzObject.h"
 
+// What every host has a text for: a warning in a module's own words, which are argument 1.
+constexpr char kTzMessagesCommon[] = "common";
+constexpr uint32_t kTzMessageWarning = 2020;
+
 // Service: shows messages. The texts are the host's, so that they speak the user's language.
 class ITzMessages : public ITzObject {
   public:

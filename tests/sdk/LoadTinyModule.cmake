@@ -10,7 +10,15 @@ function(expect_tzhost expected)
     endif()
 endfunction()
 
+# A loader says why it refuses.
 file(WRITE ${FOLDER}/drawing.triangle "triangle\n")
+execute_process(COMMAND ${TZHOST} --module ${MODULE} import drawing.triangle scene.json WORKING_DIRECTORY ${FOLDER}
+                ERROR_VARIABLE error RESULT_VARIABLE status)
+if(NOT status EQUAL 1 OR NOT error MATCHES "^warning: .*a triangle needs a colour\ntzhost: drawing.triangle: load: 0x80000000")
+    message(FATAL_ERROR "tzhost import: exit status ${status}, stderr \"${error}\"")
+endif()
+
+file(WRITE ${FOLDER}/drawing.triangle "triangle teal\n")
 expect_tzhost("^Triangle_SceneLoader\n  interfaces: tz.sceneLoader/1 tz.server.tags/1\n" servers)
 expect_tzhost("^drawing.triangle: 1 shapes, 1 polygons, 3 points, " import drawing.triangle scene.json)
 

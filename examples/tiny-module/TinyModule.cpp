@@ -1,4 +1,5 @@
-// A module with one server: a scene loader that reads files starting with "triangle" and makes a triangle.
+// A module with one server: a scene loader that reads files of the word "triangle" and a colour, and makes a
+// triangle.
 #include <fstream>
 #include <string>
 
@@ -13,18 +14,29 @@ class TriangleLoader : public CTzSceneLoader {
   protected:
     bool recogniseFile(const std::string& fileName) override {
         std::string word;
-        return std::ifstream(fileName) >> word && word == "triangle";
+        std::ifstream file(fileName);
+        if (!(file >> word) || word != "triangle") return false;
+        colour_.clear();
+        file >> colour_;
+        return true;
     }
     void startLoad() override { createItem(kTzItemMesh); }
     bool loadFile() override {
+        if (colour_.empty()) {
+            postMessage(kTzMessagesCommon, kTzMessageWarning, {"a triangle needs a colour"});
+            return false;
+        }
         beginPolygon(kTzPolygonLine);
         for (const TzPoint& p : {TzPoint{0, 0, 0}, TzPoint{2, 0, 0}, TzPoint{1, 1, 0}}) {
             addVertex(addPoint(p.x, p.y, p.z));
         }
-        setPolygonTag(endPolygon(0), tzTag("FILL"), "teal");
+        setPolygonTag(endPolygon(0), tzTag("FILL"), colour_);
         return true;
     }
-    void resetFile() noexcept override {}
+    void resetFile() noexcept override { colour_.clear(); }
+
+  private:
+    std::string colour_;
 };
 
 class TinyModule : public ITzModule {

@@ -30,8 +30,10 @@
 #ifndef TZHOST_H
 #define TZHOST_H
 
+// NOLINTBEGIN(modernize-deprecated-headers): for C too
 #include <stddef.h>
 #include <stdint.h>
+// NOLINTEND(modernize-deprecated-headers)
 
 #ifdef __cplusplus
 extern "C" {

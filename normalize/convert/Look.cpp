@@ -63,14 +63,17 @@ bool isStrokeBeforeFill(QStringView paintOrder) {
 }
 
 bool isNone(QStringView paint) {
-    return paint == u"none";
+    constexpr QStringView kNone = u"none";
+    return paint == kNone;
 }
 
 }  // namespace
 
 bool isHidden(const Style& style) {
+    constexpr QStringView kHidden = u"hidden";
+    constexpr QStringView kCollapse = u"collapse";
     const QStringView visibility = style[Property::kVisibility];
-    return visibility == u"hidden" || visibility == u"collapse";
+    return visibility == kHidden || visibility == kCollapse;
 }
 
 double strokeWidth(const Conversion& conversion, const Place& place) {

@@ -92,7 +92,6 @@ Parts writeParts(Conversion& conversion, const Path& path, const Place& place, T
     PartWriter writer(conversion, path, place, look);
     const Box box = writer.box();
     Parts parts;
-    if (!look.isStrokeOutlined && isWithinLift(conversion, box, target)) return parts;
     parts.isOutOfSight = isOutOfSight(conversion, box, look.reach, hasEffect, target);
     if (parts.isOutOfSight || !look.isVisible()) return parts;
     parts = writer.write(origin, limitsFor(conversion, box, look.reach, hasEffect, target));
@@ -186,6 +185,7 @@ void convertShape(Conversion& conversion, const SourceElement& shape, const Plac
     if (target.isClip) return writeInClip(conversion, path, place, object, out);
 
     const bool isMarked = hasMarkers(shape, place);
+    if (!isMarked && isWithinLift(conversion, path, place, target)) return;
     const Look look = resolveLook(conversion, path, place, object);
     if (!look.isVisible() && !isMarked) return;
     const bool hasEffect = isMarked || hasGroupEffect(conversion, style);
@@ -211,6 +211,7 @@ void drawOutline(Conversion& conversion, const Path& path, const Place& place, c
     }
     target.add(path, place.ctm);
     if (target.isClip) return writeInClip(conversion, path, place, object, out);
+    if (isWithinLift(conversion, path, place, target)) return;
     const Look look = resolveLook(conversion, path, place, object);
     if (!look.isVisible()) return;
     Parts parts = writeParts(conversion, path, place, Tag::kPath, look, false, target);

@@ -55,9 +55,13 @@ std::optional<Box> limitsFor(const Conversion& conversion, const Box& box, doubl
     return Box{std::floor(near.left), std::floor(near.top), std::ceil(near.right), std::ceil(near.bottom)};
 }
 
-bool isWithinLift(const Conversion& conversion, const Box& box, const Target& target) {
+bool isWithinLift(const Conversion& conversion, const Path& path, const Place& place, const Target& target) {
+    if (!target.isDrawn || !conversion.isToBeLifted()) return false;
+    const QStringView stroke = place.style[Property::kStroke];
+    const bool staysStroke = stroke == u"none" || (place.ctm.isEven() && !stroke.startsWith(u"url") &&
+                                                   !stroke.startsWith(u"context"));
     const double rounding = 4.0 * conversion.grid.step();
-    return target.isDrawn && conversion.isToBeLifted() && box.top - rounding >= conversion.drawn->top;
+    return staysStroke && path.controlsBox(place.ctm)->top - rounding >= conversion.drawn->top;
 }
 
 bool isTooFar(const Box& box) {

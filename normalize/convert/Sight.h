@@ -16,8 +16,9 @@ bool isOutOfSight(Conversion& conversion, const Box& box, double reach, bool has
 std::optional<Box> limitsFor(const Conversion& conversion, const Box& box, double reach, bool hasEffect,
                              const Target& target);
 
-// Whether nothing in `box` can matter to a pass that is to be made again: it is not above all that was drawn.
-bool isWithinLift(const Conversion& conversion, const Box& box, const Target& target);
+// Whether an outline that stands at `place` cannot matter any more, because all will be converted again: it
+// is not above what was drawn. Never so where its stroke may become an area, which reaches over the outline.
+bool isWithinLift(const Conversion& conversion, const Path& path, const Place& place, const Target& target);
 
 // [trap: coordinates from a million on leave the export with an exponent and cannot come back] Whether
 // something as it was written reaches further than the result holds, with room for the move that puts nothing

@@ -44,12 +44,12 @@ bool isSvgName(QStringView qualifiedName) {
 }
 
 // Whether the document was read: it is plain, and nothing refuses it.
-bool readPlain(const QString& text, SourceDocument::Storage& storage) {
-    tzsvg::PlainXmlReader reader(text, tzsvg::PlainXmlReader::Lines::kMany);
+bool readPlain(SourceDocument::Storage& storage) {
+    tzsvg::PlainXmlReader reader(storage.text, tzsvg::PlainXmlReader::Lines::kMany);
     while (!reader.atEnd() && reader.readNext() != QXmlStreamReader::StartElement) {
     }
     if (reader.hasError() || !isSvgName(reader.qualifiedName())) return false;
-    TagPlaces places(text);
+    TagPlaces places(storage.text);
     const Reason refused = TreeBuilder(storage, places).build(reader);
     return !refused && !reader.hasError() && storage.elements.front().tag() == Tag::kSvg;
 }
@@ -65,15 +65,16 @@ SourceDocument::SourceDocument() : storage_(std::make_unique<Storage>()) {}
 SourceDocument::~SourceDocument() = default;
 
 Reason SourceDocument::read(const QByteArray& bytes) {
-    QString text;
-    const Reason unreadable = textOfBytes(bytes, text);
+    const Reason unreadable = textOfBytes(bytes, storage_->text);
     if (unreadable) return unreadable;
-    if (!readPlain(text, *storage_)) {
+    const auto size = size_t(storage_->text.size());
+    if (!readPlain(*storage_)) {
+        const QString text = std::move(storage_->text);
         storage_ = std::make_unique<Storage>();
         const Reason refused = readByQt(text);
         if (refused) return refused;
     }
-    storage_->textSize = size_t(text.size());
+    storage_->textSize = size;
     return {};
 }
 

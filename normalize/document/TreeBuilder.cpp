@@ -63,8 +63,7 @@ void TreeBuilder::startElement(const Reader& reader) {
     for (const auto& one : attributes) {
         const QStringView name = one.qualifiedName();
         if (!name.startsWith(u"xmlns") || (name.size() > 5 && name[5] != u':')) continue;
-        scopes_.declare(open_.size(), storage_.texts.keep(name.size() > 6 ? name.mid(6) : QStringView()),
-                        storage_.texts.keep(one.value()));
+        scopes_.declare(open_.size(), keep(name.size() > 6 ? name.mid(6) : QStringView()), keep(one.value()));
         declares = true;
     }
     if (declares) {
@@ -105,6 +104,13 @@ void TreeBuilder::flushText() {
     text_.clear();
 }
 
+// The text itself where it stands in the document's, else a copy.
+QStringView TreeBuilder::keep(QStringView text) {
+    const QStringView whole = storage_.text;
+    const bool isPart = text.utf16() >= whole.utf16() && text.utf16() < whole.utf16() + whole.size();
+    return isPart ? text : storage_.texts.keep(text);
+}
+
 template <class Attributes>
 void TreeBuilder::readAttributes(SourceElement& element, const Attributes& attributes) {
     SourceAttribute* const kept = storage_.attributes.make(size_t(attributes.size()));
@@ -113,7 +119,7 @@ void TreeBuilder::readAttributes(SourceElement& element, const Attributes& attri
         const QStringView text = one.qualifiedName();
         const AttributeName* const name = attributeName(text);
         if (!name) continue;
-        kept[count++] = {name, storage_.texts.keep(one.value())};
+        kept[count++] = {name, keep(one.value())};
         if (name->name == Name::kId) element.id_ = kept[count - 1].value.trimmed();
     }
     element.attributes_ = kept;

@@ -16,6 +16,7 @@
 namespace tznormalize {
 
 struct SourceDocument::Storage {
+    QString text;  // of a plain document, whose attributes are views into it
     std::deque<SourceElement> elements;
     std::deque<AttributeName> names;
     Arena<SourceAttribute> attributes;
@@ -52,6 +53,7 @@ class TreeBuilder {
     void startElement(const Reader& reader);
     void endElement();
     void flushText();
+    QStringView keep(QStringView text);
     template <class Attributes>
     void readAttributes(SourceElement& element, const Attributes& attributes);
     ElementName elementName(QStringView qualifiedName);

@@ -30,7 +30,7 @@ class Cutter {
     Cutter(const HalfPlane& plane, Kind kind) : plane_(plane), isArea_(kind == Kind::kArea) {}
 
     Path cut(const Path& path) {
-        out_.reserve(path.size() + 16, path.points().size() + 32);
+        out_.reserve(path.size() + 8, path.points().size() + 16);
         for (const Path::Segment segment : path) {
             if (segment.verb == Verb::kMove) {
                 finish();

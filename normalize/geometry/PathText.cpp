@@ -15,13 +15,21 @@ class PathWriter {
     explicit PathWriter(const Grid& grid) : grid_(grid) {}
 
     std::string write(const Path& path) {
-        text_.reserve(path.points().size() * kUsual);
         for (const Path::Segment segment : path) writeSegment(segment);
+        flush();
         return std::move(text_);
     }
 
   private:
-    Point rounded(const Point& point) const { return {grid_.round(point.x), grid_.round(point.y)}; }
+    // A point in lines of the grid.
+    struct Crossing {
+        int64_t x = 0;
+        int64_t y = 0;
+
+        bool operator==(const Crossing& other) const { return x == other.x && y == other.y; }
+    };
+
+    Crossing rounded(const Point& point) const { return {grid_.linesTo(point.x), grid_.linesTo(point.y)}; }
 
     void writeSegment(const Path::Segment& segment) {
         switch (segment.verb) {
@@ -37,15 +45,17 @@ class PathWriter {
                            rounded(segment.points[2]));
                 break;
             case Verb::kClose:
-                if (isDrawn_) text_ += " Z";
+                if (isDrawn_) append('Z', {});
                 break;
         }
     }
 
-    void writeLine(const Point& end) {
+    void writeLine(const Crossing& end) {
         if (end == current_) return;
-        if (current_.x * end.x < 0) {
-            writeCurve(rounded(lerp(current_, end, 1.0 / 3)), rounded(lerp(current_, end, 2.0 / 3)), end);
+        if ((current_.x < 0 && end.x > 0) || (current_.x > 0 && end.x < 0)) {
+            const Point from{grid_.at(current_.x), grid_.at(current_.y)};
+            const Point to{grid_.at(end.x), grid_.at(end.y)};
+            writeCurve(rounded(lerp(from, to, 1.0 / 3)), rounded(lerp(from, to, 2.0 / 3)), end);
             return;
         }
         begin();
@@ -53,7 +63,7 @@ class PathWriter {
         current_ = end;
     }
 
-    void writeCurve(const Point& control1, const Point& control2, const Point& end) {
+    void writeCurve(const Crossing& control1, const Crossing& control2, const Crossing& end) {
         if (end == current_ && control1 == current_ && control2 == current_) return;
         begin();
         append('C', {control1, control2, end});
@@ -67,26 +77,30 @@ class PathWriter {
         append('M', {current_});
     }
 
-    void append(char letter, std::initializer_list<Point> points) {
-        char piece[2 + 3 * 2 * Grid::kRoom];
-        char* at = piece;
-        if (!text_.empty()) *at++ = ' ';
-        *at++ = letter;
-        for (const Point& point : points) {
-            at = grid_.write(at, point.x);
-            *at++ = ' ';
-            at = grid_.write(at, point.y);
-            *at++ = ' ';
+    void append(char letter, std::initializer_list<Crossing> points) {
+        constexpr ptrdiff_t kMost = 2 + 3 * 2 * Grid::kRoom;
+        if (std::end(buffer_) - at_ < kMost) flush();
+        if (letter != 'M' || !text_.empty() || at_ != buffer_) *at_++ = ' ';
+        *at_++ = letter;
+        for (const Crossing& point : points) {
+            at_ = grid_.write(at_, point.x);
+            *at_++ = ' ';
+            at_ = grid_.write(at_, point.y);
+            *at_++ = ' ';
         }
-        text_.append(piece, at - 1);
+        if (points.size() > 0) --at_;
     }
 
-    // Characters that a point of a drawing's size takes.
-    static constexpr size_t kUsual = 17;
+    void flush() {
+        text_.append(buffer_, static_cast<size_t>(at_ - buffer_));
+        at_ = buffer_;
+    }
 
     const Grid& grid_;
     std::string text_;
-    Point current_;
+    char buffer_[2048];  // what is not yet in the text: most paths are, when it is made, in one piece
+    char* at_ = buffer_;
+    Crossing current_;
     bool isDrawn_ = false;  // something of the sub-path was written
 };
 
@@ -103,9 +117,10 @@ std::string pointsText(const std::vector<Point>& points, const Grid& grid) {
         char piece[2 * Grid::kRoom];
         char* at = piece;
         if (!text.empty()) *at++ = ' ';
-        at = grid.write(at, point.x);
+        at = grid.write(at, grid.linesTo(point.x));
         *at++ = ',';
-        text.append(piece, grid.write(at, point.y));
+        at = grid.write(at, grid.linesTo(point.y));
+        text.append(piece, static_cast<size_t>(at - piece));
     }
     return text;
 }

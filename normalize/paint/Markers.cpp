@@ -140,8 +140,10 @@ void drawAt(Conversion& conversion, Property position, const std::vector<Vertex>
 
 bool hasMarkers(const SourceElement& shape, const Place& place) {
     if (!takesMarkers(shape.tag())) return false;
+    constexpr QStringView kNone = u"none";
     return std::any_of(std::begin(kPositions), std::end(kPositions), [&](Property position) {
-        return place.style[position].startsWith(u"url", Qt::CaseInsensitive);
+        const QStringView value = place.style[position];
+        return value != kNone && value.startsWith(u"url", Qt::CaseInsensitive);
     });
 }
 

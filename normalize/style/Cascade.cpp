@@ -128,10 +128,10 @@ Style Cascade::computed(const SourceElement& element, const Style& parent, const
         const auto property = Property(i);
         if (!declared.has(property)) continue;
         QStringView value = declared[property];
-        if (value == u"inherit" || (value == u"unset" && isInherited(property))) {
+        if (value == kInherit || (value == kUnset && isInherited(property))) {
             value = parent[property];
             if (property == Property::kFontSize || property == Property::kColor) continue;
-        } else if (value == u"initial" || value == u"unset") {
+        } else if (value == kInitial || value == kUnset) {
             value = initialValue(property);
         }
         if (property == Property::kFontSize) {

@@ -11,10 +11,11 @@ namespace tznormalize {
 namespace {
 
 bool isWordOfEvery(QStringView value) {
-    return value == u"inherit" || value == u"initial" || value == u"unset";
+    return value == kInherit || value == kInitial || value == kUnset;
 }
 
 bool isPaint(QStringView value) {
+    if (value.startsWith(u'#')) return readColor(value, {}).has_value();  // most are
     for (const QStringView word : {u"none", u"context-fill", u"context-stroke"}) {
         if (value.compare(word, Qt::CaseInsensitive) == 0) return true;
     }
@@ -102,7 +103,7 @@ bool isValidValue(Property property, QStringView value) {
     switch (property) {
         case Property::kFill:
         case Property::kStroke:
-            return isWordOfEvery(value) || isPaint(value);
+            return isPaint(value) || isWordOfEvery(value);
         case Property::kColor:
         case Property::kStopColor:
         case Property::kFloodColor:

@@ -6,7 +6,7 @@ namespace tznormalize {
 namespace {
 
 // In the order of Property.
-constexpr QStringView kInitial[] = {
+constexpr QStringView kInitialValues[] = {
     u"#000000",    // fill
     u"1",          // fill-opacity
     u"nonzero",    // fill-rule
@@ -63,14 +63,14 @@ constexpr QStringView kInitial[] = {
     u"none",       // text-decoration
     u"luminance",  // mask-type
 };
-static_assert(std::size(kInitial) == kStyleCount, "a value for each property of a style");
+static_assert(std::size(kInitialValues) == kStyleCount, "a value for each property of a style");
 static_assert(nameOf(Property::kRy) == Name::kRy && nameOf(Property::kOpacity) == Name::kOpacity &&
               nameOf(Property::kMaskType) == Name::kMaskType);
 
 }  // namespace
 
 QStringView initialValue(Property property) {
-    return size_t(property) < kStyleCount ? kInitial[size_t(property)] : QStringView();
+    return size_t(property) < kStyleCount ? kInitialValues[size_t(property)] : QStringView();
 }
 
 }  // namespace tznormalize

@@ -98,6 +98,11 @@ constexpr std::optional<Property> propertyOf(Name name) {
     return std::nullopt;
 }
 
+// What any property may be declared to be.
+constexpr QStringView kInherit = u"inherit";
+constexpr QStringView kInitial = u"initial";
+constexpr QStringView kUnset = u"unset";
+
 // The value where nothing is declared or inherited. Empty for geometry and for those that have none.
 QStringView initialValue(Property property);
 

@@ -4,7 +4,8 @@ namespace tznormalize {
 
 Reference readReference(QStringView text) {
     text = text.trimmed();
-    if (!text.startsWith(u"url(", Qt::CaseInsensitive)) return {};
+    const bool mayBeUrl = text.startsWith(u'u') || text.startsWith(u'U');  // few are, of very many
+    if (!mayBeUrl || !text.startsWith(u"url(", Qt::CaseInsensitive)) return {};
     const auto end = text.indexOf(u')');
     if (end < 0) return {};
     Reference reference;

@@ -18,11 +18,14 @@ const char16_t* skipDigits(const char16_t* at, const char16_t* end) {
     return at;
 }
 
-bool isExponent(const char16_t* at, const char16_t* end) {
-    if (at == end || (*at != u'e' && *at != u'E')) return false;
+bool isExponentPart(const char16_t* at, const char16_t* end) {
     ++at;
     if (at != end && (*at == u'-' || *at == u'+')) ++at;
     return at != end && isDigit(*at);  // else the letter is a unit's: "2em"
+}
+
+inline bool isExponent(const char16_t* at, const char16_t* end) {
+    return at != end && (*at == u'e' || *at == u'E') && isExponentPart(at, end);
 }
 
 // Where the number that begins at `at` ends; `at` itself when there is no digit.

@@ -1,6 +1,7 @@
 #include "normalize/write/DocumentWriter.h"
 
-#include <cstring>
+#include <algorithm>
+#include <cstdint>
 #include <string_view>
 
 namespace tznormalize {
@@ -9,27 +10,101 @@ namespace {
 constexpr char kHead[] = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
 constexpr char kRootOpening[] = "<svg xmlns=\"http://www.w3.org/2000/svg\"";
 
+// Whether all characters may stand as they are. Without an early exit, and kind by kind, so that the compiler
+// can vectorise it.
+bool isPlain(std::string_view text) {
+    uint8_t controls = 0;
+    uint8_t references = 0;
+    uint8_t tags = 0;
+    uint8_t quotes = 0;
+    for (const char one : text) {
+        const auto c = uint8_t(one);
+        controls |= uint8_t(c < ' ');
+        references |= uint8_t(c == '&');
+        tags |= uint8_t((c | 2) == '>');  // or '<'
+        quotes |= uint8_t(c == '"');
+    }
+    return (controls | references | tags | quotes) == 0;
+}
+
+// Text that grows at its end, in the array that is handed out.
+class TextWriter {
+  public:
+    explicit TextWriter(size_t expected) : bytes_(Size(expected), Qt::Uninitialized) {}
+
+    void add(char c) {
+        if (at_ == end_) grow(1);
+        *at_++ = c;
+    }
+    void add(std::string_view text) {
+        if (size_t(end_ - at_) < text.size()) grow(text.size());
+        at_ = std::copy(text.begin(), text.end(), at_);
+    }
+
+    // Line breaks become blanks, and characters that XML does not allow go.
+    void addEscaped(std::string_view text) {
+        if (isPlain(text)) return add(text);
+        for (const char c : text) {
+            if (c == '&') {
+                add("&amp;");
+            } else if (c == '<') {
+                add("&lt;");
+            } else if (c == '>') {
+                add("&gt;");
+            } else if (c == '"') {
+                add("&quot;");
+            } else if (c == '\n' || c == '\r' || c == '\t') {
+                add(' ');
+            } else if (uint8_t(c) >= ' ') {
+                add(c);
+            }
+        }
+    }
+
+    size_t size() const { return size_t(at_ - bytes_.constData()); }
+
+    QByteArray take() {
+        bytes_.resize(Size(size()));
+        return std::move(bytes_);
+    }
+
+  private:
+    using Size = decltype(QByteArray().size());
+
+    void grow(size_t more) {
+        const size_t used = size();
+        bytes_.resize(Size(2 * used + more));
+        at_ = bytes_.data() + used;
+        end_ = bytes_.data() + bytes_.size();
+    }
+
+    QByteArray bytes_;
+    char* at_ = bytes_.data();
+    char* end_ = at_ + bytes_.size();
+};
+
 class ElementWriter {
   public:
-    explicit ElementWriter(const std::vector<Namespace>& namespaces)
-        : namespaces_(namespaces), isUsed_(namespaces.size()) {}
+    ElementWriter(const std::vector<Namespace>& namespaces, TextWriter& out)
+        : namespaces_(namespaces), isUsed_(namespaces.size()), out_(out) {}
 
     void writeAttributes(const OutputElement& element) {
         for (const OutputElement::Attribute& one : element.attributes()) {
-            out_ += ' ';
-            out_ += one.name;
-            out_ += "=\"";
-            escape(one.value);
-            out_ += '"';
-            if (const char* const colon = std::strchr(one.name, ':'))
-                use({one.name, size_t(colon - one.name)});
+            const std::string_view name = one.name;
+            out_.add(' ');
+            out_.add(name);
+            out_.add("=\"");
+            out_.addEscaped(one.value);
+            out_.add('"');
+            const size_t colon = name.find(':');
+            if (colon != std::string_view::npos) use(name.substr(0, colon));
         }
     }
 
     // The depth is that of the source, which is bounded.
     void writeElement(const OutputElement& element) {
-        out_ += '<';
-        out_ += element.name();
+        out_.add('<');
+        out_.add(element.name());
         writeAttributes(element);
         writeContent(element);
     }
@@ -37,29 +112,32 @@ class ElementWriter {
     // From the end of the start tag to the end tag.
     void writeContent(const OutputElement& element) {
         if (element.children().empty() && element.text.empty()) {
-            out_ += "/>";
+            out_.add("/>");
             return;
         }
-        out_ += '>';
-        escape(element.text);
+        out_.add('>');
+        out_.addEscaped(element.text);
         for (const OutputElement& child : element.children()) writeElement(child);
-        out_ += "</";
-        out_ += element.name();
-        out_ += '>';
+        out_.add("</");
+        out_.add(element.name());
+        out_.add('>');
     }
 
-    std::string take() { return std::move(out_); }
-
     // " xmlns:xlink=…" for each namespace that was used.
-    std::string declarations() {
+    QByteArray declarations() const {
+        TextWriter out(0);
+        const auto declare = [&out](const Namespace& one) {
+            out.add(" xmlns:");
+            out.add(one.prefix);
+            out.add("=\"");
+            out.addEscaped(one.uri);
+            out.add('"');
+        };
         for (size_t i = 0; i < namespaces_.size(); ++i) {
-            if (!isUsed_[i] || namespaces_[i].prefix == "xlink") continue;
-            out_ += " xmlns:" + namespaces_[i].prefix + "=\"";
-            escape(namespaces_[i].uri);
-            out_ += '"';
+            if (isUsed_[i] && namespaces_[i].prefix != "xlink") declare(namespaces_[i]);
         }
-        if (usesXlink_) out_ += " xmlns:xlink=\"http://www.w3.org/1999/xlink\"";
-        return take();
+        if (usesXlink_) declare({"xlink", "http://www.w3.org/1999/xlink"});
+        return out.take();
     }
 
   private:
@@ -70,53 +148,28 @@ class ElementWriter {
         }
     }
 
-    // Line breaks become blanks, and characters that XML does not allow go.
-    void escape(std::string_view text) {
-        size_t from = 0;
-        for (size_t i = 0; i < text.size(); ++i) {
-            const char* instead = nullptr;
-            const auto c = static_cast<unsigned char>(text[i]);
-            if (c == '&') {
-                instead = "&amp;";
-            } else if (c == '<') {
-                instead = "&lt;";
-            } else if (c == '>') {
-                instead = "&gt;";
-            } else if (c == '"') {
-                instead = "&quot;";
-            } else if (c < ' ') {
-                instead = c == '\n' || c == '\r' || c == '\t' ? " " : "";
-            } else {
-                continue;
-            }
-            out_.append(text, from, i - from);
-            out_ += instead;
-            from = i + 1;
-        }
-        out_.append(text, from);
-    }
-
     const std::vector<Namespace>& namespaces_;
     std::vector<bool> isUsed_;
     bool usesXlink_ = false;
-    std::string out_;
+    TextWriter& out_;
 };
 
 }  // namespace
 
 QByteArray writeDocument(const OutputElement& root, const SourceDocument& source) {
-    ElementWriter writer(source.namespaces());
+    // textSize() counts no blanks, quotation marks and the like: where they are more, the text grows.
+    TextWriter out(root.textSize() * 5 / 4 + 1024);
+    out.add(kHead);
+    out.add(kRootOpening);
+    const size_t rootName = out.size();
+    ElementWriter writer(source.namespaces(), out);
     writer.writeAttributes(root);
-    const std::string attributes = writer.take();
     writer.writeContent(root);
-    const std::string content = writer.take();
-    const std::string declarations = writer.declarations();
-    QByteArray document;
-    document.reserve(
-        int(content.size() + attributes.size() + declarations.size() + sizeof kHead + sizeof kRootOpening));
-    document.append(kHead).append(kRootOpening).append(declarations.data(), int(declarations.size()));
-    document.append(attributes.data(), int(attributes.size())).append(content.data(), int(content.size()));
-    return document.append('\n');
+    out.add('\n');
+    const QByteArray declarations = writer.declarations();
+    QByteArray document = out.take();
+    if (!declarations.isEmpty()) document.insert(decltype(document.size())(rootName), declarations);
+    return document;
 }
 
 }  // namespace tznormalize

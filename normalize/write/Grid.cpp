@@ -34,15 +34,12 @@ char* writeLarge(char* out, uint64_t lines, int decimals) {
 
 Grid::Grid(int decimals) : decimals_(decimals), factor_(kFactors[size_t(decimals)]), step_(1 / factor_) {}
 
-char* Grid::write(char* out, double value) const {
-    int64_t lines = linesTo(value);
-    if (lines < 0) {
-        *out++ = '-';
-        lines = -lines;
-    }
+char* Grid::write(char* out, int64_t line) const {
+    if (line < 0) *out++ = '-';
+    const auto lines = uint64_t(line < 0 ? -line : line);
     constexpr int kDigits = 8;
-    constexpr int64_t kLarge = 100'000'000;
-    if (lines >= kLarge) return writeLarge(out, uint64_t(lines), decimals_);
+    constexpr uint64_t kLarge = 100'000'000;
+    if (lines >= kLarge) return writeLarge(out, lines, decimals_);
     const tzsvg::Characters digits = tzsvg::eightDigits(uint32_t(lines));
     if (digits == 0) {
         *out = '0';
@@ -62,7 +59,7 @@ char* Grid::write(char* out, double value) const {
 
 void Grid::append(std::string& out, double value) const {
     char text[kRoom];
-    out.append(text, write(text, value));
+    out.append(text, size_t(write(text, linesTo(value)) - text));
 }
 
 std::string Grid::text(double value) const {
@@ -79,6 +76,10 @@ void appendShortNumber(std::string& out, double value, int digits) {
     }
     if (value == 0) {
         out += '0';
+        return;
+    }
+    if (std::abs(value) < 1e6 && value == std::trunc(value)) {
+        out += std::to_string(int(value));
         return;
     }
     const int magnitude = int(std::floor(std::log10(std::abs(value)))) + 1;

@@ -12,6 +12,8 @@ void OutputElement::set(const char* name, std::string value) {
             return;
         }
     }
+    constexpr size_t kUsual = 5;
+    if (attributes_.empty()) attributes_.reserve(kUsual);
     attributes_.push_back({name, std::move(value)});
 }
 

@@ -1,40 +1,13 @@
 #include "normalize/NotesJson.h"
 
-#include <rapidjson/prettywriter.h>
-#include <rapidjson/stringbuffer.h>
+#include "normalize/JsonWriting.h"
 
 namespace tznormalize {
-namespace {
-
-using Writer = rapidjson::PrettyWriter<rapidjson::StringBuffer>;
-
-void writeText(Writer& writer, const char* key, const QString& text) {
-    const QByteArray utf8 = text.toUtf8();
-    writer.Key(key);
-    writer.String(utf8.constData(), rapidjson::SizeType(utf8.size()));
-}
-
-void writePlace(Writer& writer, const char* code, qint64 line, qint64 column) {
-    writer.Key("code");
-    writer.String(code);
-    writer.Key("line");
-    writer.Int64(line);
-    writer.Key("column");
-    writer.Int64(column);
-}
-
-}  // namespace
 
 std::string notesJson(const Normalized& normalized, const QString& fileName) {
     rapidjson::StringBuffer buffer;
-    Writer writer(buffer);
-    writer.SetIndent(' ', 2);
-    writer.StartObject();
-    writer.Key("format");
-    writer.String("tznotes");
-    writer.Key("version");
-    writer.Int(1);
-    writeText(writer, "file", fileName);
+    JsonWriter writer(buffer);
+    writeHead(writer, "tznotes", fileName);
     if (const Reason& refused = normalized.refused) {
         writer.Key("refused");
         writer.StartObject();
@@ -54,9 +27,7 @@ std::string notesJson(const Normalized& normalized, const QString& fileName) {
         writer.EndObject();
     }
     writer.EndArray();
-    writer.Key("more");
-    writer.Uint64(normalized.notes.leftOutOfList());
-    writer.EndObject();
+    writeMore(writer, normalized.notes.leftOutOfList());
     return {buffer.GetString(), buffer.GetSize()};
 }
 

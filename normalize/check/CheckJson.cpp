@@ -1,32 +1,14 @@
 #include "normalize/check/CheckJson.h"
 
-#include <rapidjson/prettywriter.h>
-#include <rapidjson/stringbuffer.h>
+#include "normalize/JsonWriting.h"
 
 namespace tznormalize {
 namespace {
 
-using Writer = rapidjson::PrettyWriter<rapidjson::StringBuffer>;
-
-void writeText(Writer& writer, const char* key, const QString& text) {
-    const QByteArray utf8 = text.toUtf8();
-    writer.Key(key);
-    writer.String(utf8.constData(), rapidjson::SizeType(utf8.size()));
-}
-
-void writeWord(Writer& writer, const char* key, const char* word) {
-    writer.Key(key);
-    writer.String(word);
-}
-
-void writeFinding(Writer& writer, const Finding& finding) {
+void writeFinding(JsonWriter& writer, const Finding& finding) {
     writer.StartObject();
     writeWord(writer, "kind", findingKindText(finding.kind));
-    writeWord(writer, "code", finding.rule->code);
-    writer.Key("line");
-    writer.Int64(finding.line);
-    writer.Key("column");
-    writer.Int64(finding.column);
+    writePlace(writer, finding.rule->code, finding.line, finding.column);
     writeText(writer, "element", finding.element);
     writeText(writer, "id", finding.id);
     writeText(writer, "attribute", finding.attribute);
@@ -39,13 +21,8 @@ void writeFinding(Writer& writer, const Finding& finding) {
 
 std::string checkJson(const CheckReport& report, const QString& fileName) {
     rapidjson::StringBuffer buffer;
-    Writer writer(buffer);
-    writer.SetIndent(' ', 2);
-    writer.StartObject();
-    writeWord(writer, "format", "tzcheck");
-    writer.Key("version");
-    writer.Int(1);
-    writeText(writer, "file", fileName);
+    JsonWriter writer(buffer);
+    writeHead(writer, "tzcheck", fileName);
     writeWord(writer, "status",
               report.isRefused()        ? "refused"
               : report.findings.empty() ? "clean"
@@ -58,9 +35,7 @@ std::string checkJson(const CheckReport& report, const QString& fileName) {
     writer.StartArray();
     for (const Finding& finding : report.findings) writeFinding(writer, finding);
     writer.EndArray();
-    writer.Key("more");
-    writer.Uint64(report.leftOutOfList);
-    writer.EndObject();
+    writeMore(writer, report.leftOutOfList);
     return {buffer.GetString(), buffer.GetSize()};
 }
 

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstring>
 
 namespace tzsvg {
 namespace {
@@ -20,12 +21,16 @@ constexpr std::array<float, 256> kChannelValues = channelValues();
 }  // namespace
 
 void toRgbaFloats(const QRgb* pixels, int count, float* out) {
+    // Most pixels are as the one before.
+    QRgb last = 0;
+    std::array<float, 4> values{};
     for (const QRgb* const end = pixels + count; pixels != end; ++pixels, out += 4) {
-        const QRgb pixel = *pixels;
-        out[0] = kChannelValues[(pixel >> 16U) & 0xFFU];
-        out[1] = kChannelValues[(pixel >> 8U) & 0xFFU];
-        out[2] = kChannelValues[pixel & 0xFFU];
-        out[3] = kChannelValues[pixel >> 24U];
+        if (const QRgb pixel = *pixels; pixel != last) {
+            values = {kChannelValues[(pixel >> 16U) & 0xFFU], kChannelValues[(pixel >> 8U) & 0xFFU],
+                      kChannelValues[pixel & 0xFFU], kChannelValues[pixel >> 24U]};
+            last = pixel;
+        }
+        std::memcpy(out, values.data(), sizeof values);
     }
 }
 

@@ -68,10 +68,9 @@ struct RendererPool::Version {
 
 // A renderer, and what it was loaded from.
 struct RendererPool::Loaded {
-    std::unique_ptr<QSvgRenderer> renderer;
+    CellRenderers::Taken taken;
     std::shared_ptr<Version> version;
-    bool isPlain;
-    std::optional<CellRenderers::Cell> cell;  // when it is not of the whole drawing
+    bool isOfCell;
 };
 
 RendererPool::RendererPool(QString fileName, CTzUser_ThreadMutex lock, CullingSettings culling)
@@ -98,10 +97,7 @@ RendererPool::Lease RendererPool::lend(const ViewOf& viewOf) {
     std::optional<CellRenderers::Taken> taken = version->cells->take(*view);
     if (!taken) return lend();
     const uint64_t document = version->number;
-    return {*this,
-            std::make_unique<Loaded>(
-                Loaded{std::move(taken->renderer), std::move(version), taken->isPlain, taken->cell}),
-            document};
+    return {*this, std::make_unique<Loaded>(Loaded{*std::move(taken), std::move(version), true}), document};
 }
 
 std::shared_ptr<RendererPool::Version> RendererPool::latest() {
@@ -137,7 +133,7 @@ std::unique_ptr<RendererPool::Loaded> RendererPool::load() const {
             [of = version.get()] { return of->text(); },
             QRectF(version->ownViewBox.topLeft(), QSizeF(renderer->defaultSize())), culling_);
     }
-    return std::make_unique<Loaded>(Loaded{std::move(renderer), std::move(version), isPlain, std::nullopt});
+    return std::make_unique<Loaded>(Loaded{{std::move(renderer), isPlain, {}, 0}, std::move(version), false});
 }
 
 // Gives a document that was just loaded its number: the latest one's, when the files look the same.
@@ -155,8 +151,8 @@ void RendererPool::number(Loaded& loaded) {
 
 void RendererPool::giveBack(std::unique_ptr<Loaded> loaded) noexcept {
     if (!loaded || !loaded->version->keep) return;
-    if (loaded->cell) {
-        loaded->version->cells->giveBack({std::move(loaded->renderer), *loaded->cell, loaded->isPlain});
+    if (loaded->isOfCell) {
+        loaded->version->cells->giveBack(std::move(loaded->taken));
         return;
     }
     // A renderer that cannot be put away is loaded again when it is needed.
@@ -176,15 +172,15 @@ RendererPool::Lease::~Lease() {
 }
 
 QSvgRenderer* RendererPool::Lease::renderer() const {
-    return loaded_ ? loaded_->renderer.get() : nullptr;
+    return loaded_ ? loaded_->taken.renderer.get() : nullptr;
 }
 
 bool RendererPool::Lease::isOfCell() const {
-    return loaded_ && loaded_->cell;
+    return loaded_ && loaded_->isOfCell;
 }
 
 bool RendererPool::Lease::isPlain() const {
-    return loaded_ && loaded_->isPlain;
+    return loaded_ && loaded_->taken.isPlain;
 }
 
 QRectF RendererPool::Lease::ownViewBox() const {

@@ -48,9 +48,13 @@ class TilePages {
 
     Half take() {
         const Half half = takeHalf();
-        if (half.page->isWritten[half.index]) std::memset(half.start(), 0, kTileBytes);
-        half.page->isWritten[half.index] = true;
-        madvise(half.start(), kTileBytes, MADV_POPULATE_WRITE);  // where the page is not a huge one
+        bool& isWritten = half.page->isWritten[half.index];
+        if (isWritten) {
+            std::memset(half.start(), 0, kTileBytes);
+        } else {
+            madvise(half.start(), kTileBytes, MADV_POPULATE_WRITE);  // where the page is not a huge one
+        }
+        isWritten = true;
         return half;
     }
 
@@ -58,28 +62,41 @@ class TilePages {
         std::list<Half::Page> gone;
         {
             const std::lock_guard held(lock_);
+            const bool wasFull = half.page->isTaken[1 - half.index];
             half.page->isTaken[half.index] = false;
-            const bool isFree = !half.page->isTaken[1 - half.index];
-            std::list<Half::Page>& to = isFree ? gone : pages_;
-            to.splice(to.begin(), pages_, half.page);
+            if (wasFull) {
+                half_.splice(half_.begin(), full_, half.page);
+            } else {
+                std::list<Half::Page>& to = free_.size() < kKeptPages ? free_ : gone;
+                to.splice(to.begin(), half_, half.page);
+            }
         }
         if (!gone.empty()) munmap(gone.front().start, kHugePage);
     }
 
   private:
+    // Free ones that the next tiles will want: a host that draws tiles drops others meanwhile.
+    static constexpr size_t kKeptPages = 16;
+
     Half takeHalf() {
         const std::lock_guard held(lock_);
-        if (pages_.empty() || (pages_.front().isTaken[0] && pages_.front().isTaken[1]))
-            pages_.push_front({mapHugePage(), {}, {}});
-        const auto page = pages_.begin();
-        const size_t index = page->isTaken[0] ? 1 : 0;
-        page->isTaken[index] = true;
-        if (page->isTaken[1 - index]) pages_.splice(pages_.end(), pages_, page);
-        return {page, index};
+        if (!half_.empty()) {
+            full_.splice(full_.begin(), half_, half_.begin());
+            Half::Page& page = full_.front();
+            const size_t index = page.isTaken[0] ? 1 : 0;
+            page.isTaken[index] = true;
+            return {full_.begin(), index};
+        }
+        if (free_.empty()) free_.push_front({mapHugePage(), {}, {}});
+        half_.splice(half_.begin(), free_, free_.begin());
+        half_.front().isTaken[0] = true;
+        return {half_.begin(), 0};
     }
 
     std::mutex lock_;
-    std::list<Half::Page> pages_;  // those with a free half first
+    std::list<Half::Page> half_;  // of which one half is taken
+    std::list<Half::Page> full_;
+    std::list<Half::Page> free_;
 };
 
 }  // namespace

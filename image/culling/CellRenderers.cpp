@@ -16,6 +16,9 @@ namespace {
 // Tiles that show more than a sixteenth of the picture are drawn whole.
 constexpr uint32_t kFirstDepth = 2;
 
+// A cell is of sixteen tiles at least, where these have few shapes.
+constexpr uint32_t kSharedAcross = 2;
+
 // How far beyond a cell its drawing reaches, in sides of the cell. The rows of tiles do not meet the cells
 // exactly: a level's short side is rounded up to a whole pixel.
 constexpr double kBeyondCell = 1.0 / 32.0;
@@ -29,6 +32,16 @@ constexpr size_t kCostOfRenderer = 32;
 
 // The cell of all tiles that nothing reaches.
 constexpr CellRenderers::Cell kEmptyCell = {63, 0, 0};
+
+// What a tile's own renderer goes by, which no other tile will want.
+constexpr CellRenderers::Cell kOwnCell = {62, 0, 0};
+
+// Where what is painted may colour the pixels of a tile.
+Box around(const TileView& view) {
+    const double pixel =
+        std::max(view.viewBox.width() / view.target.width(), view.viewBox.height() / view.target.height());
+    return Box::of(view.viewBox).grown(kBlurredPixels * pixel);
+}
 
 }  // namespace
 
@@ -86,36 +99,9 @@ Box CellRenderers::boxOf(const Cell& cell) const {
     return Box{left, top, left + side, top + side}.grown(kBeyondCell * side);
 }
 
-bool CellRenderers::covers(const Cell& cell, const TileView& view) const {
-    const double pixel =
-        std::max(view.viewBox.width() / view.target.width(), view.viewBox.height() / view.target.height());
-    return boxOf(cell).contains(Box::of(view.viewBox).grown(kBlurredPixels * pixel));
-}
-
-size_t CellRenderers::countOf(const Cell& cell) {
-    {
-        const std::lock_guard held(lock_);
-        if (const auto known = counts_.find(cell); known != counts_.end()) return known->second;
-    }
-    const size_t count = measured_->reach.reaching(boxOf(cell)).size();
-    const std::lock_guard held(lock_);
-    return counts_.emplace(cell, count).first->second;
-}
-
-std::optional<CellRenderers::Cell> CellRenderers::cellFor(const TileView& view, uint32_t deepest) {
-    uint32_t depth = std::min(deepest, measured_->sharedDepth);
-    Cell cell = cellAt(view.viewBox.center(), depth);
-    size_t count = countOf(cell);
-    const auto pays = [&] {
-        return (count + measured_->drawing.always().size()) * settings_.worthLoading <=
-               measured_->drawing.parts().size();
-    };
-    while ((count > 2 * settings_.fewShapes || !pays()) && depth < deepest) {
-        cell = cellAt(view.viewBox.center(), ++depth);
-        count = countOf(cell);
-    }
-    if (!pays() || !covers(cell, view)) return std::nullopt;
-    return count == 0 ? kEmptyCell : cell;
+bool CellRenderers::pays(size_t shapes) const {
+    return (shapes + measured_->drawing.always().size()) * settings_.worthLoading <=
+           measured_->drawing.parts().size();
 }
 
 // ---- Renderers ----------------------------------------------------------------------------------
@@ -123,49 +109,75 @@ std::optional<CellRenderers::Cell> CellRenderers::cellFor(const TileView& view, 
 std::optional<CellRenderers::Taken> CellRenderers::take(const TileView& view) {
     const double tileSide = std::max(view.viewBox.width(), view.viewBox.height());
     constexpr double kRounding = 1e-6;
-    const double depth = std::floor(std::log2(side_ / tileSide) + kRounding);
-    if (!(depth >= kFirstDepth) || !measured()) return std::nullopt;
     constexpr double kDeepest = 20.0;
-    const std::optional<Cell> cell = cellFor(view, static_cast<uint32_t>(std::min(depth, kDeepest)));
-    if (!cell) return std::nullopt;
-    if (std::optional<Taken> idle = takeIdle(*cell)) return idle;
+    const double tileDepth = std::min(kDeepest, std::floor(std::log2(side_ / tileSide) + kRounding));
+    if (!(tileDepth >= kFirstDepth) || !measured()) return std::nullopt;
+
+    const auto deepest = static_cast<uint32_t>(tileDepth);
+    const PartReach& reach = measured_->reach;
+    Cell cell = cellAt(view.viewBox.center(), std::min(deepest, measured_->sharedDepth));
+    PartReach::Numbers shapes = reach.reaching(boxOf(cell));
+    while (cell.depth < deepest && (cell.depth + kSharedAcross < deepest ||
+                                    shapes.size() > 2 * settings_.fewShapes || !pays(shapes.size()))) {
+        cell = cellAt(view.viewBox.center(), cell.depth + 1);
+        shapes = reach.reaching(boxOf(cell), shapes);
+    }
+    const Box tile = around(view);
+    if (!boxOf(cell).contains(tile)) return std::nullopt;
+
+    const PartReach::Numbers own = reach.reaching(tile, shapes);
+    const size_t leftOut = reach.boxesTouching(tile, shapes) - own.size();
+    if (!own.empty() && leftOut > 0 && own.size() / settings_.loadedForOneLeftOut <= leftOut)
+        return load(kOwnCell, own);
+    if (!pays(shapes.size())) return std::nullopt;
+    if (own.empty()) cell = kEmptyCell;
+    if (std::optional<Taken> idle = takeIdle(cell)) return idle;
+    return load(cell, own.empty() ? own : shapes);
+}
+
+std::optional<CellRenderers::Taken> CellRenderers::load(const Cell& cell,
+                                                        const PartReach::Numbers& shapes) const {
     auto renderer = std::make_unique<QSvgRenderer>();
-    const std::vector<uint32_t> shapes =
-        *cell == kEmptyCell ? std::vector<uint32_t>() : measured_->reach.reaching(boxOf(*cell));
-    if (!renderer->load(measured_->drawing.text(measured_->drawing.with(shapes)))) return std::nullopt;
+    const DrawingParts& drawing = measured_->drawing;
+    if (!renderer->load(drawing.text(drawing.with(measured_->reach.partsOf(shapes))))) return std::nullopt;
     const bool isPlain = surveyPaint(*renderer).isPlain;
-    return Taken{std::move(renderer), *cell, isPlain};
+    return Taken{std::move(renderer), isPlain, cell, shapes.size()};
 }
 
 std::optional<CellRenderers::Taken> CellRenderers::takeIdle(const Cell& cell) {
     const std::lock_guard held(lock_);
-    const auto at =
-        std::find_if(idle_.begin(), idle_.end(), [&](const Idle& of) { return of.taken.cell == cell; });
-    if (at == idle_.end()) return std::nullopt;
-    std::optional<Taken> taken = std::move(at->taken);
-    idleCost_ -= at->cost;
-    idle_.erase(at);
+    const auto at = idleOf_.find(cell);
+    if (at == idleOf_.end()) return std::nullopt;
+    std::optional<Taken> taken = std::move(at->second->taken);
+    idleCost_ -= at->second->cost;
+    idle_.erase(at->second);
+    idleOf_.erase(at);
     return taken;
 }
 
-size_t CellRenderers::costOf(size_t shapes) const {
-    return shapes + measured_->drawing.always().size() + kCostOfRenderer;
+size_t CellRenderers::costOf(const Taken& taken) const {
+    return taken.shapes + measured_->drawing.always().size() + kCostOfRenderer;
 }
 
 void CellRenderers::giveBack(Taken taken) noexcept {
+    if (taken.cell == kOwnCell) return;
     std::list<Idle> dropped;  // goes after the lock
     // A renderer that cannot be put away is loaded again when it is needed.
     static_cast<void>(tzGate([&] {
         std::list<Idle> returned;
-        returned.push_back({std::move(taken), 0});
+        const size_t cost = costOf(taken);
+        returned.push_back({std::move(taken), cost});
         const std::lock_guard held(lock_);
-        const auto count = counts_.find(returned.front().taken.cell);
-        returned.front().cost = costOf(count == counts_.end() ? 0 : count->second);
-        idleCost_ += returned.front().cost;
+        idleOf_.emplace(returned.front().taken.cell, returned.begin());
+        idleCost_ += cost;
         idle_.splice(idle_.begin(), returned);
         // All together as large as one renderer of the whole drawing.
         while (idleCost_ > measured_->drawing.parts().size() && idle_.size() > 1) {
-            idleCost_ -= idle_.back().cost;
+            const auto last = std::prev(idle_.end());
+            auto [at, past] = idleOf_.equal_range(last->taken.cell);
+            at = std::find_if(at, past, [&](const auto& of) { return of.second == last; });
+            idleOf_.erase(at);
+            idleCost_ -= last->cost;
             dropped.splice(dropped.begin(), idle_, std::prev(idle_.end()));
         }
     }));

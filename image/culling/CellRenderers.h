@@ -1,7 +1,8 @@
 // Renderers of parts of one drawing: the picture is cut into cells, halved again and again, and a cell's
 // renderer has only what may paint in that cell. A tile is drawn by the renderer of a cell that it lies in,
 // pixel by pixel as the whole drawing's renderer would draw it, since Qt does the same for every shape that
-// is left. Owned by a RendererPool, for one state of the drawing's file; any thread may ask.
+// is left. Where outlines of shapes go round a tile, the tile has a renderer of its own without them. Owned
+// by a RendererPool, for one state of the drawing's file; any thread may ask.
 //
 // Nothing is prepared before a tile is asked for that would gain from it. The first such request measures the
 // drawing (ReachMeasuring.h); threads that come meanwhile draw as if there were no cells.
@@ -38,8 +39,9 @@ class CellRenderers {
     };
     struct Taken {
         std::unique_ptr<QSvgRenderer> renderer;
-        Cell cell;
         bool isPlain;  // PaintSurvey
+        Cell cell;
+        size_t shapes;
     };
 
     // `read` gives the document's text, or nothing when it is not at hand any more; `area` is what of the
@@ -77,11 +79,10 @@ class CellRenderers {
 
     Cell cellAt(const QPointF& point, uint32_t depth) const;
     Box boxOf(const Cell& cell) const;
-    bool covers(const Cell& cell, const TileView& view) const;
-    std::optional<Cell> cellFor(const TileView& view, uint32_t deepest);
-    size_t countOf(const Cell& cell);
+    bool pays(size_t shapes) const;
+    std::optional<Taken> load(const Cell& cell, const PartReach::Numbers& shapes) const;
     std::optional<Taken> takeIdle(const Cell& cell);
-    size_t costOf(size_t shapes) const;
+    size_t costOf(const Taken& taken) const;
 
     const std::function<std::optional<QByteArray>()> read_;
     const QRectF area_;
@@ -92,9 +93,9 @@ class CellRenderers {
     std::atomic<bool> isDone_{false};
     std::optional<Measured> measured_;  // fixed once isDone_; nothing: there are to be no cells
 
-    std::mutex lock_;                                    // guards what follows
-    std::unordered_map<Cell, size_t, CellHash> counts_;  // of shapes that reach a cell
-    std::list<Idle> idle_;                               // the one used last first
+    std::mutex lock_;       // guards what follows
+    std::list<Idle> idle_;  // the one used last first
+    std::unordered_multimap<Cell, std::list<Idle>::iterator, CellHash> idleOf_;
     size_t idleCost_ = 0;
 };
 

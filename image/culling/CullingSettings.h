@@ -7,11 +7,15 @@ namespace tzsvg {
 
 struct CullingSettings {
     // A drawing of fewer shapes is drawn as quickly as its smaller drawings would be looked for.
-    size_t fewestShapes = 100;
+    size_t fewestShapes = 2;
 
     // Loading a shape costs as much as drawing some twenty times past it: a smaller drawing pays when it
     // leaves out that much.
     size_t worthLoading = 20;
+
+    // A tile gets a drawing of its own when that leaves out a shape whose box the tile lies in, for so many
+    // shapes that are loaded: Qt follows the outline of such a shape, across the whole picture if need be.
+    size_t loadedForOneLeftOut = 4;
 
     // Cells of fewer shapes are not halved further, so that tiles share them.
     size_t fewShapes = 64;

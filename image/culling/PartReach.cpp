@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <numeric>
 
 namespace tzsvg {
 namespace {
@@ -13,6 +15,9 @@ float roundedDown(double value) {
 }
 float roundedUp(double value) {
     return std::nextafter(static_cast<float>(value), kFarthest);
+}
+SmallBox roundedOutwards(const Box& box) {
+    return {roundedDown(box.left), roundedDown(box.top), roundedUp(box.right), roundedUp(box.bottom)};
 }
 
 // Cuts the part [from, to] of a line down to where it is between two edges; false when nothing is left.
@@ -47,47 +52,90 @@ bool Box::isFinite() const {
     return std::isfinite(left) && std::isfinite(top) && std::isfinite(right) && std::isfinite(bottom);
 }
 
-bool Strip::touches(const Box& area) const {
-    // Somewhat more than the radius around the line: the corners of the area are not rounded off.
-    const Box around = area.grown(radius);
-    double begin = 0.0;
-    double end = 1.0;
-    return cutBetween(from.x(), to.x() - from.x(), around.left, around.right, begin, end) &&
-           cutBetween(from.y(), to.y() - from.y(), around.top, around.bottom, begin, end);
-}
-
 void PartReach::add(uint32_t part, const Reach& reach) {
     if (reach.box.left > reach.box.right) return;  // paints nothing
-    const auto shape = static_cast<uint32_t>(boxes_.size());
+    const auto number = static_cast<uint32_t>(boxes_.size());
     parts_.push_back(part);
-    boxes_.push_back({roundedDown(reach.box.left - origin_.x()), roundedDown(reach.box.top - origin_.y()),
-                      roundedUp(reach.box.right - origin_.x()), roundedUp(reach.box.bottom - origin_.y())});
+    boxes_.push_back(roundedOutwards(fromOrigin(reach.box)));
     if (reach.strips.empty()) return;
     const auto first = static_cast<uint32_t>(strips_.size());
-    strips_.insert(strips_.end(), reach.strips.begin(), reach.strips.end());
-    stripsOf_.push_back({shape, first, static_cast<uint32_t>(strips_.size())});
+    for (const Strip& strip : reach.strips) {
+        const QPointF from = strip.from - origin_;
+        const QPointF to = strip.to - origin_;
+        const double farthest =
+            std::max({std::abs(from.x()), std::abs(from.y()), std::abs(to.x()), std::abs(to.y())});
+        strips_.push_back({static_cast<float>(from.x()), static_cast<float>(from.y()),
+                           static_cast<float>(to.x()), static_cast<float>(to.y()),
+                           roundedUp(strip.radius + farthest * std::numeric_limits<float>::epsilon())});
+    }
+    stripsOf_.push_back({number, first, static_cast<uint32_t>(strips_.size()), reach.isFilled});
 }
 
-std::vector<uint32_t> PartReach::reaching(const Box& area) const {
-    const SmallBox small = {roundedDown(area.left - origin_.x()), roundedDown(area.top - origin_.y()),
-                            roundedUp(area.right - origin_.x()), roundedUp(area.bottom - origin_.y())};
-    std::vector<uint32_t> found;
-    for (uint32_t i = 0; i < boxes_.size(); ++i) {
-        const SmallBox& box = boxes_[i];
-        if (box.left <= small.right && small.left <= box.right && box.top <= small.bottom &&
-            small.top <= box.bottom && stripsTouch(i, area))
-            found.push_back(parts_[i]);
-    }
+void PartReach::finish(double side) {
+    grid_ = BoxGrid(boxes_, static_cast<float>(side));
+}
+
+PartReach::Numbers PartReach::reaching(const Box& area) const {
+    if (const auto near = grid_.near(roundedOutwards(fromOrigin(area)))) return reaching(area, *near);
+    Numbers all(boxes_.size());
+    std::iota(all.begin(), all.end(), 0);
+    return reaching(area, all);
+}
+
+PartReach::Numbers PartReach::reaching(const Box& area, const Numbers& among) const {
+    const Box at = fromOrigin(area);
+    const SmallBox box = roundedOutwards(at);
+    Numbers found;
+    std::copy_if(among.begin(), among.end(), std::back_inserter(found),
+                 [&](uint32_t number) { return boxes_[number].touches(box) && stripsTouch(number, at); });
     return found;
 }
 
+size_t PartReach::boxesTouching(const Box& area, const Numbers& among) const {
+    const SmallBox box = roundedOutwards(fromOrigin(area));
+    return static_cast<size_t>(std::count_if(among.begin(), among.end(),
+                                             [&](uint32_t number) { return boxes_[number].touches(box); }));
+}
+
+std::vector<uint32_t> PartReach::partsOf(const Numbers& numbers) const {
+    std::vector<uint32_t> parts(numbers.size());
+    std::transform(numbers.begin(), numbers.end(), parts.begin(),
+                   [&](uint32_t number) { return parts_[number]; });
+    return parts;
+}
+
+Box PartReach::fromOrigin(const Box& area) const {
+    return {area.left - origin_.x(), area.top - origin_.y(), area.right - origin_.x(),
+            area.bottom - origin_.y()};
+}
+
 // True also for a shape that has no strips.
-bool PartReach::stripsTouch(uint32_t shape, const Box& area) const {
-    const auto at = std::lower_bound(stripsOf_.begin(), stripsOf_.end(), shape,
-                                     [](const Strips& of, uint32_t index) { return of.shape < index; });
-    if (at == stripsOf_.end() || at->shape != shape) return true;
-    return std::any_of(strips_.begin() + at->first, strips_.begin() + at->past,
-                       [&](const Strip& strip) { return strip.touches(area); });
+bool PartReach::stripsTouch(uint32_t number, const Box& area) const {
+    const auto at = std::lower_bound(stripsOf_.begin(), stripsOf_.end(), number,
+                                     [](const Strips& of, uint32_t index) { return of.number < index; });
+    if (at == stripsOf_.end() || at->number != number) return true;
+    // An area that no outline touches lies within all of a shape or outside: how often the outlines go round
+    // a point of it tells, counted where they cross the line from there to the right.
+    const double x = area.left / 2 + area.right / 2;
+    const double y = area.top / 2 + area.bottom / 2;
+    int rounds = 0;
+    for (uint32_t i = at->first; i < at->past; ++i) {
+        const SmallStrip& strip = strips_[i];
+        const double stepX = double{strip.toX} - double{strip.fromX};
+        const double stepY = double{strip.toY} - double{strip.fromY};
+        // Somewhat more than the radius around the line: the corners of the area are not rounded off.
+        const Box around = area.grown(double{strip.radius});
+        double begin = 0.0;
+        double end = 1.0;
+        if (cutBetween(double{strip.fromX}, stepX, around.left, around.right, begin, end) &&
+            cutBetween(double{strip.fromY}, stepY, around.top, around.bottom, begin, end))
+            return true;
+        const bool startsAbove = double{strip.fromY} <= y;
+        if (startsAbove == (double{strip.toY} <= y)) continue;
+        if (double{strip.fromX} + (y - double{strip.fromY}) / stepY * stepX > x)
+            rounds += startsAbove ? 1 : -1;
+    }
+    return at->isFilled && rounds != 0;
 }
 
 }  // namespace tzsvg

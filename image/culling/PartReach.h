@@ -9,6 +9,8 @@
 #include <limits>
 #include <vector>
 
+#include "image/culling/BoxGrid.h"
+
 namespace tzsvg {
 
 // An area by its edges; empty until a point is added. QRectF takes a line for nothing.
@@ -39,44 +41,57 @@ struct Strip {
     QPointF from;
     QPointF to;
     double radius;
-
-    bool touches(const Box& area) const;
 };
 
 // What one shape may paint.
 struct Reach {
     Box box;
     std::vector<Strip> strips;  // when not empty, all lies in them: a long line's box says little
+    bool isFilled = false;      // or within them: then they are closed outlines
 };
 
 class PartReach {
   public:
     explicit PartReach(const QPointF& origin) : origin_(origin) {}
 
-    // Parts are added in order.
+    // Parts are added in order, all before the first question.
     void add(uint32_t part, const Reach& reach);
+    void finish(double side);  // that of a square at the origin that holds most of them
 
-    // The parts that may paint in the area, in order.
-    std::vector<uint32_t> reaching(const Box& area) const;
+    // The numbers of the parts that may paint in the area, in order.
+    using Numbers = std::vector<uint32_t>;
+    Numbers reaching(const Box& area) const;
+
+    // Those of `among`, which reach a larger area.
+    Numbers reaching(const Box& area, const Numbers& among) const;
+
+    // How many of `among` have a box that touches the area.
+    size_t boxesTouching(const Box& area, const Numbers& among) const;
+
+    // The parts of these numbers.
+    std::vector<uint32_t> partsOf(const Numbers& numbers) const;
 
   private:
-    // Relative to the origin, rounded outwards.
-    struct SmallBox {
-        float left, top, right, bottom;
+    struct SmallStrip {
+        float fromX, fromY, toX, toY;
+        float radius;  // larger by what the others were rounded
     };
     struct Strips {
-        uint32_t shape;
+        uint32_t number;
         uint32_t first;
         uint32_t past;
+        bool isFilled;
     };
 
-    bool stripsTouch(uint32_t shape, const Box& area) const;
+    Box fromOrigin(const Box& area) const;
+    bool stripsTouch(uint32_t number, const Box& area) const;
 
     QPointF origin_;
-    std::vector<SmallBox> boxes_;
+    std::vector<SmallBox> boxes_;  // relative to the origin, rounded outwards
+    BoxGrid grid_;
     std::vector<uint32_t> parts_;
-    std::vector<Strips> stripsOf_;  // by shape
-    std::vector<Strip> strips_;
+    std::vector<Strips> stripsOf_;  // by number
+    std::vector<SmallStrip> strips_;
 };
 
 }  // namespace tzsvg

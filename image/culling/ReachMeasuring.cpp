@@ -21,9 +21,14 @@ using Kind = DrawingPart::Kind;
 // Beyond so many times the drawing's size, what is lost when numbers cancel out may be pixels.
 constexpr double kMostMagnitude = 1 << 20;
 
-// A shape smaller than this part of the drawing is told by its box alone, and so is one of many lines.
-constexpr double kSmallShape = 1.0 / 16.0;
-constexpr size_t kMostStrips = 256;
+// A shape smaller than this part of the drawing, a tile of the finest level, is told by its box alone, and so
+// is one of many lines.
+constexpr double kSmallShape = 1.0 / 256.0;
+constexpr size_t kMostStrips = 1024;
+
+// A curve becomes lines that are no farther from it than this part of the drawing, in so many pieces at most.
+constexpr double kFineEnough = 1.0 / 2048.0;
+constexpr int kMostPieces = 16;
 
 constexpr size_t kShapesAtOnce = 4096;
 
@@ -53,6 +58,15 @@ bool isOfLines(const QPainterPath& path) {
     return true;
 }
 
+// Whether an outline is its own box, which then says all.
+bool isBox(const Reach& shape) {
+    constexpr size_t kLinesOfBox = 6;  // a point, four lines, and what closes them
+    return shape.isFilled && shape.strips.size() <= kLinesOfBox &&
+           std::all_of(shape.strips.begin(), shape.strips.end(), [](const Strip& strip) {
+               return strip.from.x() == strip.to.x() || strip.from.y() == strip.to.y();
+           });
+}
+
 class ReachEngine : public ProbeEngine {
   public:
     ReachEngine(const DrawingParts& drawing, const QRectF& area)
@@ -70,6 +84,7 @@ class ReachEngine : public ProbeEngine {
     void endDrawing() {
         endShape();
         addUnmeasuredBefore(DrawingPart::kRoot);
+        reach_.finish(side_);
     }
 
     bool failed() const { return failed_; }
@@ -97,8 +112,13 @@ class ReachEngine : public ProbeEngine {
         }
     }
     void drawEllipse(const QRectF& rect) override {
-        drawRects(&rect, 1);
-        isFilled_ = true;  // its stroke does not follow the edges of the rectangle
+        QPainterPath path;
+        path.addEllipse(rect);
+        if (path.isEmpty()) {
+            drawRects(&rect, 1);
+        } else {
+            drawPath(path);
+        }
     }
     void drawLines(const QLineF* lines, int count) override {
         for (int i = 0; i < count; ++i) {
@@ -156,12 +176,13 @@ class ReachEngine : public ProbeEngine {
     void endShape() {
         if (current_ == DrawingPart::kRoot) return;
         if (!shape_.box.isFinite() && shape_.box.left <= shape_.box.right) isUnknown_ = true;
-        if (isUnknown_) shape_ = {Box::everywhere(), {}};
-        if (isFilled_ || shape_.strips.size() > kMostStrips || shape_.box.largerSide() < kSmallShape * side_)
+        if (isUnknown_) shape_ = {Box::everywhere(), {}, false};
+        if (shape_.strips.size() > kMostStrips || shape_.box.largerSide() < kSmallShape * side_ ||
+            isBox(shape_))
             shape_.strips.clear();
         reach_.add(current_, shape_);
         shape_ = {};
-        isFilled_ = isUnknown_ = false;
+        isUnknown_ = false;
         current_ = DrawingPart::kRoot;
     }
 
@@ -169,7 +190,7 @@ class ReachEngine : public ProbeEngine {
     void addUnmeasuredBefore(uint32_t part) {
         const std::vector<uint32_t>& shapes = drawing_.shapes();
         for (; nextShape_ < shapes.size() && shapes[nextShape_] < part; ++nextShape_)
-            reach_.add(shapes[nextShape_], {Box::everywhere(), {}});
+            reach_.add(shapes[nextShape_], {Box::everywhere(), {}, false});
         if (nextShape_ >= shapes.size()) return;
         if (shapes[nextShape_] == part) {
             ++nextShape_;
@@ -189,7 +210,8 @@ class ReachEngine : public ProbeEngine {
         const QPen& pen = state->pen();
         const bool strokes = pen.style() != Qt::NoPen && pen.brush().style() != Qt::NoBrush;
         if (!fills && !strokes) return;
-        isFilled_ = isFilled_ || (fills && !isOfLines(path));
+        const bool hasArea = fills && !isOfLines(path);
+        shape_.isFilled = shape_.isFilled || hasArea;
         // Widths that stay when the drawing is enlarged. One pixel is what smooth edges take.
         if (!t.isAffine() || (strokes && pen.isCosmetic() && pen.widthF() > 1.0)) {
             isUnknown_ = true;
@@ -198,7 +220,7 @@ class ReachEngine : public ProbeEngine {
         const bool isOneLine = path.elementCount() == 2 && path.elementAt(1).isLineTo();
         const double radius = strokes && !pen.isCosmetic() ? strokeRadius(pen, isOneLine) : 0.0;
         addBox(path, t, radius);
-        if (!isUnknown_ && !isFilled_) addStrips(path, t, radius * largestScale(t));
+        if (!isUnknown_) addStrips(path, t, radius * largestScale(t), hasArea);
     }
 
     void addBox(const QPainterPath& path, const QTransform& t, double radius) {
@@ -211,11 +233,14 @@ class ReachEngine : public ProbeEngine {
         }
     }
 
-    void addStrips(const QPainterPath& path, const QTransform& t, double radius) {
+    void addStrips(const QPainterPath& path, const QTransform& t, double radius, bool closes) {
         const auto point = [&](int i) { return t.map(QPointF(path.elementAt(i))); };
+        int start = 0;
         for (int i = 0; i < path.elementCount() && shape_.strips.size() <= kMostStrips; ++i) {
             if (path.elementAt(i).isMoveTo()) {
+                if (closes && i > 0) shape_.strips.push_back({point(i - 1), point(start), radius});
                 shape_.strips.push_back({point(i), point(i), radius});
+                start = i;
             } else if (path.elementAt(i).isLineTo()) {
                 shape_.strips.push_back({point(i - 1), point(i), radius});
             } else {
@@ -223,19 +248,21 @@ class ReachEngine : public ProbeEngine {
                 i += 2;
             }
         }
+        if (closes) shape_.strips.push_back({point(path.elementCount() - 1), point(start), radius});
     }
 
     // A curve as lines between points of it, and how far it may be from them.
     void addCurve(const std::array<QPointF, 4>& p, double radius) {
-        constexpr int kPieces = 16;
         const auto bend = [](const QPointF& a, const QPointF& b, const QPointF& c) {
             return std::hypot(a.x() - 2.0 * b.x() + c.x(), a.y() - 2.0 * b.y() + c.y());
         };
-        const double deviation =
-            0.75 * std::max(bend(p[0], p[1], p[2]), bend(p[1], p[2], p[3])) / (kPieces * kPieces);
+        const double bent = 0.75 * std::max(bend(p[0], p[1], p[2]), bend(p[1], p[2], p[3]));
+        const double pieces =
+            std::clamp(std::ceil(std::sqrt(bent / (kFineEnough * side_))), 1.0, double{kMostPieces});
+        const double deviation = bent / (pieces * pieces);
         QPointF last = p[0];
-        for (int i = 1; i <= kPieces; ++i) {
-            const double u = static_cast<double>(i) / kPieces;
+        for (int i = 1; i <= static_cast<int>(pieces); ++i) {
+            const double u = i / pieces;
             const double v = 1.0 - u;
             const QPointF next =
                 v * v * v * p[0] + 3.0 * v * v * u * p[1] + 3.0 * v * u * u * p[2] + u * u * u * p[3];
@@ -255,7 +282,6 @@ class ReachEngine : public ProbeEngine {
 
     uint32_t current_ = DrawingPart::kRoot;  // the shape that is being drawn
     Reach shape_;
-    bool isFilled_ = false;  // or told by its box alone for another reason
     bool isUnknown_ = false;
 };
 

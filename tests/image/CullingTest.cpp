@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <QLoggingCategory>
+#include <QPainterPath>
 #include <algorithm>
+#include <numeric>
 #include <random>
 
 #include "bench/exact/FeatureDrawings.h"
@@ -131,7 +133,12 @@ TEST_F(CullingTest, measuresWhatIsPainted) {
         {"<path d='M-950 1050 L1050 -950'/>", 20, false},  // filled, but a line has no area
         {"<path d='M-950 1050 L1050 -950z M0 0L1 0'/>", 20, false},
         {"<path d='M-950 1050 L1050 -950'/>", 0, true},
-        {"<path d='M-950 1050 L1050 -950 L1050 -960z'/>", 20, true},  // filled: by its box
+        {"<path d='M-950 1050 L1050 -950 L1050 -960z'/>", 20, false},  // filled: by its outline
+        {"<path d='M-950 1050 L1050 -950 L1050 1050z'/>", 20, false},
+        {"<path d='M-950 1050 L1050 -950 L-950 -950z'/>", 20, true},  // all of it inside
+        {"<path d='M-950 1050 L1050 -950 L-950 -950z M-950 1050 L1050 -950 L1050 1050z'/>", 20, true},
+        {"<circle cx='50' cy='50' r='1000' fill='none' stroke='red'/>", 20, false},
+        {"<circle cx='50' cy='50' r='1000' fill='red'/>", 20, true},
     };
     for (const auto& test : cases) {
         const auto drawing = DrawingParts::of(svg(test.shape));
@@ -143,36 +150,53 @@ TEST_F(CullingTest, measuresWhatIsPainted) {
     }
 }
 
+// Filled outlines, lines and boxes, against what Qt says of the same.
 TEST(PartReach, answersAsALookAtEveryShape) {
     std::mt19937 random(7);
     std::uniform_real_distribution<double> at(-50, 150);
     const QPointF origin(1e6, -3e5);
+    const auto point = [&] { return origin + QPointF(at(random), at(random)); };
     PartReach reach(origin);
-    std::vector<tzsvg::Reach> all;
+    std::vector<QPainterPath> all;
     for (uint32_t i = 0; i < 500; ++i) {
-        const QPointF from = origin + QPointF(at(random), at(random));
-        const QPointF to = origin + QPointF(at(random), at(random));
+        QPolygonF points;
+        for (uint32_t p = 0; p < 2 + i % 5; ++p) points << point();
+        if (points.size() > 2) points << points.front();
         tzsvg::Reach one;
-        one.box.add(Box::of(from, 1));
-        one.box.add(Box::of(to, 1));
-        if (i % 2 == 0) one.strips.push_back({from, to, 1});
-        if (i % 50 == 1) one = {Box::everywhere(), {}};
+        one.isFilled = points.size() > 2;
+        one.box = Box::of(points.boundingRect());
+        for (int p = 1; p < points.size() && i % 10 != 9; ++p)
+            one.strips.push_back({points[p - 1], points[p], 0});
+        QPainterPath path;
+        path.addPolygon(one.strips.empty() ? QPolygonF(points.boundingRect()) : points);
+        path.setFillRule(Qt::WindingFill);
+        all.push_back(path);
         reach.add(2 * i, one);
-        all.push_back(one);
     }
+    reach.finish(100);
+    std::vector<uint32_t> numbers(all.size());
+    std::iota(numbers.begin(), numbers.end(), 0);
+    size_t count = 0;
     for (int i = 0; i < 200; ++i) {
-        const Box area = Box::of(origin + QPointF(at(random), at(random)), i % 20);
+        const Box area = Box::of(point(), 0.5 + i % 20);
+        const auto rect = [&](double by) {
+            const Box box = area.grown(by);
+            return QRectF(box.left, box.top, box.right - box.left, box.bottom - box.top);
+        };
         const std::vector<uint32_t> found = reach.reaching(area);
-        EXPECT_TRUE(std::is_sorted(found.begin(), found.end()));
+        EXPECT_EQ(reach.reaching(area, reach.reaching(area.grown(30), numbers)), found);
+        EXPECT_GE(reach.boxesTouching(area, numbers), found.size());
+        ASSERT_FALSE(found.empty());
+        EXPECT_EQ(reach.partsOf({found.back()}).front(), 2 * found.back());
+        count += found.size();
         for (uint32_t shape = 0; shape < all.size(); ++shape) {
-            const bool isFound = std::binary_search(found.begin(), found.end(), 2 * shape);
-            const bool touches = all[shape].box.touches(area) &&
-                                 (all[shape].strips.empty() || all[shape].strips.front().touches(area));
-            // Boxes are rounded outwards.
-            const bool nearlyTouches = all[shape].box.touches(area.grown(0.001));
-            EXPECT_TRUE(isFound ? nearlyTouches : !touches) << shape;
+            // What is near the edge may be said of either: numbers are rounded so that shapes reach farther.
+            const bool isFound = std::binary_search(found.begin(), found.end(), shape);
+            EXPECT_TRUE(isFound || !all[shape].intersects(rect(-0.01))) << shape;
+            EXPECT_TRUE(!isFound || all[shape].intersects(rect(0.01))) << shape;
         }
     }
+    EXPECT_GT(count, 10000U);
 }
 
 // Small cells everywhere, and as it is usually done. Fails when a rule of culling/CullingRules.h is dropped.
@@ -183,7 +207,8 @@ TEST_F(CullingTest, noPixelDiffers) {
         write(QByteArray::fromStdString(tzbench::featureDrawing(number)));
         const bool usual = number % 8 == 7;
         const auto compared = tzbench::compareTiles(
-            path(), 12, 0.2, number, usual ? tzsvg::CullingSettings() : tzsvg::CullingSettings{1, 0, 0});
+            path(), 12, 0.2, number,
+            usual ? tzsvg::CullingSettings() : tzsvg::CullingSettings{1, 0, SIZE_MAX, 0});
         EXPECT_EQ(compared.different, 0U) << number;
         ofCells += compared.ofCells;
     }

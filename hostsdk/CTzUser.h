@@ -64,7 +64,8 @@ class CTzUser_Messages : public CTzUser<ITzMessages> {
     using CTzUser::CTzUser;
 
     // Shows a message of a host message table; arguments[0] is argument 1.
-    void post(std::string_view table, uint32_t code, std::initializer_list<std::string_view> arguments) const {
+    void post(std::string_view table, uint32_t code,
+              std::initializer_list<std::string_view> arguments) const {
         std::vector<TzText> texts;
         for (const std::string_view argument : arguments) texts.push_back(tzText(argument));
         tzCheck((*this)->post(tzText(table), code, texts.data(), static_cast<uint32_t>(texts.size())));

@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "image/PaintProbe.h"
+#include "svg/guard/DocumentGuard.h"
 
 namespace tzsvg {
 namespace {

@@ -3,19 +3,12 @@
 // loaded.
 #pragma once
 
-#include <cstdint>
-
 class QSvgRenderer;
 
 namespace tzsvg {
 
-// Whether the dashes of no path and of all paths together are more than these. The painter makes a path of
-// its own of every dash, about 130 bytes each, so that a line across the page can ask for gigabytes.
-constexpr int64_t kMaxDashesOfPath = int64_t{1} << 20;
-constexpr int64_t kMaxDashes = int64_t{1} << 24;
-
 struct PaintSurvey {
-    bool isWithinLimits = true;
+    bool isWithinLimits = true;  // kMaxDashesOfPath, kMaxDashes
     // Nothing but areas of one colour each, half-transparent or not: no gradients, pictures, texts.
     bool isPlain = true;
 };

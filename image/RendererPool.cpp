@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <mutex>
 
-#include "image/DocumentGuard.h"
+#include "svg/guard/DocumentGuard.h"
 #include "image/DrawingCost.h"
 #include "image/culling/CellRenderers.h"
 

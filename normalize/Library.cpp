@@ -46,7 +46,7 @@ int check(const char* fileName, const void* bytes, size_t size, bool asImage, Tz
     if (!bytes && !tzsvg::readFileBytes(name, content)) {
         report = unreadableFile();
     } else {
-        report = asImage ? checkImage(content) : checkDrawing(content);
+        report = asImage ? checkImage(content, name) : checkDrawing(content);
     }
     return copyText(checkJson(report, name), result.notes, result.notesSize) ? TZNORMALIZE_OK
                                                                              : TZNORMALIZE_FAILED;

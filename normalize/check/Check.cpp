@@ -3,6 +3,7 @@
 #include "normalize/check/CheckedDocument.h"
 #include "normalize/check/ElementLosses.h"
 #include "normalize/check/ExportRules.h"
+#include "normalize/check/ImageRules.h"
 #include "normalize/check/ImportRules.h"
 #include "normalize/check/Recognition.h"
 
@@ -41,9 +42,10 @@ CheckReport checkDrawing(const QByteArray& bytes) {
     return report;
 }
 
-CheckReport checkImage(const QByteArray& bytes) {
+CheckReport checkImage(const QByteArray& bytes, const QString& fileName) {
     CheckReport report;
-    addUnreadableImage(report, bytes);
+    addRefusedImage(report, bytes, fileName);
+    if (report.findings.empty()) addUnreadableImage(report, bytes);
     return report;
 }
 

@@ -23,8 +23,32 @@ double lengthOf(const Place& place, Property property, double otherwise) {
         .value_or(otherwise);
 }
 
-// Empty for no dashes, and for lists that are none: with a negative number, or all 0.
-std::vector<double> dashesOf(const Place& place) {
+StrokeForm strokeFormOf(const Place& place, double width) {
+    const Style& style = place.style;
+    StrokeForm form;
+    form.width = width;
+    form.cap = capOf(style[Property::kStrokeLinecap]);
+    form.join = joinOf(style[Property::kStrokeLinejoin]);
+    form.miterLimit = std::max(readNumber(style[Property::kStrokeMiterlimit]).value_or(4.0), 1.0);
+    form.dashes = dashLengths(place);
+    if (!form.dashes.empty()) form.dashOffset = lengthOf(place, Property::kStrokeDashoffset, 0.0);
+    return form;
+}
+
+// "stroke" or "markers stroke": before the fill, that is.
+bool isStrokeBeforeFill(QStringView paintOrder) {
+    if (paintOrder.startsWith(u"markers")) paintOrder = paintOrder.mid(7).trimmed();
+    return paintOrder.startsWith(u"stroke");
+}
+
+bool isNone(QStringView paint) {
+    constexpr QStringView kNone = u"none";
+    return paint == kNone;
+}
+
+}  // namespace
+
+std::vector<double> dashLengths(const Place& place) {
     const QStringView text = place.style[Property::kStrokeDasharray];
     if (text.isEmpty() || text == u"none") return {};
     const auto isSeparator = [](QChar c) { return c == u',' || isBlank(c.unicode()); };
@@ -43,31 +67,6 @@ std::vector<double> dashesOf(const Place& place) {
     if (std::accumulate(dashes.begin(), dashes.end(), 0.0) <= 0.0) return {};
     return dashes;
 }
-
-StrokeForm strokeFormOf(const Place& place, double width) {
-    const Style& style = place.style;
-    StrokeForm form;
-    form.width = width;
-    form.cap = capOf(style[Property::kStrokeLinecap]);
-    form.join = joinOf(style[Property::kStrokeLinejoin]);
-    form.miterLimit = std::max(readNumber(style[Property::kStrokeMiterlimit]).value_or(4.0), 1.0);
-    form.dashes = dashesOf(place);
-    if (!form.dashes.empty()) form.dashOffset = lengthOf(place, Property::kStrokeDashoffset, 0.0);
-    return form;
-}
-
-// "stroke" or "markers stroke": before the fill, that is.
-bool isStrokeBeforeFill(QStringView paintOrder) {
-    if (paintOrder.startsWith(u"markers")) paintOrder = paintOrder.mid(7).trimmed();
-    return paintOrder.startsWith(u"stroke");
-}
-
-bool isNone(QStringView paint) {
-    constexpr QStringView kNone = u"none";
-    return paint == kNone;
-}
-
-}  // namespace
 
 bool isHidden(const Style& style) {
     constexpr QStringView kHidden = u"hidden";

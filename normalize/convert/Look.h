@@ -33,6 +33,10 @@ Look resolveLook(Conversion& conversion, const Path& path, const Place& place, c
 // Whether resolveLook may find anything visible, told without resolving references: for measuring.
 bool mayBeSeen(const Path& path, const Place& place);
 
+// The lengths of dashes and gaps in turn; empty for no dashes, and for lists that are none: with a negative
+// number, or all 0.
+std::vector<double> dashLengths(const Place& place);
+
 bool isHidden(const Style& style);  // "visibility"
 
 // The width of its stroke, in the shape's own space.

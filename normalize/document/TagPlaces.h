@@ -17,11 +17,14 @@ class TagPlaces {
 
     // Moves on to the start tag that the reader has read. A tag that an entity brought stays where the last
     // one stood.
-    void moveTo(const QXmlStreamReader& reader) {
-        const auto last = std::min<qsizetype>(qsizetype(reader.characterOffset()), text_.size()) - 1;
+    void moveTo(const QXmlStreamReader& reader) { moveBefore(reader.characterOffset()); }
+    void moveTo(const tzsvg::PlainXmlReader& reader) { moveTo(reader.tagOffset()); }
+
+    // Moves on to the last tag that begins before `end`.
+    void moveBefore(qint64 end) {
+        const auto last = std::min<qsizetype>(qsizetype(end), text_.size()) - 1;
         moveTo(text_.lastIndexOf(u'<', last));
     }
-    void moveTo(const tzsvg::PlainXmlReader& reader) { moveTo(reader.tagOffset()); }
 
     // Counted from 1.
     qint64 line() const { return line_; }

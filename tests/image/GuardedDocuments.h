@@ -1,5 +1,5 @@
-// Documents nested, multiplied, styled or packed as deeply as asked for, for the tests of what may go to a renderer.
-// may go to a renderer.
+// Documents nested, multiplied, styled or packed as deeply as asked for, for the tests of what may go to a
+// renderer.
 #pragma once
 
 #include <zlib.h>
@@ -26,6 +26,15 @@ inline QByteArray pngBytes() {
     QImage pixels(2, 2, QImage::Format_ARGB32);
     pixels.fill(Qt::red);
     pixels.save(&buffer, "PNG");
+    return bytes;
+}
+
+// A picture that claims 60,000 by 20,000 pixels.
+inline QByteArray hugePng() {
+    QByteArray bytes = pngBytes();
+    bytes.replace(16, 8, QByteArray::fromHex("0000EA6000004E20"));
+    const auto sum = crc32(0, reinterpret_cast<const Bytef*>(bytes.constData()) + 12, 17);
+    for (int i = 0; i < 4; ++i) bytes[29 + i] = static_cast<char>(sum >> (24 - 8 * i));
     return bytes;
 }
 

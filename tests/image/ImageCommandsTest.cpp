@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "tests/common/ProgramRun.h"
+#include "tests/image/GuardedDocuments.h"
 
 namespace {
 
@@ -35,6 +36,38 @@ class ImageCommands : public ::testing::Test {
 
 TEST_F(ImageCommands, refuse) {
     tzhost::expectRefusals(folder_, "image/refused-commands.txt");
+}
+
+TEST_F(ImageCommands, sayWhichLimitRefuses) {
+    const QByteArray hugePicture = "<svg width='9' height='9'>\n<image href='huge.png'/></svg>";
+    const struct {
+        const char* file;
+        QByteArray document;
+        const char* reason;
+    } rows[] = {
+        {"link.svg", tzsvg::image("half.svg"), "line 1, column 105: an image leads to another SVG"},
+        {"data.svg", tzsvg::image("data:," + tzsvg::svg("").toPercentEncoding()),
+         "an image leads to another SVG"},
+        {"huge.svg", hugePicture, "line 2, column 1: its pictures unpack to more than 1024 MiB"},
+        {"device.svg", tzsvg::image("/dev/zero"), "line 1, column 105: a link leads to a pipe or a device"},
+        {"stops.svg", tzsvg::stops(4097), "a gradient has more than 4096 stops"},
+        {"uses.svg", tzsvg::doubling(30), "its uses lead back to themselves, are nested too deeply, or make"},
+        {"styles.svg", tzsvg::styled(40000, 40000),
+         "too many rules for so many elements; --normalize: style"},
+        {"dashes.svg", tzsvg::dashed(2000, "0.05"),
+         "a line of about 2000000 dashes; an image may have 1048576"},
+        {"plain.svgz", tzsvg::svg(""), "not compressed, as its name says it is"},
+        {"packed.svg",
+         QByteArray::fromHex("1f8b0800000000000203b3292e4b57c84cb155af52d7b7030012459bf70d000000"),
+         "compressed, and its name ends neither in .svgz nor in .svg.gz; --normalize: "},
+    };
+    folder_.write("huge.png", tzsvg::hugePng().toStdString());
+    for (const auto& row : rows) {
+        folder_.write(row.file, row.document.toStdString());
+        EXPECT_EQ(run(std::string("image-info ") + row.file), 1) << row.file;
+        EXPECT_PRED_FORMAT2(testing::IsSubstring, std::string("(failed): "), folder_.read(".err"));
+        EXPECT_PRED_FORMAT2(testing::IsSubstring, row.reason, folder_.read(".err"));
+    }
 }
 
 TEST_F(ImageCommands, keepTheLogOfARefusal) {

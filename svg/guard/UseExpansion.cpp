@@ -1,5 +1,5 @@
 // The cost of an ID is the number of elements that drawing what it names visits.
-#include "image/UseExpansion.h"
+#include "svg/guard/UseExpansion.h"
 
 #include <algorithm>
 

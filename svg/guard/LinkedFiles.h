@@ -6,6 +6,8 @@
 #include <QString>
 #include <QStringList>
 
+#include "svg/guard/DocumentGuard.h"
+
 class QImageReader;
 
 namespace tzsvg {
@@ -18,18 +20,18 @@ class LinkedFiles {
     LinkedFiles(const QString& documentName, bool compressed);
 
     // Whether the renderer may follow the "href" of an `image` element: to a raster image, or to nothing.
-    bool acceptImage(const QString& href);
+    Danger inspectImage(const QString& href);
 
     // The same for the text of an `xml-stylesheet` instruction. What they hold goes to `styles`.
-    bool acceptStyleSheet(const QString& instruction, StyleCost& styles);
+    Danger inspectStyleSheet(const QString& instruction, StyleCost& styles);
 
-    // The files that were accepted, there or not.
+    // The files in which there was no danger, there or not.
     const QStringList& files() const { return files_; }
 
   private:
-    bool acceptFile(const QString& path);
-    bool acceptData(QByteArray data);
-    bool acceptRaster(QImageReader& reader);
+    Danger inspectFile(const QString& path);
+    Danger inspectData(QByteArray data);
+    Danger inspectRaster(QImageReader& reader);
 
     QString folder_;  // empty: the current one
     QStringList files_;

@@ -1,4 +1,4 @@
-#include "image/StyleCost.h"
+#include "svg/guard/StyleCost.h"
 
 namespace tzsvg {
 

@@ -1,15 +1,15 @@
 // First the streaming look at the bare text, which bounds what everything after it costs;
 // then the elements, by Qt's own reader on the same bytes, so that no trick of encoding, entity or
 // default attribute shows the renderer another document than the one looked at.
-#include "image/DocumentGuard.h"
+#include "svg/guard/DocumentGuard.h"
 
 #include <QFileInfo>
 #include <QXmlStreamReader>
 #include <vector>
 
-#include "image/LinkedFiles.h"
-#include "image/StyleCost.h"
-#include "image/UseExpansion.h"
+#include "svg/guard/LinkedFiles.h"
+#include "svg/guard/StyleCost.h"
+#include "svg/guard/UseExpansion.h"
 #include "svg/tree/DocumentLimits.h"
 #include "svg/tree/DocumentText.h"
 #include "svg/tree/GzipText.h"
@@ -27,20 +27,21 @@ void forEachAttribute(const QXmlStreamReader& reader, QLatin1String name, Use&& 
     }
 }
 
-// Reads a document up to the end of its root, where the renderer stops too, and hands every token to `look`.
-// False when `look` refuses one, or when the text is not well-formed up to there.
+// Reads a document up to the end of its root, where the renderer stops too, and hands every token to `look`,
+// up to the first danger.
 template <class Look>
-bool readTokens(const QByteArray& xml, Look&& look) {
+DangerousPlace readTokens(const QByteArray& xml, Look&& look) {
     QXmlStreamReader reader(xml);
     reader.setNamespaceProcessing(false);
     int depth = 0;
     while (!reader.atEnd()) {
         const QXmlStreamReader::TokenType token = reader.readNext();
-        if (token == QXmlStreamReader::StartElement && ++depth > kMaxElementDepth) return false;
-        if (!look(token, reader)) return false;
-        if (token == QXmlStreamReader::EndElement && --depth == 0) return true;
+        if (token == QXmlStreamReader::StartElement && ++depth > kMaxElementDepth) break;
+        const Danger danger = look(token, reader);
+        if (danger != Danger::kNone) return {danger, reader.characterOffset()};
+        if (token == QXmlStreamReader::EndElement && --depth == 0) return {};
     }
-    return false;
+    return {Danger::kText, reader.characterOffset()};
 }
 
 // One look at a document: what links, styles and uses it has.
@@ -48,22 +49,23 @@ class Inspection {
   public:
     explicit Inspection(LinkedFiles& links) : links_(links) {}
 
-    bool accept(QXmlStreamReader::TokenType token, const QXmlStreamReader& reader) {
+    Danger inspect(QXmlStreamReader::TokenType token, const QXmlStreamReader& reader) {
         switch (token) {
             case QXmlStreamReader::StartElement:
-                return acceptElement(reader);
+                return inspectElement(reader);
             case QXmlStreamReader::EndElement:
                 inStyle_ = inStyle_ && reader.name() != QLatin1String("style");
                 open_.pop_back();
-                return true;
+                return Danger::kNone;
             case QXmlStreamReader::Characters:
                 if (inStyle_) styles_.addSheet(reader.text());
-                return true;
+                return Danger::kNone;
             case QXmlStreamReader::ProcessingInstruction:
-                return reader.processingInstructionTarget() != QLatin1String("xml-stylesheet") ||
-                       links_.acceptStyleSheet(reader.processingInstructionData().toString(), styles_);
+                if (reader.processingInstructionTarget() != QLatin1String("xml-stylesheet"))
+                    return Danger::kNone;
+                return links_.inspectStyleSheet(reader.processingInstructionData().toString(), styles_);
             default:
-                return true;
+                return Danger::kNone;
         }
     }
 
@@ -71,7 +73,7 @@ class Inspection {
     bool sawUse() const { return sawUse_; }
 
   private:
-    bool acceptElement(const QXmlStreamReader& reader) {
+    Danger inspectElement(const QXmlStreamReader& reader) {
         styles_.addElement(static_cast<int64_t>(open_.size()), open_.empty() ? 0 : open_.back()++);
         open_.push_back(0);
         const auto name = reader.name();
@@ -79,12 +81,14 @@ class Inspection {
         sawUse_ = sawUse_ || name == QLatin1String("use");
         // A gradient takes all stops up to the next gradient, wherever they stand.
         if (name == QLatin1String("linearGradient") || name == QLatin1String("radialGradient")) stops_ = 0;
-        bool accepted = name != QLatin1String("stop") || ++stops_ <= kMaxGradientStops;
+        if (name == QLatin1String("stop") && ++stops_ > kMaxGradientStops) return Danger::kStops;
+        Danger danger = Danger::kNone;
         if (name == QLatin1String("image")) {
-            forEachAttribute(reader, QLatin1String("href"),
-                             [&](const QString& href) { accepted = accepted && links_.acceptImage(href); });
+            forEachAttribute(reader, QLatin1String("href"), [&](const QString& href) {
+                if (danger == Danger::kNone) danger = links_.inspectImage(href);
+            });
         }
-        return accepted;
+        return danger;
     }
 
     LinkedFiles& links_;
@@ -98,7 +102,7 @@ class Inspection {
 // A second reading, for the few documents with uses: IDs are kept for these alone.
 bool usesWithinLimits(const QByteArray& xml) {
     UseExpansion uses;
-    const bool read = readTokens(xml, [&](QXmlStreamReader::TokenType token, const QXmlStreamReader& reader) {
+    const auto read = readTokens(xml, [&](QXmlStreamReader::TokenType token, const QXmlStreamReader& reader) {
         if (token == QXmlStreamReader::StartElement) {
             uses.begin();
             forEachAttribute(reader, QLatin1String("id"), [&](const QString& id) { uses.claim(id); });
@@ -109,19 +113,22 @@ bool usesWithinLimits(const QByteArray& xml) {
         } else if (token == QXmlStreamReader::EndElement) {
             uses.end();
         }
-        return true;
+        return Danger::kNone;
     });
-    return read && uses.withinLimits();
+    return read.danger == Danger::kNone && uses.withinLimits();
 }
 
-bool isSafe(const QByteArray& xml, LinkedFiles& links) {
-    if (!withinLimits(decodeDocument(xml))) return false;
+DangerousPlace findDanger(const QByteArray& xml, LinkedFiles& links) {
+    if (!withinLimits(decodeDocument(xml))) return {Danger::kText, 0};
     Inspection inspection(links);
-    const bool accepted =
+    const DangerousPlace found =
         readTokens(xml, [&](QXmlStreamReader::TokenType token, const QXmlStreamReader& reader) {
-            return inspection.accept(token, reader);
+            return inspection.inspect(token, reader);
         });
-    return accepted && inspection.stylesWithinLimits() && (!inspection.sawUse() || usesWithinLimits(xml));
+    if (found.danger != Danger::kNone) return found;
+    if (!inspection.stylesWithinLimits()) return {Danger::kStyles, 0};
+    if (inspection.sawUse() && !usesWithinLimits(xml)) return {Danger::kUses, 0};
+    return {};
 }
 
 }  // namespace
@@ -140,9 +147,14 @@ std::optional<SafeDocument> inspectDocument(const QString& fileName) {
     const bool compressed = isCompressedName(fileName);
     if (compressed) document.bytes = *xml;
     LinkedFiles links(fileName, compressed);
-    if (!isSafe(*xml, links)) return std::nullopt;
+    if (findDanger(*xml, links).danger != Danger::kNone) return std::nullopt;
     document.linkedFiles = links.files();
     return document;
+}
+
+DangerousPlace findDanger(const QByteArray& xml, const QString& fileName) {
+    LinkedFiles links(fileName, isCompressedName(fileName));
+    return findDanger(xml, links);
 }
 
 }  // namespace tzsvg

@@ -10,7 +10,7 @@
 #ifndef TZNORMALIZE_H
 #define TZNORMALIZE_H
 
-#include <stddef.h>
+#include <stddef.h>  // NOLINT(modernize-deprecated-headers): for C too
 
 #ifdef __cplusplus
 extern "C" {

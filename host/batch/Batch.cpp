@@ -22,12 +22,14 @@ class Tally {
         : command_(command), plan_(plan), terminal_(terminal) {}
 
     void add(size_t job, JobResult&& result) {
-        if (result.endSignal != 0) {
-            const std::string reason =
-                std::string("its process was ended by a signal: ") + strsignal(result.endSignal);
+        if (!result.isAnswered) {
             const CommandFiles& files = plan_.files[job];
             for (const std::string& file : {files.out, files.log, files.notes})
                 if (!file.empty()) removeLeftBeside(file, result.process);
+            const std::string reason =
+                result.endSignal == 0
+                    ? "its process has ended"
+                    : std::string("its process was ended by a signal: ") + strsignal(result.endSignal);
             result.err += "tzhost: ";
             result.err += OperationError(files.in, command_.name, kTzFailed, reason).what();
             result.err += "\n";
@@ -117,7 +119,7 @@ class BatchWorker {
 int runBatch(const BatchCommand& command, const BatchPlan& plan, const BatchArguments& arguments,
              const std::shared_ptr<Terminal>& terminal) {
     const auto began = std::chrono::steady_clock::now();
-    const InterruptScope interruptScope;
+    const InterruptScope interruptScope(InterruptScope::Signals::kAll);
     Tally tally(command, plan, *terminal);
     Progress progress(*terminal, command.name, plan.files.size());
     progress.update();  // which ends the thread that a title waits in: workers are forked from here

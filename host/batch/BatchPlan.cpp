@@ -41,6 +41,10 @@ bool isNewer(const std::string& out, const std::string& in) {
 
 BatchPlan planBatch(const std::vector<std::string>& inputs, const CommandFiles& given,
                     const BatchArguments& arguments, bool isForced) {
+    for (const std::string& folder : {arguments.folder, given.log, given.notes}) {
+        if (isStandardStream(folder))
+            throw UsageError("with --output, --log and --notes are folders as well");
+    }
     BatchPlan plan;
     std::map<std::string, const std::string*> inputOf;
     const InputSet read(isForced ? std::vector<std::string>() : inputs);

@@ -131,16 +131,20 @@ class Worker {
         put(socket(), job);  // a worker that is gone is found when it does not answer
     }
 
-    // Whether it has answered; if not, it has ended. Either way the result is what became of the job.
-    bool answered(JobResult& result) {
+    // What became of its job, once there is something to be heard of it.
+    JobResult result() {
+        JobResult result;
         uint8_t status = 0;
-        const bool isAlive = get(socket(), status);
-        result.status = isAlive ? status : 1;
         result.process = process_;
-        if (!isAlive) result.endSignal = join();
+        result.isAnswered = get(socket(), status);
+        if (result.isAnswered) {
+            result.status = status;
+        } else {
+            result.endSignal = join();
+        }
         result.out = out_.take();
         result.err = err_.take();
-        return isAlive;
+        return result;
     }
 
     // There are no more jobs for it: it ends by itself.
@@ -225,8 +229,8 @@ void runInProcesses(size_t count, unsigned processes, const std::function<RunJob
     while (!workers.empty()) {
         std::unique_ptr<Worker>* const heard = nextHeard(workers);
         if (!heard) break;
-        JobResult result;
-        const bool isAlive = (*heard)->answered(result);
+        JobResult result = (*heard)->result();
+        const bool isAlive = result.isAnswered;
         if (!done((*heard)->job(), result)) break;
         if (next < count) {
             if (!isAlive) *heard = std::make_unique<Worker>(begin, workers);

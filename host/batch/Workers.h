@@ -11,8 +11,9 @@
 namespace tzhost {
 
 struct JobResult {
-    int status = 0;     // what the job answered
-    int endSignal = 0;  // the signal that ended its process; 0: none
+    bool isAnswered = false;  // otherwise its process has ended before
+    int status = 1;           // what the job answered
+    int endSignal = 0;        // the signal that ended its process; 0: none
     pid_t process = 0;
     std::string out;  // what it printed on stdout
     std::string err;

@@ -12,12 +12,14 @@ namespace tzhost {
 namespace {
 
 // A signal handler can reach nothing else; an atomic without a lock is safe in one.
-std::atomic<int> signalSeen{0};     // NOLINT(readability-identifier-naming)
-std::atomic<bool> workEnds{false};  // NOLINT(readability-identifier-naming): by itself, once a signal is seen
+std::atomic<int> signalSeen{0};  // NOLINT(readability-identifier-naming)
+// Whether the work ends by itself, once such a signal is seen.
+std::atomic<bool> endsAtCtrlC{false};   // NOLINT(readability-identifier-naming)
+std::atomic<bool> endsAtOthers{false};  // NOLINT(readability-identifier-naming)
 static_assert(std::atomic<int>::is_always_lock_free && std::atomic<bool>::is_always_lock_free);
 
 extern "C" void onInterrupt(int signal) {
-    if (signalSeen.exchange(signal) == 0 && workEnds) return;
+    if (signalSeen.exchange(signal) == 0 && (signal == SIGINT ? endsAtCtrlC : endsAtOthers)) return;
     removeUnfinishedFiles();
     constexpr std::string_view kLine = "tzhost: interrupted\n";
     [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, kLine.data(), kLine.size());
@@ -43,12 +45,13 @@ int interruptSignal() noexcept {
     return signalSeen;
 }
 
-InterruptScope::InterruptScope() {
-    workEnds = true;
+InterruptScope::InterruptScope(Signals signals) {
+    endsAtCtrlC = true;
+    endsAtOthers = signals == Signals::kAll;
 }
 
 InterruptScope::~InterruptScope() {
-    workEnds = false;
+    endsAtCtrlC = endsAtOthers = false;
 }
 
 }  // namespace tzhost

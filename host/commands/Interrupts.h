@@ -13,11 +13,13 @@ constexpr int exitStatusOf(int signal) {
     return 128 + signal;
 }
 
-// While one exists, the first signal only makes interruptSignal() tell, so that the work can end in good
-// order, and the second ends the program. Otherwise the first one ends it. One at a time, on the main thread.
+// While one exists, the first Ctrl-C only makes interruptSignal() tell, so that the work can end in good
+// order, and the second ends the program. Otherwise the first one ends it, as the other signals do, unless
+// the work looks out for them all: nobody presses those twice. One at a time, on the main thread.
 class InterruptScope {
   public:
-    InterruptScope();
+    enum class Signals { kCtrlC, kAll };
+    explicit InterruptScope(Signals signals = Signals::kCtrlC);
     ~InterruptScope();
     InterruptScope(const InterruptScope&) = delete;
     InterruptScope& operator=(const InterruptScope&) = delete;

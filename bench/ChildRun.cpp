@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -71,6 +72,7 @@ ProgramRun runProgram(const std::vector<std::string>& command) {
     std::vector<char*> arguments;
     for (const std::string& argument : command) arguments.push_back(const_cast<char*>(argument.c_str()));
     arguments.push_back(nullptr);
+    const auto began = std::chrono::steady_clock::now();
     const pid_t child = forkOrThrow();
     if (child == 0) {
         const int nowhere = open("/dev/null", O_WRONLY);
@@ -80,7 +82,8 @@ ProgramRun runProgram(const std::vector<std::string>& command) {
         _exit(EXIT_FAILURE);
     }
     const rusage usage = waitFor(child, command[0].c_str());
-    return {seconds(usage.ru_utime) + seconds(usage.ru_stime), mebibytes(usage)};
+    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - began;
+    return {seconds(usage.ru_utime) + seconds(usage.ru_stime), mebibytes(usage), elapsed.count()};
 }
 
 double peakMiB() {

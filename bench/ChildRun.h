@@ -16,6 +16,7 @@ std::vector<double> inChild(const std::function<std::vector<double>()>& work);
 struct ProgramRun {
     double seconds;  // of processor time
     double peakMiB;
+    double elapsed;  // seconds on the wall
 };
 
 // Runs a program without its output. Throws std::runtime_error when it fails.

@@ -1,10 +1,13 @@
 // Whole runs of tzhost on a million shapes, process start, scene file and exit included, against the module's
-// own seconds for the same work; and their memory against Qt's tree.
+// own seconds for the same work; and their memory against Qt's tree. And of many drawings, on two processors
+// against one.
 #include <algorithm>
+#include <filesystem>
 #include <functional>
 #include <map>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "bench/ChildRun.h"
 #include "bench/Figures.h"
@@ -25,6 +28,29 @@ ProgramRun leastOfThree(const std::vector<std::string>& arguments) {
         if (run.seconds < least.seconds) least = run;
     }
     return least;
+}
+
+// Drawings of a usual size, by one run: the time on the wall with two jobs, and with one. The least of five
+// each, in turns, since others work on the machine.
+Line manyDrawings(const Documents& documents) {
+    constexpr int kDrawings = 1000;
+    constexpr uint32_t kShapesEach = 100;
+    const std::filesystem::path drawing = documents.scene(SceneKind::kGrouped, kShapesEach);
+    const std::filesystem::path folder = documents.output("drawings");
+    std::filesystem::create_directory(folder);
+    std::vector<std::string> command = {TZHOST,   "import", "--output", documents.output("scenes"),
+                                        "--jobs", ""};
+    for (int i = 0; i < kDrawings; ++i) {
+        command.push_back(folder / (std::to_string(i) + ".svg"));
+        std::filesystem::copy_file(drawing, command.back());
+    }
+    double least[] = {1e9, 1e9};
+    for (int i = 0; i < 10; ++i) {
+        std::filesystem::remove_all(documents.output("scenes"));
+        command[5] = i % 2 == 0 ? "1" : "2";
+        least[i % 2] = std::min(least[i % 2], runProgram(command).elapsed);
+    }
+    return ratio(least[1], least[0]);
 }
 
 }  // namespace
@@ -55,6 +81,8 @@ void addProgramFigures(const Documents& documents) {
             return Line{peak, own().parsePeak, std::max(0.0, peak - own().parsePeak)};
         });
     };
+    addFigure("tzhost import: 1000 drawings, 2 jobs to 1", "s", Target::kAtMost, 0.6,
+              [&documents] { return manyDrawings(documents); });
     add("import", [=] { return own().import; });
     add("export", [=] { return own().exportFirst; });
     add("roundtrip", [=] { return own().import + own().exportFirst; });

@@ -2,7 +2,6 @@
 
 #include <QFileInfo>
 #include <algorithm>
-#include <numeric>
 
 #include "normalize/convert/Conversion.h"
 #include "normalize/convert/Look.h"
@@ -87,25 +86,6 @@ DangerText textOf(tzsvg::Danger danger) {
     return {};
 }
 
-// How many dashes the painter makes of a line: of a straight piece with very many it makes none. See
-// image/DrawingCost.h, which counts what is painted.
-double dashesOf(const Path& path, const std::vector<double>& lengths) {
-    constexpr double kMostOfPiece = 10'000.0;
-    const double period = 2.0 * std::accumulate(lengths.begin(), lengths.end(), 0.0) / double(lengths.size());
-    double dashes = 0.0;
-    Point current;
-    for (const Path::Segment segment : path) {
-        for (size_t i = 0; i < pointCount(segment.verb); ++i) {
-            const Point next = segment.points[i];
-            const double ofPiece = distance(current, next) / period;
-            if (segment.verb != Verb::kMove)
-                dashes += segment.verb == Verb::kLine && ofPiece > kMostOfPiece ? 1.0 : ofPiece;
-            current = next;
-        }
-    }
-    return dashes;
-}
-
 // Where most dashes are, and how many there are.
 struct DashSurvey {
     double all = 0.0;
@@ -121,7 +101,7 @@ void survey(const SourceElement& element, const Cascade& styles, const Style& pa
         const double dashes =
             lengths.empty()
                 ? 0.0
-                : dashesOf(outlineOf(element, styles, kViewport, place.style.fontSize()), lengths);
+                : dashCount(outlineOf(element, styles, kViewport, place.style.fontSize()), lengths);
         out.all += dashes;
         if (dashes > out.most) {
             out.most = dashes;

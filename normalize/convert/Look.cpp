@@ -4,6 +4,7 @@
 #include <numeric>
 
 #include "normalize/text/NumberCursor.h"
+#include "svg/guard/DocumentGuard.h"
 
 namespace tznormalize {
 namespace {
@@ -114,6 +115,10 @@ Look resolveLook(Conversion& conversion, const Path& path, const Place& place, c
     if (look.stroke.isNone()) return look;
 
     look.form = strokeFormOf(place, width);
+    if (!look.form.dashes.empty() && dashCount(path, look.form.dashes) > double(tzsvg::kMaxDashesOfPath)) {
+        look.isDashless = true;
+        look.form.dashes.clear();
+    }
     look.scale = place.ctm.areaScale();
     look.isStrokeFirst = !look.fill.isNone() && isStrokeBeforeFill(style[Property::kPaintOrder]);
     look.isStrokeOutlined = look.stroke.isReference() || !place.ctm.isEven();

@@ -23,6 +23,9 @@ struct Look {
     // and no single width says what an uneven scale makes of it.
     bool isStrokeOutlined = false;
 
+    // Whether it had so many dashes that no image would take it, and has none now.
+    bool isDashless = false;
+
     // How far the stroke reaches over the outline, on the page.
     double reach = 0.0;
 };

@@ -1,6 +1,7 @@
 #include "normalize/convert/Shapes.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "normalize/convert/Groups.h"
 #include "normalize/convert/Sight.h"
@@ -52,7 +53,20 @@ class PartWriter {
     }
 
     void addShape(Tag origin, const Paint& fill, bool isStroked) {
+        const bool isOneLine = mapped_.size() == 2 && mapped_.verbs().back() == Verb::kLine;
+        if (limits_ && isStroked && isOneLine && !look_.form.dashes.empty()) return addDashedLine(origin);
         add(writeShape(grid_, cut(mapped_, isStroked), origin, look_, fill, isStroked));
+    }
+
+    // What is left of it begins further on in the dashes.
+    void addDashedLine(Tag origin) {
+        const Path left = cutLineToBox(mapped_, *limits_);
+        if (left.isEmpty()) return;
+        parts_.isCut = true;
+        Look look = look_;
+        const double cutOff = distance(mapped_.points().front(), left.points().front()) / look.scale;
+        look.form.dashOffset = std::fmod(look.form.dashOffset + cutOff, dashPeriod(look.form.dashes));
+        add(writeShape(grid_, left, origin, look, Paint(), true));
     }
 
     void addStroke(Tag origin) {
@@ -134,6 +148,10 @@ void noteParts(Conversion& conversion, const SourceElement& shape, const Look& l
     if (parts.isCut) {
         addNote(conversion, NoteCode::kLeftOut, shape,
                 QStringLiteral("what reaches far over the page was cut off"));
+    }
+    if (look.isDashless) {
+        addNote(conversion, NoteCode::kApproximated, shape,
+                QStringLiteral("a stroke of too many dashes became solid"), "stroke-dasharray");
     }
     if (look.isStrokeOutlined) {
         addNote(conversion, NoteCode::kCarried, shape,

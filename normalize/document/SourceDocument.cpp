@@ -43,6 +43,14 @@ bool isSvgName(QStringView qualifiedName) {
     return qualifiedName == u"svg" || qualifiedName.endsWith(u":svg");
 }
 
+// "#name" leads to a style element of the document itself.
+bool asksForStyleSheet(const QXmlStreamReader& reader) {
+    if (!reader.isProcessingInstruction()) return false;
+    const auto data = reader.processingInstructionData();
+    return reader.processingInstructionTarget() == QLatin1String("xml-stylesheet") &&
+           !data.contains(QLatin1String("\"#")) && !data.contains(QLatin1String("'#"));
+}
+
 // Whether the document was read: it is plain, and nothing refuses it.
 bool readPlain(SourceDocument::Storage& storage) {
     tzsvg::PlainXmlReader reader(storage.text, tzsvg::PlainXmlReader::Lines::kMany);
@@ -81,7 +89,10 @@ Reason SourceDocument::read(const QByteArray& bytes) {
 Reason SourceDocument::readByQt(const QString& text) {
     QXmlStreamReader reader(text);
     reader.setNamespaceProcessing(false);
-    while (!reader.atEnd() && !reader.isStartElement()) reader.readNext();
+    while (!reader.atEnd() && !reader.isStartElement()) {
+        reader.readNext();
+        storage_->linksStyleSheet |= asksForStyleSheet(reader);
+    }
     if (reader.hasError()) return reasonOf(reader, text);
     TagPlaces places(text);
     places.moveTo(reader);
@@ -126,6 +137,10 @@ const SourceElement* SourceDocument::byId(QStringView id) const {
 const SourceElement* SourceDocument::target(const SourceElement& element) const {
     const QStringView link = element.href();
     return link.startsWith(u'#') ? byId(link.mid(1)) : nullptr;
+}
+
+bool SourceDocument::linksStyleSheet() const {
+    return storage_->linksStyleSheet;
 }
 
 const std::vector<Namespace>& SourceDocument::namespaces() const {

@@ -45,6 +45,9 @@ class SourceDocument {
     // What the element's href leads to inside of the document ("#id"); null when nowhere.
     const SourceElement* target(const SourceElement& element) const;
 
+    // Whether an instruction in front of the root asks for a style sheet of another file. None is read.
+    bool linksStyleSheet() const;
+
     // The namespaces of AttributeName::written.
     const std::vector<Namespace>& namespaces() const;
 

@@ -22,6 +22,7 @@ struct SourceDocument::Storage {
     Arena<SourceAttribute> attributes;
     TextArena texts;
     size_t textSize = 0;
+    bool linksStyleSheet = false;
     std::vector<Namespace> namespaces;
     QHash<QStringView, const SourceElement*> byId;
 };

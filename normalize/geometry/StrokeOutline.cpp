@@ -114,4 +114,26 @@ Path strokeOutline(const Path& path, const StrokeForm& form) {
     return outline.isFinite() ? outline : Path();
 }
 
+double dashPeriod(const std::vector<double>& dashes) {
+    const double sum = std::accumulate(dashes.begin(), dashes.end(), 0.0);
+    return dashes.size() % 2 == 0 ? sum : 2.0 * sum;
+}
+
+double dashCount(const Path& path, const std::vector<double>& dashes) {
+    constexpr double kMostOfPiece = 10'000.0;
+    const double each = 2.0 * std::accumulate(dashes.begin(), dashes.end(), 0.0) / double(dashes.size());
+    double count = 0.0;
+    Point current;
+    for (const Path::Segment segment : path) {
+        for (size_t i = 0; i < pointCount(segment.verb); ++i) {
+            const Point next = segment.points[i];
+            const double ofPiece = distance(current, next) / each;
+            if (segment.verb != Verb::kMove)
+                count += segment.verb == Verb::kLine && ofPiece > kMostOfPiece ? 1.0 : ofPiece;
+            current = next;
+        }
+    }
+    return count;
+}
+
 }  // namespace tznormalize

@@ -26,4 +26,10 @@ struct StrokeForm {
 // path's space: the caller maps it. Empty when nothing is drawn.
 Path strokeOutline(const Path& path, const StrokeForm& form);
 
+// How far it is from a dash to that after which all begins anew.
+double dashPeriod(const std::vector<double>& dashes);
+
+// About how many dashes Qt's painter makes of a line. Of a straight piece with very many it makes none.
+double dashCount(const Path& path, const std::vector<double>& dashes);
+
 }  // namespace tznormalize

@@ -24,11 +24,26 @@ bool isCss(QStringView type) {
     return type.isEmpty() || type.compare(u"text/css", Qt::CaseInsensitive) == 0;
 }
 
+// <link rel="stylesheet">, of whichever namespace.
+bool isLinkToSheet(const SourceElement& element) {
+    if (element.tag() != Tag::kOther && element.tag() != Tag::kForeign) return false;
+    return element.localName() == u"link" &&
+           std::any_of(element.begin(), element.end(), [](const SourceAttribute& one) {
+               return one.name->localName == u"rel" && one.value.contains(u"stylesheet", Qt::CaseInsensitive);
+           });
+}
+
+QString linkedSheet() {
+    return QStringLiteral("a style sheet of another file");
+}
+
 }  // namespace
 
 StyleSheets::StyleSheets(const SourceDocument& document, Notes& notes) : notes_(notes) {
+    if (document.linksStyleSheet()) notes.add(NoteCode::kLeftOut, document.root(), linkedSheet());
     for (uint32_t i = 0; i < document.elementCount(); ++i) {
         const SourceElement& element = document.element(i);
+        if (isLinkToSheet(element)) notes.add(NoteCode::kLeftOut, element, linkedSheet());
         if (element.tag() != Tag::kStyle || !isCss(element.attribute(Name::kType))) continue;
         if (!isForScreens(element.attribute(Name::kMedia))) continue;
         sheet_ = &element;

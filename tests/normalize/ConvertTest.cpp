@@ -142,6 +142,10 @@ TEST(Convert, pages) {
          "fill-rule='evenodd'/>"
          "<path d='M-1e5 45L1e5 41M-700 9C-99 -99 99 199 999 9' stroke='#000' stroke-width='3' fill='none'/>"
          "<path d='M70 1e4V20H1e4' fill='none' stroke='red' stroke-width='6'/></svg>"},
+        {"dashed lines that reach far over the page",
+         "<svg xmlns='http://www.w3.org/2000/svg' width='90' height='90'><g stroke='#000' stroke-width='9' "
+         "stroke-dasharray='17,9,5'><path d='M-900 30L900 70' stroke-dashoffset='8'/>"
+         "<line x1='20' y1='700' x2='20' y2='40' transform='scale(2)'/></g></svg>"},
         {"a root with style",
          "<svg xmlns='http://www.w3.org/2000/svg' width='90' height='90' opacity='.5' fill='#080' "
          "stroke='#000'>"
@@ -152,6 +156,10 @@ TEST(Convert, pages) {
     EXPECT_NE(normalized("<svg xmlns='http://www.w3.org/2000/svg' width='100' height='100'>"
                          "<path d='M0 50H900' stroke='red'/><circle cx='50' cy='50' r='500'/></svg>")
                   .find(R"(points="-5,0 107,0 107,110 -5,110 -5,0")"),
+              std::string::npos);
+    EXPECT_NE(normalized("<svg xmlns='http://www.w3.org/2000/svg' width='100' height='100'>"
+                         "<path d='M0 50H900' stroke='red' stroke-dasharray='3'/></svg>")
+                  .find(R"(points="0,0 107,0 107,100 0,100 0,0")"),
               std::string::npos);
 }
 
@@ -192,6 +200,15 @@ TEST(Convert, hostileDrawingsAreBounded) {
                  QByteArray::number(i - 1) + "'/></g>";
     }
     EXPECT_FALSE(normalize(chain + "</svg>", QString()).refused);
+
+    const Normalized fine = normalize(
+        "<svg xmlns='http://www.w3.org/2000/svg' width='90' height='90'><path stroke='red' "
+        "stroke-dasharray='.001' d='M0 0" +
+            QByteArray("H9H0").repeated(150) + "'/></svg>",
+        QString());
+    EXPECT_FALSE(fine.document.contains("dasharray"));
+    ASSERT_FALSE(fine.notes.list().empty());
+    EXPECT_EQ(fine.notes.list().front().attribute, QStringLiteral("stroke-dasharray"));
 
     for (const char* path : {"M1e300 1e300L-1e300 2", "M0 0L1e38 1e38", "M1e15 0h1v1z"}) {
         const QByteArray drawing =

@@ -128,6 +128,21 @@ TEST(Cascade, precedenceAndInheritance) {
             << c.sheet << "; " << c.attributes;
 }
 
+// Nothing is read from elsewhere: what asks for it is noted.
+TEST(Cascade, sheetsOfOtherFiles) {
+    SourceDocument document;
+    ASSERT_FALSE(
+        document.read("<?xml-stylesheet href='#in'?><?xml-stylesheet href='a.css'?><svg><style id='in'>"
+                      "@import 'b.css'; g{fill:red}</style><h:link xmlns:h='urn:h' rel='Stylesheet'/>"
+                      "<link rel='icon'/></svg>"));
+    Notes notes;
+    const Cascade cascade(document, notes);
+    ASSERT_EQ(notes.list().size(), 3U);
+    EXPECT_EQ(notes.list()[0].element, QStringLiteral("svg"));
+    EXPECT_EQ(notes.list()[1].element, QStringLiteral("style"));
+    EXPECT_EQ(notes.list()[2].element, QStringLiteral("link"));
+}
+
 // A sheet that asks for more than it may is left, with a note, not followed for minutes.
 TEST(Cascade, hostileSheet) {
     QByteArray bytes = "<svg><style>";

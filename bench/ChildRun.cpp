@@ -78,7 +78,7 @@ ProgramRun runProgram(const std::vector<std::string>& command) {
         const int nowhere = open("/dev/null", O_WRONLY);
         dup2(nowhere, STDOUT_FILENO);
         dup2(nowhere, STDERR_FILENO);
-        execv(arguments[0], arguments.data());
+        execvp(arguments[0], arguments.data());
         _exit(EXIT_FAILURE);
     }
     const rusage usage = waitFor(child, command[0].c_str());

@@ -20,6 +20,7 @@
 #include "host/core/OperationError.h"
 #include "host/core/Utf8.h"
 #include "host/io/Files.h"
+#include "host/pyramid/PngFile.h"
 #include "host/pyramid/PyramidFiles.h"
 #include "host/pyramid/TilePixels.h"
 #include "host/pyramid/WorkerThreads.h"
@@ -60,9 +61,9 @@ QImage drawTile(const LoadedImage& loaded, const std::vector<TzSize>& levels, co
         if (error.result() != kTzOutOfBounds) throw;
     }
     return drawTile(loaded, levels, {tile.level + 1, tile.column, tile.row})
+        .convertToFormat(QImage::Format_ARGB32)
         .scaled(static_cast<int>(size.width), static_cast<int>(size.height), Qt::IgnoreAspectRatio,
-                Qt::SmoothTransformation)
-        .convertToFormat(QImage::Format_ARGB32);
+                Qt::SmoothTransformation);
 }
 
 void writeFile(const fs::path& file, std::string_view bytes) {
@@ -207,8 +208,7 @@ PyramidSummary writePyramid(const Host& host, const Drawing& drawing, const fs::
             begin, begin + static_cast<std::ptrdiff_t>(std::min(kTilesPerImage, missing.size() - first)));
         inStep(name, "tile", [&] {
             writeTiles(batch, options.threads, host.observer(), progress, [&](const PyramidTile& tile) {
-                writeFile(pyramidTileFile(folder, tile),
-                          pictureBytes(drawTile(*loaded, levels, tile), "png"));
+                writeFile(pyramidTileFile(folder, tile), pngBytes(drawTile(*loaded, levels, tile)));
             });
         });
     }

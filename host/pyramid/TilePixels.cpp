@@ -21,8 +21,6 @@ QImage pictureOf(TzSize size, Read&& read) {
         read(y, line.data());
         toBytes(line.data(), line.size(), picture.scanLine(static_cast<int>(y)));
     }
-    picture.convertTo(QImage::Format_ARGB32);
-    if (picture.isNull()) throw CTzError(kTzOutOfMemory);
     return picture;
 }
 

@@ -54,7 +54,7 @@ int main(int argc, char** argv) {
 
     QLoggingCategory::setFilterRules(QStringLiteral("qt.svg*=false"));  // what it does not know of a drawing
     const tzsvg::CullingSettings culling =
-        asUsual ? tzsvg::CullingSettings() : tzsvg::CullingSettings{1, 0, SIZE_MAX, 0};
+        asUsual ? tzsvg::CullingSettings() : tzsvg::CullingSettings{1, 0, 60, 0, SIZE_MAX, 0};
 
     tzbench::TileComparison all;
     uint64_t drawings = 0;

@@ -65,7 +65,12 @@ std::optional<CellRenderers::Measured> CellRenderers::measure(const QByteArray& 
     for (size_t cells = size_t{1} << (2 * depth); drawing->shapes().size() / cells > settings_.fewShapes;
          cells *= 4)
         ++depth;
-    return Measured{*std::move(drawing), *std::move(reach), depth};
+    const auto gradients = static_cast<size_t>(
+        std::count_if(drawing->parts().begin(), drawing->parts().end(),
+                      [](const DrawingPart& part) { return part.kind == DrawingPart::Kind::kPaint; }));
+    const size_t worthLoading =
+        gradients > settings_.keptGradients ? settings_.worthLoadingWithMore : settings_.worthLoading;
+    return Measured{*std::move(drawing), *std::move(reach), depth, worthLoading};
 }
 
 // Nothing when there are no cells, or not yet.
@@ -100,7 +105,7 @@ Box CellRenderers::boxOf(const Cell& cell) const {
 }
 
 bool CellRenderers::pays(size_t shapes) const {
-    return (shapes + measured_->drawing.always().size()) * settings_.worthLoading <=
+    return (shapes + measured_->drawing.always().size()) * measured_->worthLoading <=
            measured_->drawing.parts().size();
 }
 

@@ -62,6 +62,7 @@ class CellRenderers {
         DrawingParts drawing;
         PartReach reach;
         uint32_t sharedDepth;  // where cells have few shapes on average: smaller ones would be no quicker
+        size_t worthLoading;   // CullingSettings
     };
     struct Idle {
         Taken taken;

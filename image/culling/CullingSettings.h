@@ -13,6 +13,11 @@ struct CullingSettings {
     // leaves out that much.
     size_t worthLoading = 20;
 
+    // Qt keeps the colours of some sixty gradients. Of more it works most out again for every shape that it
+    // passes, which costs about as much as loading one.
+    size_t keptGradients = 60;
+    size_t worthLoadingWithMore = 2;
+
     // A tile gets a drawing of its own when that leaves out a shape whose box the tile lies in, for so many
     // shapes that are loaded: Qt follows the outline of such a shape, across the whole picture if need be.
     size_t loadedForOneLeftOut = 4;

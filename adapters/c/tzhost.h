@@ -121,7 +121,7 @@ enum {
 /* A new scene without items. [session thread] */
 TZH_API TzhStatus tzh_scene_new(TzhScene** scene, TzhSession* session);
 
-/* A new scene with the items of a drawing, which is plain SVG, or also packed (.svgz) with TZH_NORMALIZE.
+/* A new scene with the items of a drawing, plain or packed (.svgz).
  * `callbacks` may be NULL. [session thread] */
 TZH_API TzhStatus tzh_scene_import(TzhScene** scene, TzhSession* session, const char* file, uint32_t flags,
                                    const TzhCallbacks* callbacks);

@@ -10,8 +10,8 @@ namespace tzhost {
 LogFile::LogFile(Terminal& terminal, const std::string& file, const InputFile& input) : terminal_(terminal) {
     if (file.empty()) return;
     if (!input.name().empty()) requireReadable(input);
-    out_.reset(
-        new OutputFile(openOutput(file, "write log")));  // NOLINT(modernize-make-unique): it cannot be moved
+    // NOLINTNEXTLINE(modernize-make-unique): it cannot be moved
+    out_.reset(new OutputFile(openOutput(file, "write log")));
     terminal_.setLogSink([this](std::string_view line) { out_->write(line); });
 }
 

@@ -15,6 +15,7 @@
 #include "host/preview/PreviewStyle.h"
 #include "host/preview/PreviewText.h"
 #include "host/preview/PreviewView.h"
+#include "host/preview/definitions/PreviewFilters.h"
 #include "hostsdk/CTzError.h"
 
 namespace tzhost {
@@ -98,6 +99,7 @@ class MeshDrawing {
           item_(item),
           definitions_(channelText(item, "svgdefs"), channelText(item, "clipdefs")),
           pictures_(definitions_),
+          filters_(definitions_),
           groups_(channelText(item, "groupdefs"), channelText(item, "svgrootdef")) {
         const std::optional<double> origin = originOf(item, frame);
         if (origin && view.scale() > 0) toPixels_ = view.fromDrawing(*origin);
@@ -133,7 +135,7 @@ class MeshDrawing {
         const auto differs = std::mismatch(open_.begin(), open_.end(), wanted.begin(), wanted.end());
         const auto kept = static_cast<size_t>(differs.first - open_.begin());
         for (; open_.size() > kept; open_.pop_back()) {
-            closeLayer(open_.back()->opacity, open_.back()->clipPath, {QRectF(), toPixels_}, QTransform());
+            closeLayer(open_.back()->effects, {QRectF(), toPixels_}, QTransform());
         }
         for (size_t i = kept; i < wanted.size(); ++i) {
             canvas_.open();
@@ -141,13 +143,34 @@ class MeshDrawing {
         }
     }
 
-    void closeLayer(double opacity, const QString& clipPath, const PaintPlace& place,
-                    const QTransform& toPicture) {
-        PreviewCanvas::Mask mask;
-        if (pictures_.hasClipPath(clipPath)) {
-            mask = [&](const QRect& part) { return pictures_.clipMask(clipPath, place, toPicture, part); };
+    // What of these can be drawn, in the order in which it is done.
+    std::vector<PreviewCanvas::Effect> drawable(const PreviewEffects& effects, const PaintPlace& place,
+                                                const QTransform& toPicture) {
+        std::vector<PreviewCanvas::Effect> made;
+        if (place.fromDrawing && filters_.canDraw(effects.filter)) {
+            const QTransform toPixels = *place.fromDrawing * toPicture;
+            made.push_back({filters_.reach(effects.filter, toPixels),
+                            [=, this_ = this](const QImage& layer, const QRect& part) {
+                                return this_->filters_.filtered(effects.filter, layer, part.topLeft(),
+                                                                toPixels);
+                            }});
         }
-        canvas_.close(opacity, mask);
+        if (pictures_.hasClipPath(effects.clipPath)) {
+            made.push_back({0, [=, this_ = this](const QImage& layer, const QRect& part) {
+                                return this_->pictures_.clipped(effects.clipPath, place, toPicture, layer,
+                                                                part);
+                            }});
+        }
+        if (pictures_.hasMask(effects.mask)) {
+            made.push_back({0, [=, this_ = this](const QImage& layer, const QRect& part) {
+                                return this_->pictures_.masked(effects.mask, place, toPicture, layer, part);
+                            }});
+        }
+        return made;
+    }
+
+    void closeLayer(const PreviewEffects& effects, const PaintPlace& place, const QTransform& toPicture) {
+        canvas_.close(effects.opacity, drawable(effects, place, toPicture));
     }
 
     void drawShape(QPainterPath path, const TagRun& tags) {
@@ -180,10 +203,10 @@ class MeshDrawing {
         QPen pen = strokePen(properties, source);
         boundDashes(pen, path);
 
-        const double opacity = readOpacity(properties[Property::kOpacity]);
-        const QString clipPath = readReference(properties[Property::kClipPath]);
+        const PreviewEffects effects(properties);
         const bool both = brush.style() != Qt::NoBrush && pen.style() != Qt::NoPen;
-        const bool isWhole = (opacity < 1.0 && both) || pictures_.hasClipPath(clipPath);
+        const bool isWhole =
+            (effects.opacity < 1.0 && both) || !drawable(effects, source.place, toPicture).empty();
         if (isWhole) canvas_.open();
         const double reach =
             pen.style() == Qt::NoPen ? 1.0 : 1.0 + pen.widthF() * std::max(1.0, pen.miterLimit());
@@ -192,9 +215,9 @@ class MeshDrawing {
         painter.setTransform(toPicture);
         painter.setPen(pen);
         painter.setBrush(brush);
-        painter.setOpacity(isWhole ? 1.0 : opacity);
+        painter.setOpacity(isWhole ? 1.0 : effects.opacity);
         painter.drawPath(path);
-        if (isWhole) closeLayer(opacity, clipPath, source.place, toPicture);
+        if (isWhole) closeLayer(effects, source.place, toPicture);
     }
 
     PreviewCanvas& canvas_;
@@ -202,6 +225,7 @@ class MeshDrawing {
     const ItemData& item_;
     const PreviewDefinitions definitions_;
     PreviewPictures pictures_;
+    PreviewFilters filters_;
     const PreviewGroups groups_;
     std::optional<QTransform> toPixels_;  // from the drawing's coordinates
     std::vector<const PreviewGroup*> open_;

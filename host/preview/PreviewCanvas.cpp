@@ -1,9 +1,13 @@
 #include "host/preview/PreviewCanvas.h"
 
+#include <algorithm>
+#include <cstdint>
+
 namespace tzhost {
 namespace {
 
 constexpr size_t kMostLayers = 16;
+constexpr int64_t kMostPixels = int64_t{1} << 28;  // of all layers together, but for the first
 
 std::unique_ptr<QPainter> makePainter(QImage& image) {
     auto painter = std::make_unique<QPainter>(&image);
@@ -17,8 +21,13 @@ PreviewCanvas::PreviewCanvas(QImage& picture) : size_(picture.size()), base_(mak
     layers_.reserve(kMostLayers);  // painters refer to their images
 }
 
+size_t PreviewCanvas::mostLayers() const {
+    const int64_t fitting = kMostPixels / std::max(1, size_.width() * size_.height());
+    return static_cast<size_t>(std::clamp<int64_t>(fitting, 1, kMostLayers));
+}
+
 void PreviewCanvas::open() {
-    if (ignored_ > 0 || depth_ == kMostLayers) {
+    if (ignored_ > 0 || depth_ == mostLayers()) {
         ++ignored_;
         return;
     }
@@ -43,27 +52,27 @@ void PreviewCanvas::willPaint(const QRectF& pixels) {
     layers_[depth_ - 1].painted |= near.toAlignedRect() & QRect(QPoint(0, 0), size_);
 }
 
-void PreviewCanvas::close(double opacity, const Mask& mask) {
+void PreviewCanvas::close(double opacity, const std::vector<Effect>& effects) {
     if (ignored_ > 0) {
         --ignored_;
         return;
     }
     Layer& layer = layers_[--depth_];
-    const QRect part = layer.painted;
+    QRect part = layer.painted;
     layer.painted = QRect();
     if (part.isEmpty()) return;
     QPainter& into = *layer.painter;
     into.resetTransform();
     into.setOpacity(1.0);
-    if (mask) {
-        into.setCompositionMode(QPainter::CompositionMode_DestinationIn);
-        into.drawImage(part.topLeft(), mask(part));
+    into.setCompositionMode(QPainter::CompositionMode_Source);
+    for (const Effect& effect : effects) {
+        part = part.adjusted(-effect.reach, -effect.reach, effect.reach, effect.reach) & layer.image.rect();
+        into.drawImage(part.topLeft(), effect.apply(layer.image.copy(part), part));
     }
     willPaint(part);
     painter().resetTransform();
     painter().setOpacity(opacity);
     painter().drawImage(part.topLeft(), layer.image, part);
-    into.setCompositionMode(QPainter::CompositionMode_Source);
     into.fillRect(part, Qt::transparent);
     into.setCompositionMode(QPainter::CompositionMode_SourceOver);
 }

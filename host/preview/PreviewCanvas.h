@@ -22,10 +22,15 @@ class PreviewCanvas {
     // Says where the next is painted: pixels beyond these may be left out of layers.
     void willPaint(const QRectF& pixels);
 
-    // Puts the layer into what is below it. `mask` makes a picture of the part asked for that is transparent
-    // where the layer is to be.
-    using Mask = std::function<QImage(const QRect& part)>;
-    void close(double opacity, const Mask& mask);
+    // What is done to a layer: a picture of the part asked for is made of the one that is there, which
+    // reaches `reach` pixels farther than what was painted.
+    struct Effect {
+        int reach = 0;
+        std::function<QImage(const QImage& layer, const QRect& part)> apply;
+    };
+
+    // Puts the layer into what is below it, after the effects, in their order.
+    void close(double opacity, const std::vector<Effect>& effects);
 
   private:
     // Kept when it is closed: the next one at this depth uses it again.
@@ -34,6 +39,8 @@ class PreviewCanvas {
         std::unique_ptr<QPainter> painter;
         QRect painted;
     };
+
+    size_t mostLayers() const;
 
     QSize size_;
     std::unique_ptr<QPainter> base_;

@@ -52,6 +52,12 @@ QString toText(std::string_view text) {
 
 }  // namespace
 
+PreviewEffects::PreviewEffects(const Properties& properties)
+    : opacity(readOpacity(properties[Property::kOpacity])),
+      clipPath(readReference(properties[Property::kClipPath])),
+      mask(readReference(properties[Property::kMask])),
+      filter(readReference(properties[Property::kFilter])) {}
+
 PreviewGroups::PreviewGroups(std::string_view records, std::string_view root) {
     root_.inherited.apply(firstElement(toText(root)));
     root_.inherited = root_.inherited.passedOn();
@@ -77,13 +83,12 @@ void PreviewGroups::add(uint32_t number, const PreviewGroup& parent, std::string
     made.inherited = parent.inherited;
     made.inherited.apply(firstElement(QLatin1String("<g ") + toText(attributes) + QLatin1String("/>")));
     made.hidden = parent.hidden || made.inherited[Property::kDisplay] == QLatin1String("none");
-    made.opacity = readOpacity(made.inherited[Property::kOpacity]);
-    made.clipPath = readReference(made.inherited[Property::kClipPath]);
+    made.effects = PreviewEffects(made.inherited);
     made.inherited = made.inherited.passedOn();
     const auto [at, isNew] = groups_.emplace(number, made);
     if (!isNew) return;
     PreviewGroup& group = at->second;
-    const bool isWhole = group.opacity < 1.0 || !group.clipPath.isEmpty();
+    const bool isWhole = group.effects.any();
     group.whole = isWhole ? &group : parent.whole;
     group.wholeAround = isWhole ? parent.whole : parent.wholeAround;
 }

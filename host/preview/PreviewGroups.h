@@ -10,11 +10,21 @@
 
 namespace tzhost {
 
+// What is done to something as a whole; ids where there is something of the kind.
+struct PreviewEffects {
+    double opacity = 1.0;
+    QString clipPath;
+    QString mask;
+    QString filter;
+
+    explicit PreviewEffects(const Properties& properties = {});
+    bool any() const { return opacity < 1.0 || !clipPath.isEmpty() || !mask.isEmpty() || !filter.isEmpty(); }
+};
+
 struct PreviewGroup {
     Properties inherited;  // by what is in the group
     bool hidden = false;   // or in one that is
-    double opacity = 1.0;
-    QString clipPath;  // an id
+    PreviewEffects effects;
     // The nearest group around this one, or this one itself, that is drawn as a whole; null when none is.
     const PreviewGroup* whole = nullptr;
     const PreviewGroup* wholeAround = nullptr;  // the next one around `whole`

@@ -29,6 +29,8 @@ constexpr PropertyNames kNames[] = {
     {"visibility", 0},
     {"opacity", tzTag("OPAC")},
     {"clip-path", tzTag("CPAT")},
+    {"mask", 0},
+    {"filter", 0},
     {"display", 0},
 };
 

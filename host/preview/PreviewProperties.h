@@ -29,6 +29,8 @@ enum class Property : uint8_t {
     // Those that hold for an element by itself.
     kOpacity,
     kClipPath,
+    kMask,
+    kFilter,
     kDisplay,
 };
 

@@ -5,9 +5,9 @@
 #include <QBrush>
 #include <QPen>
 
-#include "host/preview/PreviewGradients.h"
-#include "host/preview/PreviewPictures.h"
 #include "host/preview/PreviewProperties.h"
+#include "host/preview/definitions/PreviewGradients.h"
+#include "host/preview/definitions/PreviewPictures.h"
 
 namespace tzhost {
 

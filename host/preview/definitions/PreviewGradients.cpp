@@ -1,4 +1,4 @@
-#include "host/preview/PreviewGradients.h"
+#include "host/preview/definitions/PreviewGradients.h"
 
 #include <QColor>
 #include <algorithm>

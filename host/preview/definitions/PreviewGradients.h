@@ -7,7 +7,7 @@
 #include <QTransform>
 #include <optional>
 
-#include "host/preview/PreviewDefinitions.h"
+#include "host/preview/definitions/PreviewDefinitions.h"
 
 namespace tzhost {
 

@@ -1,4 +1,4 @@
-#include "host/preview/PreviewDefinitions.h"
+#include "host/preview/definitions/PreviewDefinitions.h"
 
 #include <QXmlStreamReader>
 #include <algorithm>

@@ -1,12 +1,12 @@
-#include "host/preview/PreviewPictures.h"
+#include "host/preview/definitions/PreviewPictures.h"
 
 #include <QPainter>
 #include <QSvgRenderer>
 #include <algorithm>
 #include <cmath>
 
-#include "host/preview/PreviewContent.h"
 #include "host/preview/PreviewText.h"
+#include "host/preview/definitions/PreviewContent.h"
 
 namespace tzhost {
 namespace {
@@ -41,9 +41,25 @@ QSvgRenderer& PreviewPictures::renderer(int element, bool asClipPath) {
     return *kept;
 }
 
-QImage PreviewPictures::clipMask(const QString& id, const PaintPlace& place, const QTransform& toPicture,
-                                 const QRect& extent) {
-    QImage mask = emptyPicture(extent.size());
+// What is in the element, in the part of the picture.
+QImage PreviewPictures::content(int element, bool asClipPath, const QTransform& toPixels, const QRect& part) {
+    QImage picture = emptyPicture(part.size());
+    bool invertible = false;
+    const QTransform back = toPixels.inverted(&invertible);
+    if (!invertible) return picture;
+    // The renderer lays its view box over the picture; the painter takes it to where it was seen.
+    const QRectF seen = back.mapRect(QRectF(part));
+    QPainter painter(&picture);
+    painter.setTransform(toPixels * QTransform::fromTranslate(-part.x(), -part.y()));
+    QSvgRenderer& drawn = renderer(element, asClipPath);
+    drawn.setViewBox(seen);
+    drawn.render(&painter, seen);
+    return picture;
+}
+
+QImage PreviewPictures::clipped(const QString& id, const PaintPlace& place, const QTransform& toPicture,
+                                const QImage& layer, const QRect& part) {
+    QImage left = layer;
     QString next = id;
     for (int depth = 0; depth < kDeepestClip && hasClipPath(next); ++depth) {
         const int element = definitions_.find(next, {"clipPath"});
@@ -51,30 +67,52 @@ QImage PreviewPictures::clipMask(const QString& id, const PaintPlace& place, con
         const bool ofBounds = clipPath.attribute("clipPathUnits") == QLatin1String("objectBoundingBox");
         if (!ofBounds && !place.fromDrawing) break;
         const QTransform toPixels = (ofBounds ? ofBox(place.bounds) : *place.fromDrawing) * toPicture;
-        QImage own = emptyPicture(extent.size());
-        bool invertible = false;
-        const QTransform back = toPixels.inverted(&invertible);
-        if (invertible) {
-            // The renderer lays its view box over the picture; a turned one is undone by the painter.
-            const QRectF seen = back.mapRect(QRectF(extent));
-            QPainter painter(&own);
-            painter.setTransform(toPixels * QTransform::fromTranslate(-extent.x(), -extent.y()));
-            QSvgRenderer& drawn = renderer(element, true);
-            drawn.setViewBox(seen);
-            drawn.render(&painter, seen);
-        }
-        if (depth == 0) {
-            mask = own;
-        } else {
-            QPainter painter(&mask);
-            painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
-            painter.drawImage(0, 0, own);
-        }
+        QPainter painter(&left);
+        painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+        painter.drawImage(0, 0, content(element, true, toPixels, part));
         next = readReference(clipPath.attribute("clip-path"));
-        if (!hasClipPath(next)) return mask;
     }
-    mask.fill(Qt::black);
-    return mask;
+    return left;
+}
+
+bool PreviewPictures::hasMask(const QString& id) const {
+    return !id.isEmpty() && definitions_.find(id, {"mask"}) >= 0;
+}
+
+QImage PreviewPictures::masked(const QString& id, const PaintPlace& place, const QTransform& toPicture,
+                               const QImage& layer, const QRect& part) {
+    const int element = definitions_.find(id, {"mask"});
+    const auto& mask = definitions_.elements()[static_cast<size_t>(element)];
+    const bool ofBounds = mask.attribute("maskContentUnits") == QLatin1String("objectBoundingBox");
+    if (!ofBounds && !place.fromDrawing) return layer;
+    QImage light =
+        content(element, false, (ofBounds ? ofBox(place.bounds) : *place.fromDrawing) * toPicture, part);
+    for (int y = 0; y < light.height(); ++y) {
+        auto* const line = reinterpret_cast<QRgb*>(light.scanLine(y));
+        for (int x = 0; x < light.width(); ++x) {
+            // The luminance of what is premultiplied: opacity is in it.
+            const int lit = (2125 * qRed(line[x]) + 7154 * qGreen(line[x]) + 721 * qBlue(line[x])) / 10000;
+            line[x] = qRgba(lit, lit, lit, lit);
+        }
+    }
+    if (mask.attribute("maskUnits") == QLatin1String("userSpaceOnUse") && place.fromDrawing) {
+        // Beyond its region nothing is left.
+        const auto number = [&](const char* name) {
+            return leadingNumber(mask.attribute(name)).value_or(0.0);
+        };
+        const QRectF region(number("x"), number("y"), number("width"), number("height"));
+        QImage within = emptyPicture(light.size());
+        QPainter painter(&within);
+        painter.setClipRect((*place.fromDrawing * toPicture).mapRect(region).translated(-part.topLeft()));
+        painter.drawImage(0, 0, light);
+        painter.end();
+        light = within;
+    }
+    QImage left = layer;
+    QPainter painter(&left);
+    painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+    painter.drawImage(0, 0, light);
+    return left;
 }
 
 QBrush PreviewPictures::patternBrush(const QString& id, const PaintPlace& place, double pixels,

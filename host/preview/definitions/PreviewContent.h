@@ -3,7 +3,7 @@
 
 #include <QByteArray>
 
-#include "host/preview/PreviewDefinitions.h"
+#include "host/preview/definitions/PreviewDefinitions.h"
 
 namespace tzhost {
 

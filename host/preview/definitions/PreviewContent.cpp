@@ -1,4 +1,4 @@
-#include "host/preview/PreviewContent.h"
+#include "host/preview/definitions/PreviewContent.h"
 
 #include <QBuffer>
 #include <QImageReader>

@@ -77,7 +77,7 @@ void addNormalizeFigures(const Documents& documents) {
                       return ratio(run.normalize, run.parse);
                   });
     }
-    for (const SceneKind kind : {SceneKind::kGrouped, SceneKind::kStyled}) {
+    for (const SceneKind kind : {SceneKind::kGrouped, SceneKind::kStyled, SceneKind::kPaths}) {
         addFigure(std::string("normalize, a shape of 1000000 to 100000: ") + nameOf(kind), "us",
                   Target::kAtMost, 1.5, [=, &documents] {
                       const auto each = [&](uint32_t shapes) {

@@ -48,13 +48,15 @@ void appendArc(Path& path, const Point& start, const Arc& arc) {
     const int count = std::max(1, static_cast<int>(std::ceil(std::abs(sweep) / (kPi / 2) - 1e-9)));
     const double step = sweep / count;
     const double handle = 4.0 / 3 * std::tan(step / 4);
-    for (int i = 0; i < count; ++i) {
-        const double c0 = std::cos(first + i * step);
-        const double s0 = std::sin(first + i * step);
-        const double c1 = std::cos(first + (i + 1) * step);
-        const double s1 = std::sin(first + (i + 1) * step);
+    double c0 = std::cos(first);
+    double s0 = std::sin(first);
+    for (int i = 1; i <= count; ++i) {
+        const double c1 = std::cos(first + i * step);
+        const double s1 = std::sin(first + i * step);
         path.curveTo(onPage(c0 - handle * s0, s0 + handle * c0), onPage(c1 + handle * s1, s1 - handle * c1),
-                     i + 1 == count ? arc.end : onPage(c1, s1));
+                     i == count ? arc.end : onPage(c1, s1));
+        c0 = c1;
+        s0 = s1;
     }
 }
 

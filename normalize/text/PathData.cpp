@@ -229,7 +229,7 @@ class PathReader {
 Path readPathData(QStringView text, bool* isComplete) {
     Path path;
     path.reserve(static_cast<size_t>(text.size()) / 12, static_cast<size_t>(text.size()) / 8);
-    const bool isRead = text.trimmed() == u"none" || PathReader(text, path).read();
+    const bool isRead = PathReader(text, path).read() || text.trimmed() == u"none";
     if (isComplete != nullptr) *isComplete = isRead;
     return path;
 }

@@ -14,6 +14,7 @@ void findReferences(const OutputElement& element, const Found& found) {
     for (const OutputElement::Attribute& one : element.attributes()) {
         const std::string_view value = one.value;
         const std::string_view name = one.name;
+        if (name == "d" || name == "points") continue;  // long, and only numbers
         for (size_t at = value.find(kUrlOpening); at != std::string_view::npos;
              at = value.find(kUrlOpening, at)) {
             at += kUrlOpening.size();

@@ -144,8 +144,11 @@ void addPyramid(CLI::App& program, CommandLine& line) {
                           "Write a drawing as Deep Zoom tiles, with a page to look around in them",
                           runPyramid);
     command.input("IN.svg");
-    command.required("OUTDIR", command.arguments().out,
-                     "The folder to write to; tiles that are there are kept");
+    command
+        .required("OUTDIR", command.arguments().out, "The folder to write to; tiles that are there are kept")
+        .check([](const std::string& out) {
+            return isStandardStream(out) ? "standard output is no folder" : std::string();
+        });
     command.numberOr("--max-level", command.arguments().options.maxLevel, 0, 16,
                      "The finest level: its long side is 2^N pixels");
     command.number("--threads", command.arguments().options.threads, 1, 256,
@@ -163,6 +166,7 @@ void addNormalize(CLI::App& program, CommandLine& line) {
     command.notesOption();
     command.more(
         "What was changed or left out is told on stderr: file, line, column, element, what became of it.\n"
+        "Linked pictures are looked for beside the drawing; for standard input, in the current folder.\n"
         "Example:\n  tzhost normalize map.svg map-normalized.svg --notes map-notes.json");
 }
 

@@ -149,7 +149,9 @@ class Worker {
 
     // There are no more jobs for it: it ends by itself.
     void retire() const { shutdown(socket(), SHUT_WR); }
-    void interrupt() const { kill(process_, SIGINT); }
+    void interrupt() const {
+        if (process_ > 0) kill(process_, SIGINT);
+    }
 
     // Waits for its end; answers the signal that ended it, or 0.
     int join() {
@@ -223,7 +225,12 @@ void runInProcesses(size_t count, unsigned processes, const std::function<RunJob
     Workers retired;
     size_t next = 0;
     while (next < std::min<size_t>(count, processes)) {
-        workers.push_back(std::make_unique<Worker>(begin, workers));
+        try {
+            workers.push_back(std::make_unique<Worker>(begin, workers));
+        } catch (const std::system_error&) {
+            if (workers.empty()) throw;
+            break;  // the machine gives no more: those that there are do the work
+        }
         workers.back()->start(next++);
     }
     while (!workers.empty()) {

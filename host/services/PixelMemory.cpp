@@ -1,112 +1,74 @@
+// Not huge pages: where they are at hand they come sooner, but on a virtual machine the first touch of one
+// took ten times as long as all the small ones.
 #include "host/services/PixelMemory.h"
 
 #include <sys/mman.h>
 
-#include <cstdint>
 #include <cstring>
-#include <list>
 #include <mutex>
 #include <new>
+#include <vector>
 
 namespace tzhost {
 namespace {
 
 constexpr size_t kTileBytes = size_t{256} * 256 * 4 * sizeof(float);
-constexpr size_t kHugePage = 2 * kTileBytes;
 
+// The pages of a tile are mapped all at once.
 char* mapPages(size_t size) {
-    void* const start = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    const int populate = size <= kTileBytes ? MAP_POPULATE : 0;
+    void* const start =
+        mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | populate, -1, 0);
     if (start == MAP_FAILED) throw std::bad_alloc();
     return static_cast<char*>(start);
 }
 
-// Where the system has no huge page to give, it is many ordinary ones.
-char* mapHugePage() {
-    char* const start = mapPages(2 * kHugePage);
-    const size_t before = (kHugePage - reinterpret_cast<uintptr_t>(start) % kHugePage) % kHugePage;
-    char* const page = start + before;
-    if (before > 0) munmap(start, before);
-    munmap(page + kHugePage, kHugePage - before);
-    madvise(page, kHugePage, MADV_HUGEPAGE);
-    return page;
-}
-
-class TilePages {
+class TileMemory {
   public:
-    // A half of a page: which page, and which half.
-    struct Half {
-        struct Page {
-            char* start;
-            bool isTaken[2];
-            bool isWritten[2];
-        };
-        std::list<Page>::iterator page;
-        size_t index;
+    TileMemory() { free_.reserve(kKept); }
+    ~TileMemory() {
+        for (char* const start : free_) munmap(start, kTileBytes);
+    }
+    TileMemory(const TileMemory&) = delete;
+    TileMemory& operator=(const TileMemory&) = delete;
 
-        char* start() const { return page->start + index * kTileBytes; }
-    };
-
-    Half take() {
-        const Half half = takeHalf();
-        bool& isWritten = half.page->isWritten[half.index];
-        if (isWritten) {
-            std::memset(half.start(), 0, kTileBytes);
-        } else {
-            madvise(half.start(), kTileBytes, MADV_POPULATE_WRITE);  // where the page is not a huge one
-        }
-        isWritten = true;
-        return half;
+    char* take() {
+        char* const start = takeFree();
+        if (!start) return mapPages(kTileBytes);
+        std::memset(start, 0, kTileBytes);
+        return start;
     }
 
-    void giveBack(const Half& half) noexcept {
-        std::list<Half::Page> gone;
+    void giveBack(char* start) noexcept {
         {
             const std::lock_guard held(lock_);
-            const bool wasFull = half.page->isTaken[1 - half.index];
-            half.page->isTaken[half.index] = false;
-            if (wasFull) {
-                half_.splice(half_.begin(), full_, half.page);
-            } else {
-                std::list<Half::Page>& to = free_.size() < kKeptPages ? free_ : gone;
-                to.splice(to.begin(), half_, half.page);
-            }
+            if (free_.size() < kKept) return free_.push_back(start);
         }
-        if (!gone.empty()) munmap(gone.front().start, kHugePage);
+        munmap(start, kTileBytes);
     }
 
   private:
-    // Free ones that the next tiles will want: a host that draws tiles drops others meanwhile.
-    static constexpr size_t kKeptPages = 16;
+    static constexpr size_t kKept = 32;
 
-    Half takeHalf() {
+    char* takeFree() {
         const std::lock_guard held(lock_);
-        if (!half_.empty()) {
-            full_.splice(full_.begin(), half_, half_.begin());
-            Half::Page& page = full_.front();
-            const size_t index = page.isTaken[0] ? 1 : 0;
-            page.isTaken[index] = true;
-            return {full_.begin(), index};
-        }
-        if (free_.empty()) free_.push_front({mapHugePage(), {}, {}});
-        half_.splice(half_.begin(), free_, free_.begin());
-        half_.front().isTaken[0] = true;
-        return {half_.begin(), 0};
+        if (free_.empty()) return nullptr;
+        char* const start = free_.back();
+        free_.pop_back();
+        return start;
     }
 
     std::mutex lock_;
-    std::list<Half::Page> half_;  // of which one half is taken
-    std::list<Half::Page> full_;
-    std::list<Half::Page> free_;
+    std::vector<char*> free_;
 };
 
 }  // namespace
 
 std::shared_ptr<char> makePixelMemory(size_t size) {
     if (size != kTileBytes) return {mapPages(size), [size](char* start) { munmap(start, size); }};
-    static const auto kPages = std::make_shared<TilePages>();
-    const TilePages::Half half = kPages->take();
-    // The pages outlive every image.
-    return {half.start(), [pages = kPages, half](char* /*start*/) { pages->giveBack(half); }};
+    static const auto kTiles = std::make_shared<TileMemory>();
+    // What is kept outlives every image.
+    return {kTiles->take(), [tiles = kTiles](char* start) { tiles->giveBack(start); }};
 }
 
 }  // namespace tzhost

@@ -1,4 +1,4 @@
-// Pixels of tiles, which share pages: each its own, zeroed whoever had the memory before.
+// Pixels of tiles: each its own, zeroed whoever had the memory before.
 #include "host/services/PixelMemory.h"
 
 #include <gtest/gtest.h>
@@ -13,8 +13,8 @@ TEST(PixelMemory, isZeroedAndNobodyElses) {
     std::mt19937 random(5);
     std::map<char, std::shared_ptr<char>> kept;  // by what it is filled with
     char next = 1;
-    for (int i = 0; i < 300; ++i) {
-        if (kept.size() < 12 && random() % 5 < 3) {
+    for (int i = 0; i < 400; ++i) {
+        if (kept.size() < 40 && random() % 5 < 3) {
             const size_t size = random() % 8 == 0 ? 4096 : kTile;
             auto memory = tzhost::makePixelMemory(size);
             ASSERT_EQ(std::count(memory.get(), memory.get() + size, '\0'), static_cast<ptrdiff_t>(size));

@@ -149,21 +149,19 @@ class MeshDrawing {
         std::vector<PreviewCanvas::Effect> made;
         if (place.fromDrawing && filters_.canDraw(effects.filter)) {
             const QTransform toPixels = *place.fromDrawing * toPicture;
-            made.push_back({filters_.reach(effects.filter, toPixels),
-                            [=, this_ = this](const QImage& layer, const QRect& part) {
-                                return this_->filters_.filtered(effects.filter, layer, part.topLeft(),
-                                                                toPixels);
-                            }});
+            made.push_back(
+                {filters_.reach(effects.filter, toPixels), [=](const QImage& layer, const QRect& part) {
+                     return filters_.filtered(effects.filter, layer, part.topLeft(), toPixels);
+                 }});
         }
         if (pictures_.hasClipPath(effects.clipPath)) {
-            made.push_back({0, [=, this_ = this](const QImage& layer, const QRect& part) {
-                                return this_->pictures_.clipped(effects.clipPath, place, toPicture, layer,
-                                                                part);
+            made.push_back({0, [=](const QImage& layer, const QRect& part) {
+                                return pictures_.clipped(effects.clipPath, place, toPicture, layer, part);
                             }});
         }
         if (pictures_.hasMask(effects.mask)) {
-            made.push_back({0, [=, this_ = this](const QImage& layer, const QRect& part) {
-                                return this_->pictures_.masked(effects.mask, place, toPicture, layer, part);
+            made.push_back({0, [=](const QImage& layer, const QRect& part) {
+                                return pictures_.masked(effects.mask, place, toPicture, layer, part);
                             }});
         }
         return made;

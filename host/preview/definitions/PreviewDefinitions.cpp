@@ -63,7 +63,7 @@ int PreviewDefinitions::origin(int element) const {
 
 QString PreviewDefinitions::inherited(int element, const char* attributeName) const {
     for (int links = 0; element >= 0 && links < kMostOrigins; ++links, element = origin(element)) {
-        const QString text = elements_[static_cast<size_t>(element)].attribute(attributeName);
+        QString text = elements_[static_cast<size_t>(element)].attribute(attributeName);
         if (!text.isEmpty()) return text;
     }
     return {};

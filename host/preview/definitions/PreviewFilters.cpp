@@ -42,13 +42,13 @@ QPointF offsetOf(const Element& step, const QTransform& toPixels) {
 // How many pixels each of the three boxes has that together stand for a Gaussian curve.
 int boxSide(double deviation) {
     constexpr double kTwoPi = 6.283185307179586;
-    return static_cast<int>(std::max(0.0, deviation) * 3.0 * std::sqrt(kTwoPi) / 4.0 + 0.5);
+    return static_cast<int>(std::lround(std::max(0.0, deviation) * 3.0 * std::sqrt(kTwoPi) / 4.0));
 }
 
 // Averages each pixel of a line with those around it: `side` of them, the first `before` pixels back.
 void averageLine(const QRgb* from, QRgb* to, int count, qsizetype stride, int side, int before) {
     std::array<int64_t, 4> sum{};
-    const auto add = [&](int i, int sign) {
+    const auto add = [&](int i, int64_t sign) {
         if (i < 0 || i >= count) return;
         const QRgb pixel = from[i * stride];
         sum[0] += sign * qRed(pixel);
@@ -105,7 +105,7 @@ QImage recoloured(const QImage& image, const ColourMatrix& matrix) {
             for (size_t row = 0; row < 4; ++row) {
                 double sum = matrix[row * 5 + 4] * 255.0;
                 for (size_t i = 0; i < 4; ++i) sum += matrix[row * 5 + i] * old[i];
-                made[row] = static_cast<int>(std::clamp(sum, 0.0, 255.0) + 0.5);
+                made[row] = static_cast<int>(std::lround(std::clamp(sum, 0.0, 255.0)));
             }
             line[x] = qRgba(made[0], made[1], made[2], made[3]);
         }

@@ -105,7 +105,7 @@ const DeclaredValues& Cascade::Rules::of(const SourceElement& wanted) {
 }
 
 Cascade::Cascade(const SourceDocument& document, Notes& notes)
-    : document_(document), rules_(std::make_unique<Rules>(document, notes)) {}
+    : rules_(std::make_unique<Rules>(document, notes)) {}
 Cascade::~Cascade() = default;
 
 QStringView Cascade::declared(const SourceElement& element, Property property) const {

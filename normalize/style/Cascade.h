@@ -40,7 +40,6 @@ class Cascade {
   private:
     struct Rules;
 
-    const SourceDocument& document_;
     std::unique_ptr<Rules> rules_;
 };
 

@@ -12,6 +12,7 @@
 #include <cmath>
 
 #include "image/PaintProbe.h"
+#include "image/culling/OutlineStrips.h"
 
 namespace tzsvg {
 namespace {
@@ -26,9 +27,8 @@ constexpr double kMostMagnitude = 1 << 20;
 constexpr double kSmallShape = 1.0 / 256.0;
 constexpr size_t kMostStrips = 1024;
 
-// A curve becomes lines that are no farther from it than this part of the drawing, in so many pieces at most.
+// The lines that stand for a curve are no farther from it than this part of the drawing.
 constexpr double kFineEnough = 1.0 / 2048.0;
-constexpr int kMostPieces = 16;
 
 constexpr size_t kShapesAtOnce = 4096;
 
@@ -41,30 +41,6 @@ double strokeRadius(const QPen& pen, bool isOneLine) {
     const bool hasMiters =
         !isOneLine && (pen.joinStyle() == Qt::MiterJoin || pen.joinStyle() == Qt::SvgMiterJoin);
     return pen.widthF() * std::max(1.0, hasMiters ? pen.miterLimit() : 1.0);
-}
-
-// Whether a path is of single lines, there and back at most: filled, it colours nothing but what rounding
-// leaves beside the lines.
-bool isOfLines(const QPainterPath& path) {
-    int points = 0;  // of the line that is being read
-    for (int i = 0; i < path.elementCount(); ++i) {
-        const QPainterPath::Element at = path.elementAt(i);
-        if (at.isCurveTo()) return false;
-        points = at.isMoveTo() ? 1 : points + 1;
-        constexpr int kThereAndBack = 3;
-        if (points > kThereAndBack) return false;
-        if (points == kThereAndBack && QPointF(at) != QPointF(path.elementAt(i - 2))) return false;
-    }
-    return true;
-}
-
-// Whether an outline is its own box, which then says all.
-bool isBox(const Reach& shape) {
-    constexpr size_t kLinesOfBox = 6;  // a point, four lines, and what closes them
-    return shape.isFilled && shape.strips.size() <= kLinesOfBox &&
-           std::all_of(shape.strips.begin(), shape.strips.end(), [](const Strip& strip) {
-               return strip.from.x() == strip.to.x() || strip.from.y() == strip.to.y();
-           });
 }
 
 class ReachEngine : public ProbeEngine {
@@ -220,7 +196,10 @@ class ReachEngine : public ProbeEngine {
         const bool isOneLine = path.elementCount() == 2 && path.elementAt(1).isLineTo();
         const double radius = strokes && !pen.isCosmetic() ? strokeRadius(pen, isOneLine) : 0.0;
         addBox(path, t, radius);
-        if (!isUnknown_) addStrips(path, t, radius * largestScale(t), hasArea);
+        if (!isUnknown_) {
+            const OutlineStrips outline(t, radius * largestScale(t), kFineEnough * side_, kMostStrips);
+            outline.append(path, hasArea, shape_.strips);
+        }
     }
 
     void addBox(const QPainterPath& path, const QTransform& t, double radius) {
@@ -230,44 +209,6 @@ class ReachEngine : public ProbeEngine {
                                       QPointF(box.right, box.bottom), QPointF(box.left, box.bottom)}) {
             if (!isMeasurable(t, corner)) isUnknown_ = true;
             shape_.box.add(Box::of(t.map(corner), 0.0));
-        }
-    }
-
-    void addStrips(const QPainterPath& path, const QTransform& t, double radius, bool closes) {
-        const auto point = [&](int i) { return t.map(QPointF(path.elementAt(i))); };
-        int start = 0;
-        for (int i = 0; i < path.elementCount() && shape_.strips.size() <= kMostStrips; ++i) {
-            if (path.elementAt(i).isMoveTo()) {
-                if (closes && i > 0) shape_.strips.push_back({point(i - 1), point(start), radius});
-                shape_.strips.push_back({point(i), point(i), radius});
-                start = i;
-            } else if (path.elementAt(i).isLineTo()) {
-                shape_.strips.push_back({point(i - 1), point(i), radius});
-            } else {
-                addCurve({point(i - 1), point(i), point(i + 1), point(i + 2)}, radius);
-                i += 2;
-            }
-        }
-        if (closes) shape_.strips.push_back({point(path.elementCount() - 1), point(start), radius});
-    }
-
-    // A curve as lines between points of it, and how far it may be from them.
-    void addCurve(const std::array<QPointF, 4>& p, double radius) {
-        const auto bend = [](const QPointF& a, const QPointF& b, const QPointF& c) {
-            return std::hypot(a.x() - 2.0 * b.x() + c.x(), a.y() - 2.0 * b.y() + c.y());
-        };
-        const double bent = 0.75 * std::max(bend(p[0], p[1], p[2]), bend(p[1], p[2], p[3]));
-        const double pieces =
-            std::clamp(std::ceil(std::sqrt(bent / (kFineEnough * side_))), 1.0, double{kMostPieces});
-        const double deviation = bent / (pieces * pieces);
-        QPointF last = p[0];
-        for (int i = 1; i <= static_cast<int>(pieces); ++i) {
-            const double u = i / pieces;
-            const double v = 1.0 - u;
-            const QPointF next =
-                v * v * v * p[0] + 3.0 * v * v * u * p[1] + 3.0 * v * u * u * p[2] + u * u * u * p[3];
-            shape_.strips.push_back({last, next, radius + deviation});
-            last = next;
         }
     }
 

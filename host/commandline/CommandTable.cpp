@@ -211,7 +211,9 @@ void takeFiles(const std::vector<std::string>& names, const Conversion& conversi
             std::to_string(names.size()) +
             " files: for more than an input and an output, name a folder to write to (--output)");
     }
-    requireFormat(conversion.argument, names[1], formats);
+    // Savers of other modules write formats of their own.
+    if (line.modules.empty() || formats != drawingFormats())
+        requireFormat(conversion.argument, names[1], formats);
     line.files.in = names[0];
     line.files.out = names[1];
     line.inputs = {names[0]};

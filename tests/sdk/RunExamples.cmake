@@ -15,14 +15,14 @@ endfunction()
 set(saver_and_image ${TZHOST} --module ${TREE}/saver-and-image-same/saver_and_image.so)
 file(WRITE ${folder}/drawing.triangle "triangle teal")
 expect(0 "" ${TZHOST} --module ${TREE}/tiny-module-same/tiny.so import drawing.triangle scene.json)
-expect(0 "" ${saver_and_image} export scene.json outline --prepare)
-file(READ ${folder}/outline outline)
+expect(0 "" ${saver_and_image} export scene.json scene.outline --prepare)
+file(READ ${folder}/scene.outline outline)
 if(NOT outline STREQUAL "teal 0,0 2,0 1,1\n")
     message(FATAL_ERROR "not the triangle's outline: ${outline}")
 endif()
 file(WRITE ${folder}/high.json [==[{"format": "tzscene", "version": 1, "items": [
     {"type": "mesh", "name": "high", "points": [[0,0,0],[0,0,1]], "polygons": []}]}]==])
-expect(0 "warning: .*heights along z are not saved\n" ${saver_and_image} export high.json outline)
+expect(0 "warning: .*heights along z are not saved\n" ${saver_and_image} export high.json high.outline)
 
 # The image loader.
 file(WRITE ${folder}/board.checker "checker 32")

@@ -20,7 +20,7 @@ constexpr FindingRule kCompression{"compression", "compressed drawings are known
 constexpr FindingRule kLinkedSvg{"linked-svg", "pictures that are drawings are left out"};
 constexpr FindingRule kLinkedPipe{"linked-pipe", "only plain files are read"};
 constexpr FindingRule kStyleLimit{"style-limit", "style sheets are resolved into attributes"};
-constexpr FindingRule kLimit{"limit", ""};
+constexpr FindingRule kImageLimit{"limit", ""};
 constexpr FindingRule kDashes{"dashes", "such strokes become solid"};
 
 void refuse(CheckReport& report, const FindingRule& rule, const QString& text, qint64 line, qint64 column) {
@@ -62,12 +62,12 @@ DangerText textOf(tzsvg::Danger danger) {
                     QStringLiteral("an image leads to another SVG, which a renderer may follow without end")};
         case tzsvg::Danger::kRasters:
             return {
-                &kLimit,
+                &kImageLimit,
                 QStringLiteral("its pictures unpack to more than %1 MiB").arg(tzsvg::kMaxRasterBytes >> 20)};
         case tzsvg::Danger::kPipe:
             return {&kLinkedPipe, QStringLiteral("a link leads to a pipe or a device")};
         case tzsvg::Danger::kUses:
-            return {&kLimit,
+            return {&kImageLimit,
                     QStringLiteral("its uses lead back to themselves, are nested too deeply, or make "
                                    "more than %1 elements of it")
                         .arg(tzsvg::UseExpansion::kMaxUsedElements)};
@@ -76,7 +76,7 @@ DangerText textOf(tzsvg::Danger danger) {
                     QStringLiteral("its style sheets are too large, or have too many rules for so "
                                    "many elements")};
         case tzsvg::Danger::kStops:
-            return {&kLimit,
+            return {&kImageLimit,
                     QStringLiteral("a gradient has more than %1 stops").arg(tzsvg::kMaxGradientStops)};
         case tzsvg::Danger::kNone:
         case tzsvg::Danger::kFile:

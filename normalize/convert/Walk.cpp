@@ -10,11 +10,11 @@
 namespace tznormalize {
 namespace {
 
-using Content = void (*)(Conversion&, const SourceElement&, const Place&, OutputElement&, Target&);
+using ConvertContent = void (*)(Conversion&, const SourceElement&, const Place&, OutputElement&, Target&);
 
 // A group around what `content` converts into it.
 void convertGroup(Conversion& conversion, const SourceElement& element, const Place& place,
-                  OutputElement& out, Target& target, Content content) {
+                  OutputElement& out, Target& target, ConvertContent content) {
     Group group(conversion, element, place, target);
     content(conversion, element, place, group.output(), target);
     group.finish(out);

@@ -4,12 +4,6 @@
 #include <cmath>
 
 namespace tznormalize {
-namespace {
-
-constexpr double kPi = 3.14159265358979323846;
-
-}  // namespace
-
 void appendArc(Path& path, const Point& start, const Arc& arc) {
     if (start == arc.end) return;
     double rx = std::abs(arc.rx);

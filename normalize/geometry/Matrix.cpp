@@ -5,7 +5,6 @@
 namespace tznormalize {
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
 constexpr double kFlatDeterminant = 1e-18;
 constexpr double kLeastEvenness = 0.97;
 

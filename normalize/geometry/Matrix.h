@@ -5,6 +5,8 @@
 
 namespace tznormalize {
 
+constexpr double kPi = 3.14159265358979323846;
+
 struct Point {
     double x = 0.0;
     double y = 0.0;

@@ -8,8 +8,6 @@
 #include "normalize/text/NumberCursor.h"
 
 namespace tznormalize {
-namespace {
-
 // What is declared for one element.
 class DeclaredValues {
   public:
@@ -30,6 +28,8 @@ class DeclaredValues {
     std::array<QStringView, kPropertyCount> values_;
     uint64_t mask_ = 0;
 };
+
+namespace {
 
 // The keywords of a font size, as parts of the initial one.
 std::optional<double> keywordFontSize(QStringView text, double parent) {

@@ -8,8 +8,6 @@
 namespace tznormalize {
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
-
 // The numbers of one function, angles in degrees.
 struct Arguments {
     std::array<double, 6> values{};

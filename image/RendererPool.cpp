@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <mutex>
 
-#include "svg/guard/DocumentGuard.h"
 #include "image/DrawingCost.h"
 #include "image/culling/CellRenderers.h"
+#include "svg/guard/DocumentGuard.h"
 
 namespace tzsvg {
 

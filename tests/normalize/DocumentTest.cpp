@@ -123,10 +123,11 @@ QString outline(const QString& xml) {
     return reason ? QString::number(int(reason.refusal)) : outline(document.root());
 }
 
-// A processing instruction at the end leaves a document to Qt's reader, which has to find the same in it.
+// A processing instruction at the end leaves a document to Qt's reader, which has to find the same in it. No
+// encoding is named: Qt 5.15 refuses names that it does not know, though the text is decoded already.
 TEST(SourceDocument, equalsQts) {
     const QString whole = QStringLiteral(
-        "<?xml version='1.0'\n encoding='utf-8'?>\n<!DOCTYPE svg PUBLIC 'a'\n 'b'>\n<!-- a\n - b -->\n"
+        "<?xml version='1.0'\n standalone='yes'?>\n<!DOCTYPE svg PUBLIC 'a'\n 'b'>\n<!-- a\n - b -->\n"
         "<svg xmlns:a='urn:one'\n\ta:b='1\n2\t3'\n>\n <text id = 'a'>one\n<tspan>&lt;</tspan>\n "
         "two</text\n>\n"
         "\n<g\n><a:c d='&quot;&amp;\n'/><text><![CDATA[a\nb]]>\tc</text></g>\n</svg>\n");

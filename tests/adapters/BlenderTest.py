@@ -210,6 +210,14 @@ def test_several_objects():
     assert text.count('id="box"') == 2, text
 
 
+def test_duplicated():
+    file = write("drawing.svg", DRAWING)
+    item = import_drawing(file)
+    bpy.ops.object.duplicate()
+    bpy.data.objects.remove(item)
+    assert same(export_drawing("out.svg"), round_trip(file, "expected.svg"))
+
+
 def test_saved_and_undone():
     file = write("drawing.svg", DRAWING)
     import_drawing(file)

@@ -14,7 +14,6 @@
 #include "svg/GuiApplication.h"
 
 namespace tzsvg {
-namespace {
 
 // The images that this copy of the module has made. The registry may hold another's factory under the name,
 // and an interface does not tell whose object it is.
@@ -38,9 +37,13 @@ class OwnImages {
     std::set<const ITzImage*> images_;
 };
 
-OwnImages& ownImages() {
-    static OwnImages images;
-    return images;
+namespace {
+
+// Every image has a share in it: a program's caches may let go of images when the module's static objects are
+// gone.
+const std::shared_ptr<OwnImages>& ownImages() {
+    static const auto kImages = std::make_shared<OwnImages>();
+    return kImages;
 }
 
 constexpr uint32_t kBytesPerPixel = 4 * sizeof(float);
@@ -82,12 +85,13 @@ CSVGImage::CSVGImage(const CTzPtr<ITzHost>& host, TileCache::Settings settings)
       CTzImpl_ImageLevelSample(kLevelCount),
       images_(CTzUser_Host(host).service<ITzImageService>()),
       mutex_(CTzUser_ThreadService(CTzUser_Host(host).service<ITzThreadService>()).createMutex()),
-      tiles_(CTzUser_ThreadService(CTzUser_Host(host).service<ITzThreadService>()), settings) {
-    ownImages().add(this);
+      tiles_(CTzUser_ThreadService(CTzUser_Host(host).service<ITzThreadService>()), settings),
+      ownImages_(ownImages()) {
+    ownImages_->add(this);
 }
 
 CSVGImage::~CSVGImage() {
-    ownImages().remove(this);
+    ownImages_->remove(this);
 }
 
 CTzPtr<ITzServerFactory> CSVGImage::factory(const CTzPtr<ITzHost>& host) {
@@ -95,7 +99,7 @@ CTzPtr<ITzServerFactory> CSVGImage::factory(const CTzPtr<ITzHost>& host) {
 }
 
 CSVGImage* CSVGImage::ofThisModule(ITzImage* image) {
-    return ownImages().contains(image) ? static_cast<CSVGImage*>(image) : nullptr;
+    return ownImages()->contains(image) ? static_cast<CSVGImage*>(image) : nullptr;
 }
 
 void CSVGImage::initialise(CSVGImageLoader& loader, const QString& fileName) {

@@ -13,6 +13,7 @@
 namespace tzsvg {
 
 class CSVGImageLoader;
+class OwnImages;
 
 class CSVGImage : public CTzImpl_Image, public CTzImpl_TileImage, public CTzImpl_ImageLevelSample {
   public:
@@ -55,6 +56,7 @@ class CSVGImage : public CTzImpl_Image, public CTzImpl_TileImage, public CTzImpl
     CTzUser_ImageService images_;
     CTzUser_ThreadMutex mutex_;  // guards the pool of renderers
     TileCache tiles_;
+    const std::shared_ptr<OwnImages> ownImages_;
     std::unique_ptr<Document> document_;  // set by initialise()
 };
 

@@ -10,6 +10,7 @@
 #include <QSvgRenderer>
 #include <clocale>
 #include <cmath>
+#include <cstdlib>
 
 #include "host/services/Services.h"
 #include "tests/image/ImageFixture.h"
@@ -17,6 +18,9 @@
 using namespace tzsvg;
 
 namespace {
+
+// Gone after the module's static objects, which are made later.
+CTzPtr<ITzImage> lastOfAll;
 
 // One rendering of a whole level, at once and with nothing of the module's but the sizes.
 QImage wholeLevel(const QString& path, int width, int height) {
@@ -286,4 +290,14 @@ TEST_F(ImageTest, anothersImageServer) {
     ITzImage* out = nullptr;
     EXPECT_EQ(loader->load(&access, &out), kTzFailed);
     EXPECT_EQ(out, nullptr);
+}
+
+// A program's caches let go of images at its very end.
+TEST_F(ImageTest, outlivesStaticObjects) {
+    write(drawing("width='300' height='200'"));
+    const auto endWithImage = [&] {
+        lastOfAll = load();
+        std::exit(0);
+    };
+    EXPECT_EXIT(endWithImage(), ::testing::ExitedWithCode(0), "");
 }

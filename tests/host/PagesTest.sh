@@ -14,12 +14,12 @@ mapfile -t commands < <("$tzhost" --help | sed -n '/^Subcommands:/,/^$/s/^  \([a
 
 # Every option of --help has its place in the page.
 if type man >/dev/null 2>&1; then
-    for page in "$pages"/man/*.1; do
+    for page in "$pages"/man/*.1.gz; do
         text=$(MANWIDTH=120 LC_ALL=C.UTF-8 man --warnings -l "$page" 2>&1 >/dev/null)
         [[ -z $text ]] || fail "$page: $text"
     done
     for command in "${commands[@]}"; do
-        text=$(MANWIDTH=120 man -l "$pages/man/tzhost-$command.1")
+        text=$(MANWIDTH=120 man -l "$pages/man/tzhost-$command.1.gz")
         for option in $("$tzhost" "$command" --help | grep -oE '^  [^ ]*--[a-z-]+' | grep -oE -- '--[a-z-]+'); do
             grep -qE -- "^ +(-.*)?$option( |$)" <<<"$text" || fail "tzhost-$command.1 has no $option"
         done

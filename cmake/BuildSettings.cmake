@@ -34,6 +34,10 @@ function(tzsvg_precompile)
     endif()
 endfunction()
 
+# Many small sources: compiled in groups, which read each header once.
+set(CMAKE_UNITY_BUILD ${TZSVG_PRECOMPILE})
+set(CMAKE_UNITY_BUILD_BATCH_SIZE 8)
+
 if(TZSVG_SANITIZE)
     # GCC's warning of uninitialized values is wrong about instrumented code.
     add_compile_options(-fsanitize=${TZSVG_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -O1

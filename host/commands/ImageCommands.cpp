@@ -46,8 +46,8 @@ std::vector<TzTileLevel> levelsByKey(const LoadedImage& loaded) {
     return levels;
 }
 
-void printPlain(const RecognisedImage& recognised, TzSize size, TzPixelFormat format,
-                const std::vector<TzTileLevel>& levels) {
+void printInfo(const RecognisedImage& recognised, TzSize size, TzPixelFormat format,
+               const std::vector<TzTileLevel>& levels) {
     const TzImageTarget& target = recognised.target;
     std::printf("recognised: %s, %s, %u x %u, format %u, colours %u, flags %u\n",
                 std::string(typeName(recognised.targetType)).c_str(),
@@ -68,8 +68,8 @@ void writeSize(PrettyJsonWriter& json, uint32_t width, uint32_t height) {
     json.Uint(height);
 }
 
-void printJson(const RecognisedImage& recognised, TzSize size, TzPixelFormat format,
-               const std::vector<TzTileLevel>& levels) {
+void printInfoAsJson(const RecognisedImage& recognised, TzSize size, TzPixelFormat format,
+                     const std::vector<TzTileLevel>& levels) {
     JsonBuffer text;
     PrettyJsonWriter json(text);
     const TzImageTarget& target = recognised.target;
@@ -142,7 +142,7 @@ void runImageInfo(CommandContext& context, const ImageInfoArguments& arguments) 
     const LoadedImage loaded = openImage(context, in, arguments);
     log.commit();
     inStep(in.name(), "describe", [&] {
-        const auto print = arguments.json ? printJson : printPlain;
+        const auto print = arguments.json ? printInfoAsJson : printInfo;
         print(loaded.recognised, loaded.image.size(), loaded.image.format(), levelsByKey(loaded));
     });
 }

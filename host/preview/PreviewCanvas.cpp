@@ -7,7 +7,7 @@ namespace tzhost {
 namespace {
 
 constexpr size_t kMostLayers = 16;
-constexpr int64_t kMostPixels = int64_t{1} << 28;  // of all layers together, but for the first
+constexpr int64_t kMostLayerPixels = int64_t{1} << 28;  // of all layers together, but for the first
 
 std::unique_ptr<QPainter> makePainter(QImage& image) {
     auto painter = std::make_unique<QPainter>(&image);
@@ -22,7 +22,7 @@ PreviewCanvas::PreviewCanvas(QImage& picture) : size_(picture.size()), base_(mak
 }
 
 size_t PreviewCanvas::mostLayers() const {
-    const int64_t fitting = kMostPixels / std::max(1, size_.width() * size_.height());
+    const int64_t fitting = kMostLayerPixels / std::max(1, size_.width() * size_.height());
     return static_cast<size_t>(std::clamp<int64_t>(fitting, 1, kMostLayers));
 }
 

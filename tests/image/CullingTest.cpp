@@ -21,13 +21,13 @@ using tzsvg::PartReach;
 
 namespace {
 
-QByteArray svg(const QByteArray& content, const QByteArray& prolog = {}) {
+QByteArray squareSvg(const QByteArray& content, const QByteArray& prolog = {}) {
     return prolog + "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 100 100'>" + content + "</svg>";
 }
 
 // What is left of a drawing with the shapes at these places among its shapes.
 QByteArray left(const QByteArray& content, const std::vector<size_t>& places) {
-    const auto drawing = DrawingParts::of(svg(content));
+    const auto drawing = DrawingParts::of(squareSvg(content));
     if (!drawing) return "(drawn whole)";
     std::vector<uint32_t> shapes;
     for (const size_t place : places) shapes.push_back(drawing->shapes().at(place));
@@ -81,29 +81,29 @@ TEST(DrawingParts, keepsWhatAShapeNeeds) {
 
 TEST(DrawingParts, isNotOfDrawingsWhoseElementsDependOnEachOther) {
     const QByteArray documents[] = {
-        svg("<style>rect + path { fill: red }</style><rect/>"),
-        svg("<style>g :first-child { fill: red }</style><rect/>"),
-        svg("<style>rect ~ path { fill: red }</style><rect/>"),
-        svg("<style>a { visibility: hidden }</style><rect/>"),
-        svg("<style>@media all { a { fill: red } }</style><rect/>"),
-        svg("<style>\\72 ect { fill: red }</style><rect/>"),
-        svg("<rect><animate/></rect>"),
-        svg("<set/><rect/>"),
-        svg("<image href='a.png'/><rect/>"),
-        svg("<rect comp-op='src-in'/>"),
-        svg("<polyline/><path stroke-dasharray='1'/>"),
-        svg("<rect fill='&f;'/>", "<!DOCTYPE svg [<!ENTITY f 'url(#a)'>]>"),
-        svg("<rect fill='&#117;rl(#a)'/>"),
-        svg("&s;<rect/>", "<!DOCTYPE svg [<!ENTITY s '<rect/>'>]>"),
-        svg("<rect/>", "<!DOCTYPE svg [<!ATTLIST rect fill CDATA 'red'>]>"),
-        svg("<rect/>", "<?xml version='1.0' encoding='iso-8859-1'?>"),
-        svg("<rect/>", "<?xml-stylesheet href='a.css'?>"),
-        svg("<path d='M3 -9876543V-9876542'/>"),
+        squareSvg("<style>rect + path { fill: red }</style><rect/>"),
+        squareSvg("<style>g :first-child { fill: red }</style><rect/>"),
+        squareSvg("<style>rect ~ path { fill: red }</style><rect/>"),
+        squareSvg("<style>a { visibility: hidden }</style><rect/>"),
+        squareSvg("<style>@media all { a { fill: red } }</style><rect/>"),
+        squareSvg("<style>\\72 ect { fill: red }</style><rect/>"),
+        squareSvg("<rect><animate/></rect>"),
+        squareSvg("<set/><rect/>"),
+        squareSvg("<image href='a.png'/><rect/>"),
+        squareSvg("<rect comp-op='src-in'/>"),
+        squareSvg("<polyline/><path stroke-dasharray='1'/>"),
+        squareSvg("<rect fill='&f;'/>", "<!DOCTYPE svg [<!ENTITY f 'url(#a)'>]>"),
+        squareSvg("<rect fill='&#117;rl(#a)'/>"),
+        squareSvg("&s;<rect/>", "<!DOCTYPE svg [<!ENTITY s '<rect/>'>]>"),
+        squareSvg("<rect/>", "<!DOCTYPE svg [<!ATTLIST rect fill CDATA 'red'>]>"),
+        squareSvg("<rect/>", "<?xml version='1.0' encoding='iso-8859-1'?>"),
+        squareSvg("<rect/>", "<?xml-stylesheet href='a.css'?>"),
+        squareSvg("<path d='M3 -9876543V-9876542'/>"),
     };
     for (const QByteArray& document : documents) EXPECT_FALSE(DrawingParts::of(document)) << document.data();
-    EXPECT_TRUE(DrawingParts::of(svg("<rect/>",
-                                     "<?xml version='1.0' encoding='UTF-8'?><!DOCTYPE svg "
-                                     "[<!ENTITY n \"urn:x\">]><!-- a -->")));
+    EXPECT_TRUE(DrawingParts::of(squareSvg("<rect/>",
+                                           "<?xml version='1.0' encoding='UTF-8'?><!DOCTYPE svg "
+                                           "[<!ENTITY n \"urn:x\">]><!-- a -->")));
 }
 
 // Each shape is at x 50, y 50; what it reaches is asked for at two points.
@@ -141,7 +141,7 @@ TEST_F(CullingTest, measuresWhatIsPainted) {
         {"<circle cx='50' cy='50' r='1000' fill='red'/>", 20, true},
     };
     for (const auto& test : cases) {
-        const auto drawing = DrawingParts::of(svg(test.shape));
+        const auto drawing = DrawingParts::of(squareSvg(test.shape));
         ASSERT_TRUE(drawing) << test.shape;
         const auto reach = measureReach(*drawing, QRectF(0, 0, 100, 100));
         ASSERT_TRUE(reach) << test.shape;
@@ -223,7 +223,7 @@ TEST_F(CullingTest, changedDrawing) {
             content += "<rect x='" + QByteArray::number(i % 20 * 5) + "' y='" +
                        QByteArray::number(i / 20 * 5) + "' width='5' height='5' fill='" + color + "'/>";
         }
-        return svg(content);
+        return squareSvg(content);
     };
     write(rects("#ff0000"), 60);
     const CTzPtr<ITzImage> image = load();

@@ -7,17 +7,12 @@
 #include <thread>
 
 #include "svg/GuiApplication.h"
+#include "tests/image/GuardedDocuments.h"
 #include "tests/image/ImageFixture.h"
 
 using namespace tzsvg;
 
 namespace {
-
-QByteArray svg(const QByteArray& content) {
-    return "<svg xmlns='http://www.w3.org/2000/svg' xmlns:xlink='http://www.w3.org/1999/xlink' width='9' "
-           "height='9'>" +
-           content + "</svg>";
-}
 
 const QByteArray kLinked = "<image width='9' height='9' xlink:href='photo.png'/>";
 const QByteArray kAnimated =

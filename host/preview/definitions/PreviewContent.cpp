@@ -13,8 +13,8 @@ namespace {
 
 constexpr int kDeepest = 32;
 constexpr int kMostElements = 20'000;
-constexpr int kMostStops = 1024;
-constexpr qint64 kMostPixels = qint64{1} << 24;  // of one picture
+constexpr int kMostGradientStops = 1024;
+constexpr qint64 kMostPicturePixels = qint64{1} << 24;  // of one picture
 
 constexpr const char* kShapes[] = {"path", "rect", "circle", "ellipse", "line", "polyline", "polygon"};
 constexpr const char* kGeometry[] = {"d",  "x", "y",  "width", "height", "rx", "ry",    "cx",
@@ -144,7 +144,7 @@ class ContentWriter {
             askForGradient(origin);
         }
         int stops = 0;
-        for (int i = index + 1; i < element.end && stops < kMostStops; ++i) {
+        for (int i = index + 1; i < element.end && stops < kMostGradientStops; ++i) {
             if (at(i).name != QLatin1String("stop")) continue;
             ++stops;
             xml_.writeStartElement(QStringLiteral("stop"));
@@ -177,11 +177,11 @@ class ContentWriter {
         const QByteArray format = QImageReader::imageFormat(&buffer);
         const QSize size = reader.size();
         if ((format != "png" && format != "jpeg" && format != "gif") || size.isEmpty() ||
-            qint64{size.width()} * size.height() > kMostPixels) {
+            qint64{size.width()} * size.height() > kMostPicturePixels) {
             return;
         }
         pixels_ += qint64{size.width()} * size.height();
-        if (pixels_ > 4 * kMostPixels) return;
+        if (pixels_ > 4 * kMostPicturePixels) return;
         xml_.writeStartElement(QStringLiteral("image"));
         for (const char* const name : {"x", "y", "width", "height", "transform", "opacity"})
             writeGiven(element, name);

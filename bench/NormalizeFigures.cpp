@@ -16,7 +16,7 @@ namespace tzbench {
 namespace {
 
 constexpr uint32_t kMany = 100000;
-constexpr uint32_t kMost = 1000000;
+constexpr uint32_t kMostShapes = 1000000;
 
 // Seconds.
 struct NormalizeRun {
@@ -47,7 +47,7 @@ double parseSeconds(const QByteArray& bytes) {
 // Each side in processes of its own, in turns; the least counts. A million shapes pass once.
 NormalizeRun measure(const QByteArray& bytes, uint32_t shapes) {
     NormalizeRun least{};
-    const int rounds = shapes < kMost ? 3 : 1;
+    const int rounds = shapes < kMostShapes ? 3 : 1;
     for (int round = 0; round < rounds; ++round) {
         const double normalize = inChild([&] { return std::vector<double>{normalizeSeconds(bytes)}; }).at(0);
         const double parse = inChild([&] { return std::vector<double>{parseSeconds(bytes)}; }).at(0);
@@ -83,7 +83,7 @@ void addNormalizeFigures(const Documents& documents) {
                       const auto each = [&](uint32_t shapes) {
                           return 1e6 * normalizeRun(documents, kind, shapes).normalize / shapes;
                       };
-                      return ratio(each(kMost), each(kMany));
+                      return ratio(each(kMostShapes), each(kMany));
                   });
     }
 }

@@ -66,16 +66,10 @@ A plug-in that lets oiiotool, maketx, render engines and other programs read
 drawings. They find it by OIIO_LIBRARY_PATH=/usr/lib/tzsvg." "tzsvg ${same_version}")
 endif()
 
-# The add-on is scripts alone. Python leaves compiled ones beside them when root runs Blender.
 set(CPACK_DEBIAN_BLENDER_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_BLENDER_PACKAGE_RECOMMENDS blender)
-set(control_files ${PROJECT_BINARY_DIR}/packages)
-file(CONFIGURE OUTPUT ${control_files}/prerm @ONLY CONTENT "#!/bin/sh
-set -e
-rm -rf /usr/share/blender/scripts/addons/tzsvg/__pycache__
-")
-set(CPACK_DEBIAN_BLENDER_PACKAGE_CONTROL_EXTRA ${control_files}/prerm)
 # What Debian wants to know of a shared library: the package for those who link it, and whom to tell of it.
+set(control_files ${PROJECT_BINARY_DIR}/packages)
 file(CONFIGURE OUTPUT ${control_files}/shlibs @ONLY CONTENT "libtzhost 1 libtzhost1 (>= ${PROJECT_VERSION})\n")
 file(CONFIGURE OUTPUT ${control_files}/triggers @ONLY CONTENT "activate-noawait ldconfig\n")
 set(CPACK_DEBIAN_C-LIBRARY_PACKAGE_CONTROL_EXTRA ${control_files}/shlibs ${control_files}/triggers)

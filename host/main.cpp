@@ -86,7 +86,11 @@ int runProgram(int argc, char** argv) {
         const CommandLine line = parseCommandLine(argc, argv);
         if (!line.run) return kDone;
         BatchPlan plan;
-        if (isBatch(line.batch)) plan = planBatch(line.inputs, line.files, line.batch, line.isForced);
+        if (isBatch(line.batch)) {
+            plan = planBatch(line.inputs, line.files, line.batch, line.isForced);
+        } else {
+            requireDistinctOutputs(line.files);
+        }
         return inStep(subjectOf(line), line.command, [&] { return run(line, plan); });
     } catch (const UsageError& error) {
         printError((toOneLine(error.what(), 1000) + " (tzhost --help tells more)").c_str());

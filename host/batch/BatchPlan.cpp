@@ -25,6 +25,16 @@ void makeFolder(const std::string& folder) {
     if (error) throw OperationError(folder, "make folder", kTzFailed, error.message());
 }
 
+// Other programs have a `-o FILE`: a folder of that name is not what was meant.
+void requireNoFileName(const BatchArguments& arguments) {
+    std::error_code error;
+    if (fs::path(arguments.folder).extension() != "." + arguments.ending ||
+        fs::exists(arguments.folder, error))
+        return;
+    throw UsageError("--output: " + arguments.folder +
+                     " looks like a file; a folder is meant, and one file is named behind its input");
+}
+
 std::string fileIn(const std::string& folder, const std::string& stem, const std::string& ending) {
     return folder.empty() ? "" : (fs::path(folder) / (stem + "." + ending)).native();
 }
@@ -43,8 +53,10 @@ BatchPlan planBatch(const std::vector<std::string>& inputs, const CommandFiles& 
                     const BatchArguments& arguments, bool isForced) {
     for (const std::string& folder : {arguments.folder, given.log, given.notes}) {
         if (isStandardStream(folder))
-            throw UsageError("with --output, --log and --notes are folders as well");
+            throw UsageError(
+                "standard output is no folder: with --output, --log and --notes are folders as well");
     }
+    requireNoFileName(arguments);
     BatchPlan plan;
     std::map<std::string, const std::string*> inputOf;
     const InputSet read(isForced ? std::vector<std::string>() : inputs);
@@ -63,6 +75,7 @@ BatchPlan planBatch(const std::vector<std::string>& inputs, const CommandFiles& 
             plan.files.push_back(std::move(files));
         }
     }
+    if (!plan.files.empty()) requireDistinctOutputs(plan.files.front());
     for (const std::string& folder : {arguments.folder, given.log, given.notes}) makeFolder(folder);
     return plan;
 }

@@ -12,9 +12,8 @@ namespace tzhost {
 
 using Formats = std::vector<std::string>;
 
-// Throws CLI::ValidationError when the name of an output ends in something else. `argument` is what the help
-// calls it.
-void requireFormat(const std::string& argument, const std::string& out, const Formats& formats);
+// What is wrong with the name of an output that ends in something else; empty: nothing.
+std::string formatProblem(const std::string& out, const Formats& formats);
 
 // What a command that converts files writes.
 struct Conversion {
@@ -60,8 +59,8 @@ class Command {
     }
     void input(const char* name) const { required(name, arguments_->in, "The drawing"); }
     void output(const char* name, const char* text, Formats (*formats)()) const {
-        required(name, arguments_->out, text).each([name, formats](const std::string& out) {
-            requireFormat(name, out, formats());
+        required(name, arguments_->out, text).check([formats](const std::string& out) {
+            return formatProblem(out, formats());
         });
     }
     // An input and an output, or many inputs and a folder for what they become.

@@ -19,15 +19,21 @@ void addOptions(const CLI::App& app, std::vector<std::string>& words) {
     }
 }
 
-// What is wrong with a command line that the parser did not take.
-std::string problemOf(const CLI::App& program, const CLI::ParseError& error) {
+// What is wrong with a command line, `typed`, that the parser did not take.
+std::string problemOf(const std::vector<std::string>& typed, const CLI::App& program,
+                      const CLI::ParseError& error) {
     const std::vector<std::string> unknown = program.remaining();
     const std::vector<CLI::App*> commands = program.get_subcommands();
-    const auto isOption = [](const std::string& word) { return word.rfind("--", 0) == 0; };
+    const auto isOption = [](const std::string& word) { return word.size() > 1 && word.front() == '-'; };
+    // The parser looks for a command behind a word that it does not know as well.
+    const auto isBeforeCommand = [&](const std::string& word) {
+        const auto at = std::find(typed.begin(), typed.end(), word);
+        return commands.empty() || at < std::find(typed.begin(), typed.end(), commands.front()->get_name());
+    };
     const auto option = std::find_if(unknown.begin(), unknown.end(), isOption);
     const auto other = std::find_if_not(unknown.begin(), unknown.end(), isOption);
     std::vector<std::string> words;
-    if (commands.empty() && other != unknown.end()) {
+    if (other != unknown.end() && isBeforeCommand(*other)) {
         for (const CLI::App* command : program.get_subcommands({})) words.push_back(command->get_name());
         return "unknown command \"" + *other + "\"" + didYouMean(*other, words);
     }
@@ -51,7 +57,7 @@ CommandLine parseCommandLine(int argc, char** argv) {
         program.exit(help);
         line.run = nullptr;
     } catch (const CLI::ParseError& error) {
-        throw UsageError(problemOf(program, error));
+        throw UsageError(problemOf({argv, argv + argc}, program, error));
     }
     return line;
 }

@@ -192,11 +192,11 @@ const char* programVersion() {
     return TZSVG_VERSION;
 }
 
-void requireFormat(const std::string& argument, const std::string& out, const Formats& formats) {
-    if (!outputFormat(out, formats).empty()) return;
+std::string formatProblem(const std::string& out, const Formats& formats) {
+    if (!outputFormat(out, formats).empty()) return {};
     std::string endings;
     for (const std::string& format : formats) endings += (endings.empty() ? "." : " or .") + format;
-    throw CLI::ValidationError(argument, out + " must end in " + endings);
+    return out + " must end in " + endings;
 }
 
 void takeFiles(const std::vector<std::string>& names, const Conversion& conversion, CommandLine& line) {
@@ -212,8 +212,10 @@ void takeFiles(const std::vector<std::string>& names, const Conversion& conversi
             " files: for more than an input and an output, name a folder to write to (--output)");
     }
     // Savers of other modules write formats of their own.
-    if (line.modules.empty() || formats != drawingFormats())
-        requireFormat(conversion.argument, names[1], formats);
+    if (line.modules.empty() || formats != drawingFormats()) {
+        const std::string problem = formatProblem(names[1], formats);
+        if (!problem.empty()) throw CLI::ValidationError(conversion.argument, problem);
+    }
     line.files.in = names[0];
     line.files.out = names[1];
     line.inputs = {names[0]};

@@ -43,6 +43,25 @@ std::string outputFormat(const std::string& argument, const std::vector<std::str
     return format == formats.end() ? "" : *format;
 }
 
+void requireDistinctOutputs(const CommandFiles& files) {
+    std::set<std::string> seen;
+    for (const std::string& output : {files.out, files.log, files.notes}) {
+        if (output.empty()) continue;
+        std::string place = output;
+        if (!isStandardStream(output)) {
+            struct stat status {};
+            if (stat(output.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) continue;
+            std::error_code error;
+            place =
+                std::filesystem::weakly_canonical(std::filesystem::absolute(output, error), error).native();
+            if (error) continue;  // it cannot be written either
+        }
+        if (!seen.insert(place).second)
+            throw UsageError((isStandardStream(output) ? "standard output" : output) +
+                             " is named for two outputs");
+    }
+}
+
 InputSet::InputSet(const std::vector<std::string>& inputs) {
     for (const std::string& input : inputs) {
         struct stat read {};

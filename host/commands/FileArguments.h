@@ -45,6 +45,10 @@ OutputFile openOutput(const std::string& argument, const char* step);
 // no regular file. Empty: the name ends otherwise.
 std::string outputFormat(const std::string& argument, const std::vector<std::string>& formats);
 
+// Throws UsageError when two outputs of a command are one file, or are both standard output: one would be
+// lost in the other. Devices and pipes may be named twice.
+void requireDistinctOutputs(const CommandFiles& files);
+
 // The files that are read, by what they are and not by their names.
 class InputSet {
   public:

@@ -13,7 +13,9 @@ constexpr int kDone = 0;
 constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 
+// Behind all that was printed until then.
 inline void printError(const char* text) {
+    std::fflush(stdout);
     std::fprintf(stderr, "tzhost: %s\n", text);
 }
 

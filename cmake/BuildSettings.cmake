@@ -35,8 +35,9 @@ function(tzsvg_precompile)
 endfunction()
 
 # Many small sources: compiled in groups, which read each header once.
-set(CMAKE_UNITY_BUILD ${TZSVG_PRECOMPILE})
-set(CMAKE_UNITY_BUILD_BATCH_SIZE 8)
+if(TZSVG_PRECOMPILE)
+    set(CMAKE_UNITY_BUILD ON)
+endif()
 
 if(TZSVG_SANITIZE)
     # GCC's warning of uninitialized values is wrong about instrumented code.

@@ -4,6 +4,7 @@
 #include "adapters/c/Session.h"
 #include "adapters/c/Structs.h"
 #include "host/ImageLoading.h"
+#include "host/Refusal.h"
 
 struct TzhImage {
     std::shared_ptr<tzh::SessionState> state;  // goes after the image, which is an object of the module's
@@ -51,10 +52,12 @@ TzhStatus tzh_image_open(TzhImage** image, TzhSession* session, const char* file
         auto opened = std::make_unique<TzhImage>();
         opened->state = session->state;
         opened->file = tzh::nameOf(file, "file");
-        opened->loaded =
-            tzhost::loadImage(opened->state->session.host, (flags & TZH_NORMALIZE) != 0
-                                                               ? tzhost::Drawing::normalized(opened->file)
-                                                               : tzhost::Drawing(opened->file));
+        const tzhost::Drawing drawing = (flags & TZH_NORMALIZE) != 0
+                                            ? tzhost::Drawing::normalized(opened->file)
+                                            : tzhost::Drawing(opened->file);
+        opened->loaded = tzhost::explainingRefusal(drawing, tzhost::CheckFor::kImage, [&] {
+            return tzhost::loadImage(opened->state->session.host, drawing);
+        });
         *image = opened.release();
     });
 }

@@ -2,6 +2,7 @@
 #include "adapters/c/Scene.h"
 
 #include "adapters/c/Structs.h"
+#include "host/Refusal.h"
 #include "host/SceneLoading.h"
 #include "host/SceneSaving.h"
 #include "host/scene/Tags.h"
@@ -59,7 +60,9 @@ TzhStatus tzh_scene_import(TzhScene** scene, TzhSession* session, const char* fi
             const tzhost::Drawing drawing = (flags & TZH_NORMALIZE) != 0
                                                 ? tzhost::Drawing::normalized(name)
                                                 : tzhost::Drawing(tzhost::unpacked(name));
-            tzhost::importFile(made->state->session.host, *made->scene, drawing);
+            tzhost::explainingRefusal(drawing, tzhost::CheckFor::kScene, [&] {
+                tzhost::importFile(made->state->session.host, *made->scene, drawing);
+            });
             if (drawing.normalization()) made->notes = drawing.normalization()->notesJson;
         });
         *scene = made.release();

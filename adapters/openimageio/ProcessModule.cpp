@@ -1,6 +1,7 @@
 #include "adapters/openimageio/ProcessModule.h"
 
 #include "host/ModuleLibrary.h"
+#include "host/Refusal.h"
 #include "host/core/Installed.h"
 
 namespace tzoiio {
@@ -16,8 +17,10 @@ const tzhost::Session& session() {
 }  // namespace
 
 tzhost::LoadedImage openDrawing(const OpenOptions& options) {
-    return tzhost::loadImage(session().host, options.normalize ? tzhost::Drawing::normalized(options.file)
-                                                               : tzhost::Drawing(options.file));
+    const tzhost::Drawing drawing =
+        options.normalize ? tzhost::Drawing::normalized(options.file) : tzhost::Drawing(options.file);
+    return tzhost::explainingRefusal(drawing, tzhost::CheckFor::kImage,
+                                     [&] { return tzhost::loadImage(session().host, drawing); });
 }
 
 }  // namespace tzoiio

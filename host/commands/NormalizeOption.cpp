@@ -27,7 +27,7 @@ std::string kindOf(const NormalizerNote& note) {
 
 Drawing openDrawing(Terminal& terminal, const InputFile& in, const DrawingArguments& arguments) {
     if (!arguments.normalize) return in;
-    const Drawing drawing = [&] {
+    Drawing drawing = [&] {
         const Progress progress(terminal, "normalizing " + in.name());
         return Drawing::normalized(in);
     }();

@@ -4,11 +4,12 @@
 #include <filesystem>
 
 #include "host/DrawingPlace.h"
+#include "host/Refusal.h"
 #include "host/commands/Commands.h"
 #include "host/commands/Interrupts.h"
 #include "host/commands/LogFile.h"
 #include "host/commands/NormalizeOption.h"
-#include "host/commands/Refusal.h"
+#include "host/commands/SilentLosses.h"
 #include "host/core/OperationError.h"
 #include "host/core/Utf8.h"
 #include "host/io/Files.h"

@@ -122,7 +122,7 @@ Fault faultOfPathData(QStringView text, QStringView written) {
 Fault faultOfPoints(QStringView text, QStringView written) {
     const size_t count = readPoints(written.isNull() ? text : written).size();
     if (count == 0) return {&kMissingValue, QStringLiteral("it has no points")};
-    const Fault fault = faultOf(text, written, true, kValue);
+    Fault fault = faultOf(text, written, true, kValue);
     if (fault.rule != &kListForm) return fault;
     return {&kListForm, quoted(text) + QStringLiteral(" is not pairs with commas and blanks between them")};
 }

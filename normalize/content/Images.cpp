@@ -68,7 +68,7 @@ OutputElement imageElement(const SourceElement& image, const Place& place, const
 std::string definePattern(Conversion& conversion, OutputElement picture) {
     OutputElement pattern("pattern");
     std::string id = conversion.definitions.freshName("paint");
-    const std::string url = urlTo(id);
+    std::string url = urlTo(id);
     pattern.set("id", std::move(id));
     pattern.set("patternUnits", "userSpaceOnUse");
     pattern.set("x", "0");

@@ -51,6 +51,7 @@ std::string convertText(Conversion& conversion, const SourceElement& text, const
     if (content.words.trimmed().isEmpty() || !canDraw(conversion, text, content)) return {};
     std::vector<TextPart> parts = layOutText(conversion, content);
     std::vector<PlacedPath> object;
+    object.reserve(parts.size());
     for (TextPart& part : parts) object.push_back({std::move(part.path), place.ctm});
     for (size_t i = 0; i < parts.size(); ++i) {
         Place own = content.spans[parts[i].span].place;

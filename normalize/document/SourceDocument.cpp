@@ -58,7 +58,7 @@ bool readPlain(SourceDocument::Storage& storage) {
     }
     if (reader.hasError() || !isSvgName(reader.qualifiedName())) return false;
     TagPlaces places(storage.text);
-    const Reason refused = TreeBuilder(storage, places).build(reader);
+    Reason refused = TreeBuilder(storage, places).build(reader);
     return !refused && !reader.hasError() && storage.elements.front().tag() == Tag::kSvg;
 }
 
@@ -73,13 +73,13 @@ SourceDocument::SourceDocument() : storage_(std::make_unique<Storage>()) {}
 SourceDocument::~SourceDocument() = default;
 
 Reason SourceDocument::read(const QByteArray& bytes) {
-    const Reason unreadable = textOfBytes(bytes, storage_->text);
+    Reason unreadable = textOfBytes(bytes, storage_->text);
     if (unreadable) return unreadable;
     const auto size = size_t(storage_->text.size());
     if (!readPlain(*storage_)) {
         const QString text = std::move(storage_->text);
         storage_ = std::make_unique<Storage>();
-        const Reason refused = readByQt(text);
+        Reason refused = readByQt(text);
         if (refused) return refused;
     }
     storage_->textSize = size;
@@ -103,9 +103,9 @@ Reason SourceDocument::readByQt(const QString& text) {
                 QStringLiteral("no SVG: its root is the element \"%1\"").arg(reader.qualifiedName()), line,
                 column};
     }
-    const Reason limited = limitReason(text);
+    Reason limited = limitReason(text);
     if (limited) return limited;
-    const Reason refused = TreeBuilder(*storage_, places).build(reader);
+    Reason refused = TreeBuilder(*storage_, places).build(reader);
     if (refused) return refused;
     if (reader.hasError()) return reasonOf(reader, text);
     if (root().tag() != Tag::kSvg) {

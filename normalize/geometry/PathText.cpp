@@ -78,7 +78,7 @@ class PathWriter {
     }
 
     void append(char letter, std::initializer_list<Crossing> points) {
-        constexpr ptrdiff_t kMost = 2 + 3 * 2 * Grid::kRoom;
+        constexpr ptrdiff_t kMost = 2 + 6 * Grid::kRoom;
         if (std::end(buffer_) - at_ < kMost) flush();
         if (letter != 'M' || !text_.empty() || at_ != buffer_) *at_++ = ' ';
         *at_++ = letter;

@@ -136,13 +136,13 @@ Path roundedRectangleOutline(const Box& box, double rx, double ry) {
 
 Path ellipseOutline(const Point& centre, double rx, double ry) {
     const auto at = [&](double x, double y) { return Point{centre.x + x * rx, centre.y + y * ry}; };
-    constexpr double k = kQuarterCircle;
+    constexpr double kHandle = kQuarterCircle;
     Path path;
     path.moveTo(at(1, 0));
-    path.curveTo(at(1, k), at(k, 1), at(0, 1));
-    path.curveTo(at(-k, 1), at(-1, k), at(-1, 0));
-    path.curveTo(at(-1, -k), at(-k, -1), at(0, -1));
-    path.curveTo(at(k, -1), at(1, -k), at(1, 0));
+    path.curveTo(at(1, kHandle), at(kHandle, 1), at(0, 1));
+    path.curveTo(at(-kHandle, 1), at(-1, kHandle), at(-1, 0));
+    path.curveTo(at(-1, -kHandle), at(-kHandle, -1), at(0, -1));
+    path.curveTo(at(kHandle, -1), at(1, -kHandle), at(1, 0));
     path.close();
     return path;
 }

@@ -37,7 +37,7 @@ std::string writeClip(Conversion& conversion, const SourceElement& clipPath, con
     if (further.kind == EffectKind::kDrawsNothing) return kNothing;
 
     OutputElement out("clipPath");
-    const std::string url = urlTo(id);
+    std::string url = urlTo(id);
     out.set("id", std::move(id));
     if (content.lift != 0.0) out.set("transform", lowering(content.lift));
     if (further.kind == EffectKind::kUrl) out.set("clip-path", further.url);

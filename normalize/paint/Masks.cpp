@@ -40,7 +40,7 @@ std::string writeMask(Conversion& conversion, const SourceElement& mask, const P
     Content content =
         convertContent(conversion, mask, base, own.style, place.viewport, ContentKind::kDrawing);
     OutputElement out("mask");
-    const std::string url = urlTo(id);
+    std::string url = urlTo(id);
     out.set("id", std::move(id));
     setRegion(out, "maskUnits", region);
     if (own.style[Property::kMaskType] == u"alpha") out.set("style", "mask-type:alpha");

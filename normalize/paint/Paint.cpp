@@ -16,7 +16,7 @@ Paint contextPaint(Conversion& conversion, Property property, const Place& place
     if (!marked) return Paint();
     conversion.marked = marked->outer;
     const Place around = {place.ctm, marked->place.style, marked->place.viewport};
-    const Paint paint = resolvePaint(conversion, around.style[property], around, shape);
+    Paint paint = resolvePaint(conversion, around.style[property], around, shape);
     conversion.marked = marked;
     return paint;
 }

@@ -28,7 +28,7 @@ std::optional<Color> readHex(QStringView digits) {
     if (count < digits.size() && !digits[count].isSpace()) return std::nullopt;
     const bool isShort = count == 3 || count == 4;
     if (!isShort && count != 6 && count != 8) return std::nullopt;
-    const auto part = [&](int i) {
+    const auto part = [&](size_t i) {
         return uint8_t(isShort ? values[i] * 17 : values[2 * i] * 16 + values[2 * i + 1]);
     };
     const bool hasOpacity = count == 4 || count == 8;

@@ -73,7 +73,8 @@ class TextWriter {
 
     void grow(size_t more) {
         const size_t used = size();
-        bytes_.resize(Size(2 * used + more));
+        const size_t grown = 2 * used + more;
+        bytes_.resize(Size(grown));
         at_ = bytes_.data() + used;
         end_ = bytes_.data() + bytes_.size();
     }

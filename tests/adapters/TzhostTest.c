@@ -159,13 +159,13 @@ static void testRefusals(TzhSession* session, const char* drawing, const char* f
     if (!page) abort();
     fputs("<html/>", page);
     fclose(page);
-    EXPECT_FAILURE(tzh_scene_import(&scene, session, file, 0, NULL), TZH_REFUSED, "recognise");
+    EXPECT_FAILURE(tzh_scene_import(&scene, session, file, 0, NULL), TZH_REFUSED, "outermost element is");
     EXPECT(scene == NULL);
     EXPECT_FAILURE(tzh_scene_import(&scene, session, "/no/such.svg", 0, NULL), TZH_NOT_FOUND, "/no/such.svg");
     EXPECT_FAILURE(tzh_scene_import(&scene, session, "\xFF", 0, NULL), TZH_INVALID, "UTF-8");
     EXPECT_FAILURE(tzh_scene_import(&scene, session, drawing, 1U << 31, NULL), TZH_INVALID, "flags");
     EXPECT_FAILURE(tzh_session_open(&none, "/no/such.so"), TZH_NOT_FOUND, "/no/such.so");
-    EXPECT_FAILURE(tzh_image_open(&image, session, file, 0), TZH_REFUSED, "recognise");
+    EXPECT_FAILURE(tzh_image_open(&image, session, file, 0), TZH_REFUSED, "outermost element is");
     memset(&callbacks, 0, sizeof callbacks);
     callbacks.size = sizeof callbacks;
     callbacks.progress = stopAtOnce;

@@ -1,11 +1,9 @@
-// Says why: when the module refuses a drawing, the line that tells it goes on with the reason; when it takes
-// a drawing and drops something of it, there is a warning. Both are the check's, and for drawings as they
-// are: what was normalized needs neither.
+// Says why a module refused a drawing: the line that tells it goes on with the reason, which is the check's.
+// For drawings as they are: what was normalized needs none.
 #pragma once
 
 #include "host/Checker.h"
 #include "host/Drawing.h"
-#include "host/commands/Terminal.h"
 #include "host/core/OperationError.h"
 
 namespace tzhost {
@@ -23,8 +21,5 @@ auto explainingRefusal(const Drawing& drawing, CheckFor purpose, Work&& work) {
         throw withReason(error, drawing, purpose);
     }
 }
-
-// Warns of what an import has left out of a drawing or read otherwise without a word, one line for each kind.
-void warnOfSilentLosses(Terminal& terminal, const Drawing& drawing);
 
 }  // namespace tzhost

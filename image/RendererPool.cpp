@@ -25,7 +25,7 @@ LoadedDrawing loadDrawing(const QString& fileName) {
     if (!survey.isWithinLimits) return {};
     // Drawing it has started an animation.
     if (renderer->animated()) renderer = load();
-    return {std::move(renderer), document->linkedFiles, survey.isPlain};
+    return {std::move(renderer), document->linkedFiles, survey.isPlain, document->hasText};
 }
 
 // One state of the files that a document is made of.
@@ -61,7 +61,9 @@ struct RendererPool::Version {
 
     std::vector<Source> sources;
     QRectF ownViewBox;
+    QRectF area;  // what of the drawing can be seen, in its view box's units
     uint64_t number = 0;
+    bool hasText = false;
     bool keep = false;                     // whether its renderers may be kept
     std::unique_ptr<CellRenderers> cells;  // when they may
 };
@@ -122,18 +124,20 @@ std::unique_ptr<RendererPool::Loaded> RendererPool::takeIdle() {
 std::unique_ptr<RendererPool::Loaded> RendererPool::load() const {
     auto version = std::make_shared<Version>();
     version->sources.push_back({fileName_, FileStamp::of(fileName_)});
-    auto [renderer, linkedFiles, isPlain] = loadDrawing(fileName_);
+    auto [renderer, linkedFiles, isPlain, hasText] = loadDrawing(fileName_);
     if (!renderer) return nullptr;
     for (const QString& linked : linkedFiles) version->sources.push_back({linked, FileStamp::of(linked)});
     version->ownViewBox = renderer->viewBoxF();
+    version->hasText = hasText;
     // An animated document moves on from the moment it is first drawn.
     version->keep = !renderer->animated() && version->isSettled();
+    version->area = QRectF(version->ownViewBox.topLeft(), QSizeF(renderer->defaultSize()));
     if (version->keep) {
-        version->cells = std::make_unique<CellRenderers>(
-            [of = version.get()] { return of->text(); },
-            QRectF(version->ownViewBox.topLeft(), QSizeF(renderer->defaultSize())), culling_);
+        version->cells = std::make_unique<CellRenderers>([of = version.get()] { return of->text(); },
+                                                         version->area, culling_);
     }
-    return std::make_unique<Loaded>(Loaded{{std::move(renderer), isPlain, {}, 0}, std::move(version), false});
+    return std::make_unique<Loaded>(
+        Loaded{{std::move(renderer), isPlain, {}, 0, {}}, std::move(version), false});
 }
 
 // Gives a document that was just loaded its number: the latest one's, when the files look the same.
@@ -181,6 +185,18 @@ bool RendererPool::Lease::isOfCell() const {
 
 bool RendererPool::Lease::isPlain() const {
     return loaded_ && loaded_->taken.isPlain;
+}
+
+PaintedEdges* RendererPool::Lease::edges(const TileView& view) {
+    // An animated drawing's edges move, and glyphs may be pictures, which have none.
+    if (!isPlain() || loaded_->version->hasText || renderer()->animated()) return nullptr;
+    // Few larger tiles are of one colour, and to know the edges takes as long as drawing one.
+    constexpr double kSmallTile = 1.0 / 8.0;
+    const QRectF& area = loaded_->version->area;
+    if (view.viewBox.width() > kSmallTile * std::max(area.width(), area.height())) return nullptr;
+    std::optional<PaintedEdges>& edges = loaded_->taken.edges;
+    if (!edges) edges.emplace(*renderer(), area);
+    return &*edges;
 }
 
 QRectF RendererPool::Lease::ownViewBox() const {

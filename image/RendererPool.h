@@ -23,6 +23,7 @@
 #include "image/FileStamp.h"
 #include "image/TileGeometry.h"
 #include "image/culling/CullingSettings.h"
+#include "image/culling/PaintedEdges.h"
 
 namespace tzsvg {
 
@@ -30,6 +31,7 @@ struct LoadedDrawing {
     std::unique_ptr<QSvgRenderer> renderer;
     QStringList linkedFiles;  // which the document links to
     bool isPlain = false;     // PaintSurvey
+    bool hasText = false;     // SafeDocument
 };
 
 // Loads a drawing after the guard has looked at the document; no renderer when the guard refuses it or Qt
@@ -59,6 +61,9 @@ class RendererPool {
 
         // Whether it paints areas of one colour each and nothing else.
         bool isPlain() const;
+
+        // By which to see whether a tile is of one colour; nothing where that is not to be had.
+        PaintedEdges* edges(const TileView& view);
 
         // The document's own view box, whatever the renderer's was set to.
         QRectF ownViewBox() const;

@@ -1,7 +1,9 @@
 #include "image/TileRenderer.h"
 
 #include <QPainter>
+#include <algorithm>
 #include <new>
+#include <optional>
 
 #include "image/TileGeometry.h"
 #include "image/UndividedPaint.h"
@@ -21,6 +23,32 @@ void drawView(const TileView& view, QSvgRenderer& renderer, QImage& pixels) {
     renderer.render(&painter, view.target);
 }
 
+// The one colour of a tile's first row.
+std::optional<QRgb> colourOfRow(const TileView& view, QSvgRenderer& renderer, const QImage& pixels) {
+    QImage row(pixels.width(), 1, pixels.format());
+    if (row.isNull()) throw std::bad_alloc();
+    row.fill(Qt::transparent);
+    drawView(view, renderer, row);
+    const auto* const first = reinterpret_cast<const QRgb*>(row.constScanLine(0));
+    const bool isAlike = std::all_of(first, first + row.width(), [&](QRgb pixel) { return pixel == *first; });
+    return isAlike ? std::optional(*first) : std::nullopt;
+}
+
+// Fills a tile of one colour; false when it is not known for one.
+bool fillAlike(const TileView& view, RendererPool::Lease& lease, QImage& pixels) {
+    if (view.target != QRectF(pixels.rect())) return false;
+    PaintedEdges* const edges = lease.edges(view);
+    if (!edges) return false;
+    const Box area = paintedAround(view.viewBox, view.target.size());
+    std::optional<QRgb> colour = edges->learntColour(area);
+    if (!colour && edges->leaveAlike(area)) {
+        colour = colourOfRow(view, *lease.renderer(), pixels);
+        if (colour) edges->learn(area, *colour);
+    }
+    if (colour) pixels.fill(*colour);
+    return colour.has_value();
+}
+
 }  // namespace
 
 DrawnTile drawTile(const LevelTable& levels, const TileKey& tile, RendererPool& renderers) {
@@ -32,12 +60,14 @@ DrawnTile drawTile(const LevelTable& levels, const TileKey& tile, RendererPool& 
     if (drawn.pixels.isNull()) throw std::bad_alloc();
     drawn.pixels.fill(Qt::transparent);
     const auto viewOf = [&](const QRectF& ownViewBox) { return tileView(levels, tile, ownViewBox); };
-    const RendererPool::Lease lease = renderers.lend(viewOf);
+    RendererPool::Lease lease = renderers.lend(viewOf);
     drawn.document = lease.document();
     drawn.isOfCell = lease.isOfCell();
     if (!lease.renderer()) return drawn;
     const auto view = viewOf(lease.ownViewBox());
     if (!view) return drawn;
+    drawn.isOfOneColour = fillAlike(*view, lease, drawn.pixels);
+    if (drawn.isOfOneColour) return drawn;
     const auto draw = [&] { drawView(*view, *lease.renderer(), drawn.pixels); };
     if (lease.isPlain()) {
         paintUndivided(draw);

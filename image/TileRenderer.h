@@ -12,7 +12,9 @@ namespace tzsvg {
 struct DrawnTile {
     QImage pixels;          // of the level's full tile size, ARGB32 with straight alpha
     uint64_t document = 0;  // the number of the document that it shows
-    bool isOfCell = false;  // whether only the shapes around it were drawn; the pixels are the same
+    // How it was drawn; the pixels are the same.
+    bool isOfCell = false;       // only the shapes around it were
+    bool isOfOneColour = false;  // only its first row was
 };
 
 // A file that does not load at present gives a transparent tile. Throws std::bad_alloc.

@@ -73,9 +73,9 @@ void reportDifference(const QString& fileName, const TileKey& tile, const tzsvg:
         }
     }
     std::fprintf(
-        stderr, "%s: level key %u, column %u, row %u, drawn %s: %d pixels differ, in %dx%d at %d,%d\n",
-        qPrintable(fileName), tile.level, tile.column, tile.row, drawn.isOfCell ? "in part" : "whole", pixels,
-        where.width(), where.height(), where.x(), where.y());
+        stderr, "%s: level key %u, column %u, row %u, drawn %s%s: %d pixels differ, in %dx%d at %d,%d\n",
+        qPrintable(fileName), tile.level, tile.column, tile.row, drawn.isOfCell ? "in part" : "whole",
+        drawn.isOfOneColour ? ", one row" : "", pixels, where.width(), where.height(), where.x(), where.y());
 }
 
 class Chooser {
@@ -145,6 +145,7 @@ TileComparison compareTiles(const QString& fileName, uint32_t count, double seco
         const tzsvg::DrawnTile drawn = drawTile(levels, tile, renderers);
         ++result.tiles;
         if (drawn.isOfCell) ++result.ofCells;
+        if (drawn.isOfOneColour) ++result.ofOneColour;
         const QImage expected = bareTile(levels, tile, *bare, ownViewBox);
         if (drawn.pixels == expected) continue;
         if (isDrawnElsewhere(drawn.pixels, levels, tile, *bare, ownViewBox)) {

@@ -63,13 +63,14 @@ int main(int argc, char** argv) {
         const tzbench::TileComparison one = tzbench::compareTiles(file, tiles, seconds, seed, culling);
         if (each) {
             std::cout << file.toStdString() << ": " << one.tiles << " tiles, " << one.ofCells << " in part, "
-                      << one.different << " different, " << static_cast<double>(std::clock()) / CLOCKS_PER_SEC
-                      << " s" << std::endl;
+                      << one.ofOneColour << " of one colour, " << one.different << " different, "
+                      << static_cast<double>(std::clock()) / CLOCKS_PER_SEC << " s" << std::endl;
         }
         if (one.tiles > 0) ++drawings;
         if (one.ofCells > 0) ++culled;
         all.tiles += one.tiles;
         all.ofCells += one.ofCells;
+        all.ofOneColour += one.ofOneColour;
         all.unsteady += one.unsteady;
         all.different += one.different;
     };
@@ -83,7 +84,7 @@ int main(int argc, char** argv) {
     }
     std::cout << "Qt " << qVersion() << ": " << all.tiles << " tiles of " << drawings
               << " drawings compared, " << all.ofCells << " of them drawn in part (of " << culled
-              << " drawings), " << all.unsteady << " that Qt itself draws in two ways, " << all.different
-              << " different\n";
+              << " drawings), " << all.ofOneColour << " by a row, " << all.unsteady
+              << " that Qt itself draws in two ways, " << all.different << " different\n";
     return all.different == 0 ? 0 : 1;
 }

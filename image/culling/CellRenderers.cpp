@@ -23,10 +23,6 @@ constexpr uint32_t kSharedAcross = 2;
 // exactly: a level's short side is rounded up to a whole pixel.
 constexpr double kBeyondCell = 1.0 / 32.0;
 
-// How far outside its own bounds a shape may colour pixels: smooth edges take one, and so do lines that are
-// thinner than a pixel.
-constexpr double kBlurredPixels = 3.0;
-
 // What a renderer takes besides its shapes, counted in shapes.
 constexpr size_t kCostOfRenderer = 32;
 
@@ -35,13 +31,6 @@ constexpr CellRenderers::Cell kEmptyCell = {63, 0, 0};
 
 // What a tile's own renderer goes by, which no other tile will want.
 constexpr CellRenderers::Cell kOwnCell = {62, 0, 0};
-
-// Where what is painted may colour the pixels of a tile.
-Box around(const TileView& view) {
-    const double pixel =
-        std::max(view.viewBox.width() / view.target.width(), view.viewBox.height() / view.target.height());
-    return Box::of(view.viewBox).grown(kBlurredPixels * pixel);
-}
 
 }  // namespace
 
@@ -127,7 +116,7 @@ std::optional<CellRenderers::Taken> CellRenderers::take(const TileView& view) {
         cell = cellAt(view.viewBox.center(), cell.depth + 1);
         shapes = reach.reaching(boxOf(cell), shapes);
     }
-    const Box tile = around(view);
+    const Box tile = paintedAround(view.viewBox, view.target.size());
     if (!boxOf(cell).contains(tile)) return std::nullopt;
 
     const PartReach::Numbers own = reach.reaching(tile, shapes);
@@ -146,7 +135,7 @@ std::optional<CellRenderers::Taken> CellRenderers::load(const Cell& cell,
     const DrawingParts& drawing = measured_->drawing;
     if (!renderer->load(drawing.text(drawing.with(measured_->reach.partsOf(shapes))))) return std::nullopt;
     const bool isPlain = surveyPaint(*renderer).isPlain;
-    return Taken{std::move(renderer), isPlain, cell, shapes.size()};
+    return Taken{std::move(renderer), isPlain, cell, shapes.size(), {}};
 }
 
 std::optional<CellRenderers::Taken> CellRenderers::takeIdle(const Cell& cell) {

@@ -22,6 +22,7 @@
 #include "image/TileGeometry.h"
 #include "image/culling/CullingSettings.h"
 #include "image/culling/DrawingParts.h"
+#include "image/culling/PaintedEdges.h"
 #include "image/culling/PartReach.h"
 
 namespace tzsvg {
@@ -42,6 +43,7 @@ class CellRenderers {
         bool isPlain;  // PaintSurvey
         Cell cell;
         size_t shapes;
+        std::optional<PaintedEdges> edges;  // once they were asked for
     };
 
     // `read` gives the document's text, or nothing when it is not at hand any more; `area` is what of the

@@ -8,6 +8,8 @@ namespace {
 
 constexpr int kMostPieces = 16;  // of a curve
 
+constexpr double kPiecesOfQt = 512;  // at most, however large a curve is
+
 }  // namespace
 
 bool isOfLines(const QPainterPath& path) {
@@ -56,7 +58,7 @@ void OutlineStrips::appendCurve(const std::array<QPointF, 4>& p, std::vector<Str
     };
     const double bent = 0.75 * std::max(bend(p[0], p[1], p[2]), bend(p[1], p[2], p[3]));
     const double pieces = std::clamp(std::ceil(std::sqrt(bent / fine_)), 1.0, double{kMostPieces});
-    const double deviation = bent / (pieces * pieces);
+    const double deviation = bent / (pieces * pieces) + bent / (kPiecesOfQt * kPiecesOfQt);
     QPointF last = p[0];
     for (int i = 1; i <= static_cast<int>(pieces); ++i) {
         const double u = i / pieces;

@@ -8,6 +8,8 @@
 namespace tzsvg {
 namespace {
 
+constexpr double kBlurredPixels = 3.0;
+
 constexpr float kFarthest = std::numeric_limits<float>::infinity();
 
 float roundedDown(double value) {
@@ -50,6 +52,26 @@ void Box::add(const Box& other) {
 
 bool Box::isFinite() const {
     return std::isfinite(left) && std::isfinite(top) && std::isfinite(right) && std::isfinite(bottom);
+}
+
+Box paintedAround(const QRectF& shown, const QSizeF& pixels) {
+    const double pixel = std::max(shown.width() / pixels.width(), shown.height() / pixels.height());
+    return Box::of(shown).grown(kBlurredPixels * pixel);
+}
+
+bool lineTouches(const QPointF& from, const QPointF& to, const Box& area) {
+    double begin = 0.0;
+    double end = 1.0;
+    return cutBetween(from.x(), to.x() - from.x(), area.left, area.right, begin, end) &&
+           cutBetween(from.y(), to.y() - from.y(), area.top, area.bottom, begin, end);
+}
+
+int roundOf(const QPointF& from, const QPointF& to, const QPointF& point) {
+    const bool startsAbove = from.y() <= point.y();
+    if (startsAbove == (to.y() <= point.y())) return 0;
+    const double x = from.x() + (point.y() - from.y()) / (to.y() - from.y()) * (to.x() - from.x());
+    if (x <= point.x()) return 0;
+    return startsAbove ? 1 : -1;
 }
 
 void PartReach::add(uint32_t part, const Reach& reach) {
@@ -115,25 +137,16 @@ bool PartReach::stripsTouch(uint32_t number, const Box& area) const {
                                      [](const Strips& of, uint32_t index) { return of.number < index; });
     if (at == stripsOf_.end() || at->number != number) return true;
     // An area that no outline touches lies within all of a shape or outside: how often the outlines go round
-    // a point of it tells, counted where they cross the line from there to the right.
-    const double x = area.left / 2 + area.right / 2;
-    const double y = area.top / 2 + area.bottom / 2;
+    // a point of it tells.
+    const QPointF center(area.left / 2 + area.right / 2, area.top / 2 + area.bottom / 2);
     int rounds = 0;
     for (uint32_t i = at->first; i < at->past; ++i) {
         const SmallStrip& strip = strips_[i];
-        const double stepX = double{strip.toX} - double{strip.fromX};
-        const double stepY = double{strip.toY} - double{strip.fromY};
+        const QPointF from(double{strip.fromX}, double{strip.fromY});
+        const QPointF to(double{strip.toX}, double{strip.toY});
         // Somewhat more than the radius around the line: the corners of the area are not rounded off.
-        const Box around = area.grown(double{strip.radius});
-        double begin = 0.0;
-        double end = 1.0;
-        if (cutBetween(double{strip.fromX}, stepX, around.left, around.right, begin, end) &&
-            cutBetween(double{strip.fromY}, stepY, around.top, around.bottom, begin, end))
-            return true;
-        const bool startsAbove = double{strip.fromY} <= y;
-        if (startsAbove == (double{strip.toY} <= y)) continue;
-        if (double{strip.fromX} + (y - double{strip.fromY}) / stepY * stepX > x)
-            rounds += startsAbove ? 1 : -1;
+        if (lineTouches(from, to, area.grown(double{strip.radius}))) return true;
+        rounds += roundOf(from, to, center);
     }
     return at->isFilled && rounds != 0;
 }

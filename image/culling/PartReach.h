@@ -36,6 +36,16 @@ struct Box {
     }
 };
 
+// Where what is painted may colour pixels of a tile that shows `shown` in that many pixels: smooth edges take
+// a pixel outside a shape's own bounds, and so do lines that are thinner than one.
+Box paintedAround(const QRectF& shown, const QSizeF& pixels);
+
+bool lineTouches(const QPointF& from, const QPointF& to, const Box& area);
+
+// A line of closed outlines crosses the line from a point to the right downwards (1), upwards (-1) or not:
+// the sum says how often they go round the point.
+int roundOf(const QPointF& from, const QPointF& to, const QPointF& point);
+
 // A line, and how far from it the paint may lie.
 struct Strip {
     QPointF from;

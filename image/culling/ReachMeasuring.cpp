@@ -8,11 +8,10 @@
 #include <QPainterPath>
 #include <QSvgRenderer>
 #include <algorithm>
-#include <array>
 #include <cmath>
 
-#include "image/PaintProbe.h"
 #include "image/culling/OutlineStrips.h"
+#include "image/culling/ReachProbe.h"
 
 namespace tzsvg {
 namespace {
@@ -27,29 +26,14 @@ constexpr double kMostMagnitude = 1 << 20;
 constexpr double kSmallShape = 1.0 / 256.0;
 constexpr size_t kMostStrips = 1024;
 
-// The lines that stand for a curve are no farther from it than this part of the drawing.
-constexpr double kFineEnough = 1.0 / 2048.0;
-
 constexpr size_t kShapesAtOnce = 4096;
 
-double largestScale(const QTransform& t) {
-    return std::sqrt(t.m11() * t.m11() + t.m12() * t.m12() + t.m21() * t.m21() + t.m22() * t.m22());
-}
-
-// How far from a path its stroke may lie, in the path's own units.
-double strokeRadius(const QPen& pen, bool isOneLine) {
-    const bool hasMiters =
-        !isOneLine && (pen.joinStyle() == Qt::MiterJoin || pen.joinStyle() == Qt::SvgMiterJoin);
-    return pen.widthF() * std::max(1.0, hasMiters ? pen.miterLimit() : 1.0);
-}
-
-class ReachEngine : public ProbeEngine {
+class ReachEngine : public ReachProbe {
   public:
     ReachEngine(const DrawingParts& drawing, const QRectF& area)
-        : drawing_(drawing),
-          reach_(area.topLeft()),
-          side_(std::max(area.width(), area.height())),
-          largest_(kMostMagnitude * side_) {}
+        : ReachProbe(std::max(area.width(), area.height()), kMostMagnitude, kMostStrips),
+          drawing_(drawing),
+          reach_(area.topLeft()) {}
 
     // The markers of the pieces come in order; those of groups come again in each.
     void beginPiece() {
@@ -60,61 +44,15 @@ class ReachEngine : public ProbeEngine {
     void endDrawing() {
         endShape();
         addUnmeasuredBefore(DrawingPart::kRoot);
-        reach_.finish(side_);
+        reach_.finish(side());
     }
 
     bool failed() const { return failed_; }
     PartReach takeReach() { return std::move(reach_); }
 
     void drawPath(const QPainterPath& path) override {
-        if (!takeMarker(path)) add(path, state->brush().style() != Qt::NoBrush);
+        if (!takeMarker(path)) ReachProbe::drawPath(path);
     }
-
-    void drawPolygon(const QPointF* points, int count, PolygonDrawMode mode) override {
-        QPainterPath path;
-        if (count > 0) path.moveTo(points[0]);
-        for (int i = 1; i < count; ++i) path.lineTo(points[i]);
-        if (count > 0 && mode != PolylineMode) path.lineTo(points[0]);
-        add(path, mode != PolylineMode && state->brush().style() != Qt::NoBrush);
-    }
-
-    // The defaults of these leave out what has no extent.
-    void drawRects(const QRectF* rects, int count) override {
-        for (int i = 0; i < count; ++i) {
-            const QRectF& r = rects[i];
-            const std::array<QPointF, 4> corners = {r.topLeft(), r.topRight(), r.bottomRight(),
-                                                    r.bottomLeft()};
-            drawPolygon(corners.data(), static_cast<int>(corners.size()), OddEvenMode);
-        }
-    }
-    void drawEllipse(const QRectF& rect) override {
-        QPainterPath path;
-        path.addEllipse(rect);
-        if (path.isEmpty()) {
-            drawRects(&rect, 1);
-        } else {
-            drawPath(path);
-        }
-    }
-    void drawLines(const QLineF* lines, int count) override {
-        for (int i = 0; i < count; ++i) {
-            const std::array<QPointF, 2> ends = {lines[i].p1(), lines[i].p2()};
-            drawPolygon(ends.data(), static_cast<int>(ends.size()), PolylineMode);
-        }
-    }
-    void drawPoints(const QPointF* points, int count) override {
-        for (int i = 0; i < count; ++i) drawPolygon(points + i, 1, PolylineMode);
-    }
-
-    // No shape is drawn as any of these.
-    void drawPixmap(const QRectF& /*to*/, const QPixmap& /*pixmap*/, const QRectF& /*from*/) override {
-        isUnknown_ = true;
-    }
-    void drawImage(const QRectF& /*to*/, const QImage& /*image*/, const QRectF& /*from*/,
-                   Qt::ImageConversionFlags /*flags*/) override {
-        isUnknown_ = true;
-    }
-    void drawTextItem(const QPointF& /*at*/, const QTextItem& /*text*/) override { isUnknown_ = true; }
 
   private:
     bool takeMarker(const QPainterPath& path) {
@@ -153,7 +91,7 @@ class ReachEngine : public ProbeEngine {
         if (current_ == DrawingPart::kRoot) return;
         if (!shape_.box.isFinite() && shape_.box.left <= shape_.box.right) isUnknown_ = true;
         if (isUnknown_) shape_ = {Box::everywhere(), {}, false};
-        if (shape_.strips.size() > kMostStrips || shape_.box.largerSide() < kSmallShape * side_ ||
+        if (shape_.strips.size() > kMostStrips || shape_.box.largerSide() < kSmallShape * side() ||
             isBox(shape_))
             shape_.strips.clear();
         reach_.add(current_, shape_);
@@ -175,47 +113,13 @@ class ReachEngine : public ProbeEngine {
         }
     }
 
-    bool isMeasurable(const QTransform& t, const QPointF& p) const {
-        return std::abs(t.m11() * p.x()) + std::abs(t.m21() * p.y()) + std::abs(t.dx()) <= largest_ &&
-               std::abs(t.m12() * p.x()) + std::abs(t.m22() * p.y()) + std::abs(t.dy()) <= largest_;
+    void add(const QPainterPath& path, bool fills) override {
+        if (current_ != DrawingPart::kRoot && !isUnknown_) isUnknown_ = !measure(path, fills, shape_);
     }
-
-    void add(const QPainterPath& path, bool fills) {
-        if (current_ == DrawingPart::kRoot || isUnknown_ || path.elementCount() == 0) return;
-        const QTransform& t = state->transform();
-        const QPen& pen = state->pen();
-        const bool strokes = pen.style() != Qt::NoPen && pen.brush().style() != Qt::NoBrush;
-        if (!fills && !strokes) return;
-        const bool hasArea = fills && !isOfLines(path);
-        shape_.isFilled = shape_.isFilled || hasArea;
-        // Widths that stay when the drawing is enlarged. One pixel is what smooth edges take.
-        if (!t.isAffine() || (strokes && pen.isCosmetic() && pen.widthF() > 1.0)) {
-            isUnknown_ = true;
-            return;
-        }
-        const bool isOneLine = path.elementCount() == 2 && path.elementAt(1).isLineTo();
-        const double radius = strokes && !pen.isCosmetic() ? strokeRadius(pen, isOneLine) : 0.0;
-        addBox(path, t, radius);
-        if (!isUnknown_) {
-            const OutlineStrips outline(t, radius * largestScale(t), kFineEnough * side_, kMostStrips);
-            outline.append(path, hasArea, shape_.strips);
-        }
-    }
-
-    void addBox(const QPainterPath& path, const QTransform& t, double radius) {
-        Box box;
-        for (int i = 0; i < path.elementCount(); ++i) box.add(Box::of(QPointF(path.elementAt(i)), radius));
-        for (const QPointF& corner : {QPointF(box.left, box.top), QPointF(box.right, box.top),
-                                      QPointF(box.right, box.bottom), QPointF(box.left, box.bottom)}) {
-            if (!isMeasurable(t, corner)) isUnknown_ = true;
-            shape_.box.add(Box::of(t.map(corner), 0.0));
-        }
-    }
+    void addUnknown() override { isUnknown_ = true; }
 
     const DrawingParts& drawing_;
     PartReach reach_;
-    const double side_;
-    const double largest_;
     double lastMarker_ = -1;
     uint32_t wildBefore_ = 0;  // parts inside a group that is too far out to be measured
     size_t nextShape_ = 0;     // in the drawing's shapes: the first that was not added yet

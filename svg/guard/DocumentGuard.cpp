@@ -71,6 +71,7 @@ class Inspection {
 
     bool stylesWithinLimits() const { return styles_.withinLimits(); }
     bool sawUse() const { return sawUse_; }
+    bool sawText() const { return sawText_; }
 
   private:
     Danger inspectElement(const QXmlStreamReader& reader) {
@@ -79,6 +80,7 @@ class Inspection {
         const auto name = reader.name();
         inStyle_ = inStyle_ || name == QLatin1String("style");
         sawUse_ = sawUse_ || name == QLatin1String("use");
+        sawText_ = sawText_ || name.startsWith(QLatin1String("text"));
         // A gradient takes all stops up to the next gradient, wherever they stand.
         if (name == QLatin1String("linearGradient") || name == QLatin1String("radialGradient")) stops_ = 0;
         if (name == QLatin1String("stop") && ++stops_ > kMaxGradientStops) return Danger::kStops;
@@ -97,6 +99,7 @@ class Inspection {
     int stops_ = 0;              // of the present gradient
     bool inStyle_ = false;
     bool sawUse_ = false;
+    bool sawText_ = false;
 };
 
 // A second reading, for the few documents with uses: IDs are kept for these alone.
@@ -118,13 +121,14 @@ bool usesWithinLimits(const QByteArray& xml) {
     return read.danger == Danger::kNone && uses.withinLimits();
 }
 
-DangerousPlace findDanger(const QByteArray& xml, LinkedFiles& links) {
+DangerousPlace findDanger(const QByteArray& xml, LinkedFiles& links, bool& hasText) {
     if (!withinLimits(decodeDocument(xml))) return {Danger::kText, 0};
     Inspection inspection(links);
     const DangerousPlace found =
         readTokens(xml, [&](QXmlStreamReader::TokenType token, const QXmlStreamReader& reader) {
             return inspection.inspect(token, reader);
         });
+    hasText = inspection.sawText();
     if (found.danger != Danger::kNone) return found;
     if (!inspection.stylesWithinLimits()) return {Danger::kStyles, 0};
     if (inspection.sawUse() && !usesWithinLimits(xml)) return {Danger::kUses, 0};
@@ -147,14 +151,15 @@ std::optional<SafeDocument> inspectDocument(const QString& fileName) {
     const bool compressed = isCompressedName(fileName);
     if (compressed) document.bytes = *xml;
     LinkedFiles links(fileName, compressed);
-    if (findDanger(*xml, links).danger != Danger::kNone) return std::nullopt;
+    if (findDanger(*xml, links, document.hasText).danger != Danger::kNone) return std::nullopt;
     document.linkedFiles = links.files();
     return document;
 }
 
 DangerousPlace findDanger(const QByteArray& xml, const QString& fileName) {
     LinkedFiles links(fileName, isCompressedName(fileName));
-    return findDanger(xml, links);
+    bool hasText = false;
+    return findDanger(xml, links, hasText);
 }
 
 }  // namespace tzsvg

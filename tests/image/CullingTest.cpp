@@ -4,6 +4,7 @@
 
 #include <QLoggingCategory>
 #include <QPainterPath>
+#include <QSvgRenderer>
 #include <algorithm>
 #include <numeric>
 #include <random>
@@ -12,6 +13,7 @@
 #include "bench/exact/TileComparison.h"
 #include "image/culling/CullingRules.h"
 #include "image/culling/DrawingParts.h"
+#include "image/culling/PaintedEdges.h"
 #include "image/culling/ReachMeasuring.h"
 #include "tests/image/ImageFixture.h"
 
@@ -203,6 +205,7 @@ TEST(PartReach, answersAsALookAtEveryShape) {
 TEST_F(CullingTest, noPixelDiffers) {
     QLoggingCategory::setFilterRules(QStringLiteral("qt.svg*=false"));
     uint64_t ofCells = 0;
+    uint64_t ofOneColour = 0;
     for (uint32_t number = 0; number < 24; ++number) {
         write(QByteArray::fromStdString(tzbench::featureDrawing(number)));
         const bool usual = number % 8 == 7;
@@ -211,8 +214,39 @@ TEST_F(CullingTest, noPixelDiffers) {
             usual ? tzsvg::CullingSettings() : tzsvg::CullingSettings{1, 0, 60, 0, SIZE_MAX, 0});
         EXPECT_EQ(compared.different, 0U) << number;
         ofCells += compared.ofCells;
+        ofOneColour += compared.ofOneColour;
     }
     EXPECT_GT(ofCells, 60U);
+    EXPECT_EQ(ofOneColour > 10, QByteArray(qVersion()).startsWith("6.4."));
+}
+
+// Over an edge, at 50, 50.
+TEST_F(CullingTest, areasOfOneColour) {
+    const struct {
+        const char* over;
+        bool isAlike;
+    } cases[] = {
+        {"", false},
+        {"<path d='M-50,0 C0,150 150,150 150,0 z'/>", true},
+        {"<g transform='rotate(20)'><circle cx='50' cy='50' r='50' stroke='red'/></g>", true},
+        {"<circle cx='50' cy='50' r='1.2'/>", false},
+        {"<rect width='99' height='99' opacity='.99'/>", false},
+        {"<rect width='99' height='99' fill-opacity='.99'/>", false},
+        {"<rect width='99' height='99' fill='none' stroke='red'/>", false},
+        {"<rect width='99' height='99' stroke='red' stroke-width='98'/>", false},
+        {"<path d='M0,0 h99 v99 h-99 z M20,20 h50 v50 h-50 z' fill-rule='evenodd'/>", false},
+        {"<path d='M0,0 h99 v99 h-99 z M20,20 h50 v50 h-50 z' fill-rule='nonzero'/>", true},
+        {"<path d='M0,0 h99 v99 h-99 z M20,20 v50 h50 v-50 z' fill-rule='nonzero'/>", false},
+        {"<path d='M70,0 L70,99'/>", false},
+        {"<rect width='99' height='99'/><rect x='9999' width='9' height='9'/>", false},
+    };
+    const bool isTold = QByteArray(qVersion()).startsWith("6.4.");  // as isProvenForRows() has it
+    for (const auto& [over, isAlike] : cases) {
+        QSvgRenderer renderer(svg(QByteArray("<rect width='50' height='200' fill='#0080ff'/>") + over));
+        const tzsvg::PaintedEdges edges(renderer, QRectF(0, 0, 100, 100));
+        EXPECT_EQ(edges.leaveAlike({49, 49, 51, 51}), isAlike && isTold) << over;
+        EXPECT_FALSE(edges.leaveAlike({-2, 198, 0, 202})) << over;
+    }
 }
 
 // A change is noticed by tiles that no renderer of the whole drawing draws.

@@ -169,13 +169,16 @@ TEST_F(GuardTest, dashes) {
     }
 }
 
-TEST_F(GuardTest, linkedFilesAreTold) {
+TEST_F(GuardTest, linkedFilesAndTextAreTold) {
     write("document.svg", image("photo.png"));
     const auto document = inspectDocument(path("document.svg"));
     ASSERT_TRUE(document);
     EXPECT_EQ(document->linkedFiles, QStringList(path("photo.png")));
     write("document.svg", linkedStyles("small.css"));
     EXPECT_EQ(inspectDocument(path("document.svg"))->linkedFiles, QStringList(path("small.css")));
+    EXPECT_FALSE(inspectDocument(path("document.svg"))->hasText);
+    write("document.svg", svg("<g xmlns:s='http://www.w3.org/2000/svg'><s:text/></g>"));
+    EXPECT_TRUE(inspectDocument(path("document.svg"))->hasText);
 }
 
 TEST_F(GuardTest, compressed) {

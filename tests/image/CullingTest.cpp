@@ -242,7 +242,7 @@ TEST_F(CullingTest, areasOfOneColour) {
     };
     const bool isTold = QByteArray(qVersion()).startsWith("6.4.");  // as isProvenForRows() has it
     for (const auto& [over, isAlike] : cases) {
-        QSvgRenderer renderer(svg(QByteArray("<rect width='50' height='200' fill='#0080ff'/>") + over));
+        QSvgRenderer renderer(squareSvg(QByteArray("<rect width='50' height='200' fill='#0080ff'/>") + over));
         const tzsvg::PaintedEdges edges(renderer, QRectF(0, 0, 100, 100));
         EXPECT_EQ(edges.leaveAlike({49, 49, 51, 51}), isAlike && isTold) << over;
         EXPECT_FALSE(edges.leaveAlike({-2, 198, 0, 202})) << over;

@@ -42,13 +42,18 @@ std::string describe(const CheckFinding& finding) {
     return text + finding.text;
 }
 
+std::string hintOf(const CheckFinding& finding) {
+    return finding.remedy.empty() ? std::string() : "; --normalize: " + finding.remedy;
+}
+
 std::string explain(const CheckFinding& finding, const std::string& more) {
     std::string text;
     if (finding.line > 0) {
         text = "line " + std::to_string(finding.line) + ", column " + std::to_string(finding.column) + ": ";
     }
-    text += describe(finding) + more;
-    return finding.remedy.empty() ? text : text + "; --normalize: " + finding.remedy;
+    text += describe(finding);
+    text += more;
+    return text + hintOf(finding);
 }
 
 }  // namespace tzhost

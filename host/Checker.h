@@ -45,7 +45,11 @@ DrawingCheck checkDrawing(const InputFile& file, CheckFor purpose = CheckFor::kS
 // "<path id="a"> d: "1e-5" has an exponent", without the file and the place.
 std::string describe(const CheckFinding& finding);
 
-// The same with the place before it, and behind it `more` and what a normalization would do.
+// "; --normalize: the number is written plainly": what a normalization does about it; empty when it does
+// nothing.
+std::string hintOf(const CheckFinding& finding);
+
+// The description with the place before it, and behind it `more` and the hint.
 std::string explain(const CheckFinding& finding, const std::string& more = {});
 
 }  // namespace tzhost

@@ -7,6 +7,7 @@
 #include <QLoggingCategory>
 #include <QTemporaryDir>
 #include <ctime>
+#include <exception>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -27,7 +28,7 @@ void writeSettled(const QString& fileName, const std::string& text) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
     uint32_t generated = 300;
     uint32_t first = 0;
     uint32_t tiles = 400;
@@ -87,4 +88,7 @@ int main(int argc, char** argv) {
               << " drawings), " << all.ofOneColour << " by a row, " << all.unsteady
               << " that Qt itself draws in two ways, " << all.different << " different\n";
     return all.different == 0 ? 0 : 1;
+} catch (const std::exception& error) {
+    std::cerr << "tiles-equal: " << error.what() << "\n";
+    return 1;
 }

@@ -68,10 +68,10 @@ void printPlain(const std::string& name, const DrawingCheck& check) {
     std::printf("%s: %s\n", file.c_str(), verdict);
     AlikeLines lines(file, [](const std::string& line) { std::printf("%s\n", line.c_str()); });
     for (const CheckFinding& finding : check.findings) {
-        const std::string kind = finding.isRefusal() ? "refused" : finding.kind;
-        const std::string hint = finding.remedy.empty() ? "" : "; --normalize: " + finding.remedy;
-        lines.add(finding.line, finding.column, kind + ": " + describe(finding) + hint,
-                  kind + ": " + finding.code + hint);
+        const std::string kind = (finding.isRefusal() ? "refused" : finding.kind) + ": ";
+        const std::string hint = hintOf(finding);
+        lines.add(finding.line, finding.column, std::string(kind).append(describe(finding)).append(hint),
+                  std::string(kind).append(finding.code).append(hint));
     }
     lines.finish(check.more);
 }

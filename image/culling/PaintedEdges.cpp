@@ -92,8 +92,8 @@ std::optional<QRgb> PaintedEdges::learntColour(const Box& area) const {
 void PaintedEdges::learn(const Box& area, QRgb colour) {
     learntArea_ = area;
     learntColour_ = colour;
-    constexpr double kMostNeighbours = 16.0;  // to each side
-    for (double by = 1.0; by <= kMostNeighbours; by *= 2.0) {
+    constexpr int kMostNeighbours = 16;  // to each side
+    for (int by = 1; by <= kMostNeighbours; by *= 2) {
         const Box larger = area.grown(by * area.largerSide());
         if (!leaveAlike(larger)) return;
         learntArea_ = larger;

@@ -6,14 +6,14 @@
 
 namespace tzhost {
 
-DrawingCheck checkDrawing(const InputFile& file, CheckFor purpose) {
+DrawingCheck checkDrawing(const InputFile& file, Purpose purpose) {
     requireReadable(file);
     requireUtf8Name(file.name(), "open");
     const std::string text = file.isText() ? contentOf(file) : "";
     const NormalizerLibrary& library = NormalizerLibrary::loaded();
     NormalizerResult result(library);
     if (library.check(file.name().c_str(), file.isText() ? text.data() : nullptr, text.size(),
-                      purpose == CheckFor::kImage ? 1 : 0, result.get()) != TZNORMALIZE_OK)
+                      purpose == Purpose::kImage ? 1 : 0, result.get()) != TZNORMALIZE_OK)
         throw OperationError(file.name(), "check", kTzOutOfMemory);
     DrawingCheck check;
     check.json = result.notes();

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "host/Normalizer.h"
 #include "host/io/InputFile.h"
 
 namespace tzhost {
@@ -36,11 +37,8 @@ struct DrawingCheck {
     bool isRefused() const { return !isImported || !isExported; }
 };
 
-// What the drawing is to become.
-enum class CheckFor { kScene, kImage };
-
 // Throws OperationError: steps "open", "load normalizer" and "check". [any thread]
-DrawingCheck checkDrawing(const InputFile& file, CheckFor purpose = CheckFor::kScene);
+DrawingCheck checkDrawing(const InputFile& file, Purpose purpose = Purpose::kScene);
 
 // "<path id="a"> d: "1e-5" has an exponent", without the file and the place.
 std::string describe(const CheckFinding& finding);

@@ -25,8 +25,12 @@ FileState stateOf(const InputFile& file) {
 class Drawing::NormalizedCopy {
   public:
     // The state is taken before the file is read: a change in between is found by the next refresh().
-    explicit NormalizedCopy(const InputFile& file)
-        : file_(file), state_(stateOf(file)), text_(normalizeFile(file)), copy_(text_.document) {
+    NormalizedCopy(const InputFile& file, Purpose purpose)
+        : file_(file),
+          purpose_(purpose),
+          state_(stateOf(file)),
+          text_(normalizeFile(file, purpose)),
+          copy_(text_.document) {
         text_.document = {};
     }
 
@@ -40,20 +44,22 @@ class Drawing::NormalizedCopy {
         const FileState state = stateOf(file_);
         if (state == state_) return;
         state_ = state;
-        tzGate([&] { copy_.replace(normalizeFile(file_).document); });
+        tzGate([&] { copy_.replace(normalizeFile(file_, purpose_).document); });
     }
 
   private:
     const InputFile file_;
+    const Purpose purpose_;
     std::mutex lock_;  // guards the state and the copy's content
     FileState state_;
     NormalizedText text_;
     PrivateFile copy_;
 };
 
-Drawing Drawing::normalized(const InputFile& file) {
+Drawing Drawing::normalized(const InputFile& file, Purpose purpose) {
     Drawing drawing(file);
-    inStep(file.name(), "normalize", [&] { drawing.copy_ = std::make_shared<NormalizedCopy>(file); });
+    inStep(file.name(), "normalize",
+           [&] { drawing.copy_ = std::make_shared<NormalizedCopy>(file, purpose); });
     return drawing;
 }
 

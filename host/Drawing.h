@@ -21,7 +21,7 @@ class Drawing {
 
     // Normalized first. Loaders read a private file in memory, which lives as long as the last copy of this
     // object. Throws what normalizeFile() does. The notes are those of the first time.
-    static Drawing normalized(const InputFile& file);
+    static Drawing normalized(const InputFile& file, Purpose purpose);
 
     const InputFile& file() const { return file_; }
     // For messages: as the user named it.

@@ -20,15 +20,15 @@ namespace {
 
 }  // namespace
 
-NormalizedText normalizeFile(const InputFile& file) {
+NormalizedText normalizeFile(const InputFile& file, Purpose purpose) {
     requireReadable(file);
     requireUtf8Name(file.name(), "open");
     const std::string& name = file.name();
     const std::string text = file.isText() ? contentOf(file) : "";
     const NormalizerLibrary& library = NormalizerLibrary::loaded();
     NormalizerResult result(library);
-    const int code =
-        library.normalize(name.c_str(), file.isText() ? text.data() : nullptr, text.size(), result.get());
+    const int code = library.normalize(name.c_str(), file.isText() ? text.data() : nullptr, text.size(),
+                                       purpose == Purpose::kImage ? 1 : 0, result.get());
     if (code == TZNORMALIZE_FAILED) throw OperationError(name, "normalize", kTzOutOfMemory);
     NormalizedText normalized;
     normalized.notesJson = result.notes();

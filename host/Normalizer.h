@@ -23,6 +23,9 @@ struct NormalizerNote {
     std::string text;
 };
 
+// What a drawing is to become.
+enum class Purpose { kScene, kImage };
+
 struct NormalizedText {
     std::string document;  // UTF-8, one line
     std::vector<NormalizerNote> notes;
@@ -33,6 +36,6 @@ struct NormalizedText {
 // Throws OperationError: steps "open", "load normalizer" and "normalize", whose reason says what is wrong
 // with the drawing and where. Linked pictures are looked for beside the file, those of a text in the current
 // folder. [any thread]
-NormalizedText normalizeFile(const InputFile& file);
+NormalizedText normalizeFile(const InputFile& file, Purpose purpose = Purpose::kScene);
 
 }  // namespace tzhost

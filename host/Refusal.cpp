@@ -23,7 +23,7 @@ bool isOfRecognition(const CheckFinding& reason) {
 
 }  // namespace
 
-OperationError withReason(const OperationError& error, const Drawing& drawing, CheckFor purpose) {
+OperationError withReason(const OperationError& error, const Drawing& drawing, Purpose purpose) {
     if (drawing.normalization() || !isModulesStep(error.step()) || error.result() == kTzCancelled)
         return error;
     try {

@@ -10,11 +10,11 @@ namespace tzhost {
 
 // The error of a step in which a module refused the drawing, with the reason behind it if the check finds
 // one.
-OperationError withReason(const OperationError& error, const Drawing& drawing, CheckFor purpose);
+OperationError withReason(const OperationError& error, const Drawing& drawing, Purpose purpose);
 
 // Has work done with a drawing.
 template <class Work>
-auto explainingRefusal(const Drawing& drawing, CheckFor purpose, Work&& work) {
+auto explainingRefusal(const Drawing& drawing, Purpose purpose, Work&& work) {
     try {
         return work();
     } catch (const OperationError& error) {

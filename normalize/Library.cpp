@@ -26,11 +26,12 @@ bool copyText(std::string_view text, char*& copy, size_t& size) {
 
 constexpr size_t kMostBytes = size_t{1} << 30;
 
-int run(const char* fileName, const void* bytes, size_t size, TzNormalizeResult& result) {
+int run(const char* fileName, const void* bytes, size_t size, PageUnits units, TzNormalizeResult& result) {
     if ((!fileName && !bytes) || (bytes && size > kMostBytes)) return TZNORMALIZE_FAILED;
     const QString name = QString::fromUtf8(fileName);
     const Normalized normalized =
-        bytes ? normalize(QByteArray(static_cast<const char*>(bytes), int(size)), name) : normalizeFile(name);
+        bytes ? normalize(QByteArray(static_cast<const char*>(bytes), int(size)), name, units)
+              : normalizeFile(name, units);
     if (!copyText(notesJson(normalized, name), result.notes, result.notesSize)) return TZNORMALIZE_FAILED;
     if (normalized.refused) return TZNORMALIZE_REFUSED;
     const std::string_view document(normalized.document.constData(), size_t(normalized.document.size()));
@@ -72,10 +73,11 @@ int guarded(TzNormalizeResult* result, Work work) {
 
 #define TZNORMALIZE_EXPORT extern "C" __attribute__((visibility("default")))
 
-TZNORMALIZE_EXPORT int tzNormalize(const char* fileName, const void* bytes, size_t size,
+TZNORMALIZE_EXPORT int tzNormalize(const char* fileName, const void* bytes, size_t size, int asImage,
                                    TzNormalizeResult* result) {
+    const auto units = asImage != 0 ? tznormalize::PageUnits::kWhole : tznormalize::PageUnits::kOwn;
     return tznormalize::guarded(
-        result, [&](TzNormalizeResult& out) { return tznormalize::run(fileName, bytes, size, out); });
+        result, [&](TzNormalizeResult& out) { return tznormalize::run(fileName, bytes, size, units, out); });
 }
 
 TZNORMALIZE_EXPORT int tzCheckDrawing(const char* fileName, const void* bytes, size_t size, int asImage,

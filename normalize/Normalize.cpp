@@ -8,13 +8,13 @@
 
 namespace tznormalize {
 
-Normalized normalize(const QByteArray& bytes, const QString& fileName) {
+Normalized normalize(const QByteArray& bytes, const QString& fileName, PageUnits units) {
     Normalized result;
     SourceDocument source;
     result.refused = source.read(bytes);
     if (result.refused) return result;
     const Cascade styles(source, result.notes);
-    const auto drawing = convertDrawing(source, styles, fileName, result.notes);
+    const auto drawing = convertDrawing(source, styles, fileName, units, result.notes);
     if (!drawing) {
         result.refused = {Refusal::kTooManyElements,
                           QStringLiteral("its references make more than 200,000 elements or 64 MiB of it"), 0,
@@ -25,9 +25,9 @@ Normalized normalize(const QByteArray& bytes, const QString& fileName) {
     return result;
 }
 
-Normalized normalizeFile(const QString& fileName) {
+Normalized normalizeFile(const QString& fileName, PageUnits units) {
     QByteArray bytes;
-    if (tzsvg::readFileBytes(fileName, bytes)) return normalize(bytes, fileName);
+    if (tzsvg::readFileBytes(fileName, bytes)) return normalize(bytes, fileName, units);
     Normalized result;
     result.refused = {Refusal::kUnreadable, QStringLiteral("it cannot be read, or is larger than 1 GiB"), 0,
                       0};

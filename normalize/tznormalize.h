@@ -31,10 +31,12 @@ typedef struct TzNormalizeResult {
 
 /* Rewrites a drawing, plain or gzip-compressed, into the form that survives an import and an export. The
  * drawing is the `size` bytes at `bytes`; when `bytes` is NULL, the file `fileName`. Linked pictures are
- * looked for beside `fileName`; when that is NULL, none is carried. The result is written in any case. */
-typedef int (*TzNormalizeFunction)(const char* fileName, const void* bytes, size_t size,
+ * looked for beside `fileName`; when that is NULL, none is carried. With `asImage` not 0 it is written for
+ * an image, which shows whole units of a page: the page of one that is no whole number of units wide and high
+ * is enlarged by a power of ten. The result is written in any case. */
+typedef int (*TzNormalizeFunction)(const char* fileName, const void* bytes, size_t size, int asImage,
                                    TzNormalizeResult* result);
-int tzNormalize(const char* fileName, const void* bytes, size_t size, TzNormalizeResult* result);
+int tzNormalize(const char* fileName, const void* bytes, size_t size, int asImage, TzNormalizeResult* result);
 
 /* Says of a drawing, named as for tzNormalize(), without changing anything, whether the module takes it as it
  * is, and what of it is refused, dropped or changed. With `asImage` not 0 it is a drawing that was refused as

@@ -52,10 +52,10 @@ TzhStatus tzh_image_open(TzhImage** image, TzhSession* session, const char* file
         auto opened = std::make_unique<TzhImage>();
         opened->state = session->state;
         opened->file = tzh::nameOf(file, "file");
-        const tzhost::Drawing drawing = (flags & TZH_NORMALIZE) != 0
-                                            ? tzhost::Drawing::normalized(opened->file)
-                                            : tzhost::Drawing(opened->file);
-        opened->loaded = tzhost::explainingRefusal(drawing, tzhost::CheckFor::kImage, [&] {
+        const tzhost::Drawing drawing =
+            (flags & TZH_NORMALIZE) != 0 ? tzhost::Drawing::normalized(opened->file, tzhost::Purpose::kImage)
+                                         : tzhost::Drawing(opened->file);
+        opened->loaded = tzhost::explainingRefusal(drawing, tzhost::Purpose::kImage, [&] {
             return tzhost::loadImage(opened->state->session.host, drawing);
         });
         *image = opened.release();

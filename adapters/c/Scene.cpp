@@ -58,9 +58,9 @@ TzhStatus tzh_scene_import(TzhScene** scene, TzhSession* session, const char* fi
         auto made = tzh::makeScene(session);
         tzh::followed(*made->state, callbacks, [&] {
             const tzhost::Drawing drawing = (flags & TZH_NORMALIZE) != 0
-                                                ? tzhost::Drawing::normalized(name)
+                                                ? tzhost::Drawing::normalized(name, tzhost::Purpose::kScene)
                                                 : tzhost::Drawing(tzhost::unpacked(name));
-            tzhost::explainingRefusal(drawing, tzhost::CheckFor::kScene, [&] {
+            tzhost::explainingRefusal(drawing, tzhost::Purpose::kScene, [&] {
                 tzhost::importFile(made->state->session.host, *made->scene, drawing);
             });
             if (drawing.normalization()) made->notes = drawing.normalization()->notesJson;

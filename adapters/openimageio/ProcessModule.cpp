@@ -17,9 +17,10 @@ const tzhost::Session& session() {
 }  // namespace
 
 tzhost::LoadedImage openDrawing(const OpenOptions& options) {
-    const tzhost::Drawing drawing =
-        options.normalize ? tzhost::Drawing::normalized(options.file) : tzhost::Drawing(options.file);
-    return tzhost::explainingRefusal(drawing, tzhost::CheckFor::kImage,
+    const tzhost::Drawing drawing = options.normalize
+                                        ? tzhost::Drawing::normalized(options.file, tzhost::Purpose::kImage)
+                                        : tzhost::Drawing(options.file);
+    return tzhost::explainingRefusal(drawing, tzhost::Purpose::kImage,
                                      [&] { return tzhost::loadImage(session().host, drawing); });
 }
 

@@ -126,7 +126,7 @@ CheckedDrawing lookAt(Host& host, const InputFile& file, const DrawingCheck& che
         drawing.back = roundTrip(host, plain);
     }
     try {
-        const Drawing normalized = Drawing::normalized(file);
+        const Drawing normalized = Drawing::normalized(file, Purpose::kScene);
         drawing.normalized = roundTrip(host, normalized);
         drawing.notes = normalized.normalization()->notes;
     } catch (const OperationError& error) {

@@ -23,8 +23,8 @@ namespace tzhost {
 namespace {
 
 LoadedImage openImage(CommandContext& context, const InputFile& in, const DrawingArguments& arguments) {
-    const Drawing drawing = openDrawing(context.terminal(), in, arguments);
-    return explainingRefusal(drawing, CheckFor::kImage, [&] { return loadImage(context.host(), drawing); });
+    const Drawing drawing = openDrawing(context.terminal(), in, arguments, Purpose::kImage);
+    return explainingRefusal(drawing, Purpose::kImage, [&] { return loadImage(context.host(), drawing); });
 }
 
 // The levels by key, 0 being the coarsest, as the tile interface has them. Both interfaces must agree on
@@ -187,9 +187,9 @@ void runSample(CommandContext& context, const SampleArguments& arguments) {
 void runPyramid(CommandContext& context, const PyramidArguments& arguments) {
     const InputFile in = openInput(arguments.in);
     LogFile log(context.terminal(), arguments.log, in);
-    const Drawing drawing = openDrawing(context.terminal(), in, arguments);
+    const Drawing drawing = openDrawing(context.terminal(), in, arguments, Purpose::kImage);
     const InterruptScope interruptScope;
-    const PyramidSummary summary = explainingRefusal(drawing, CheckFor::kImage, [&] {
+    const PyramidSummary summary = explainingRefusal(drawing, Purpose::kImage, [&] {
         return writePyramid(context.host(), drawing, arguments.out, arguments.options);
     });
     log.commit();

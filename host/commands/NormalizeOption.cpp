@@ -25,11 +25,12 @@ std::string kindOf(const NormalizerNote& note) {
 
 }  // namespace
 
-Drawing openDrawing(Terminal& terminal, const InputFile& in, const DrawingArguments& arguments) {
+Drawing openDrawing(Terminal& terminal, const InputFile& in, const DrawingArguments& arguments,
+                    Purpose purpose) {
     if (!arguments.normalize) return in;
     Drawing drawing = [&] {
         const Progress progress(terminal, "normalizing " + in.name());
-        return Drawing::normalized(in);
+        return Drawing::normalized(in, purpose);
     }();
     tellNotes(terminal, in, *drawing.normalization(), arguments.notes);
     return drawing;

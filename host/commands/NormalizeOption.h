@@ -11,7 +11,8 @@ namespace tzhost {
 
 // The drawing that the command reads, normalized when it was asked for, its notes told. Throws
 // OperationError.
-Drawing openDrawing(Terminal& terminal, const InputFile& in, const DrawingArguments& arguments);
+Drawing openDrawing(Terminal& terminal, const InputFile& in, const DrawingArguments& arguments,
+                    Purpose purpose);
 
 // Prints the notes on stderr, a line each; of many similar ones a few, and the number of the others. All of
 // them go to `notesFile` as JSON, unless that is empty.

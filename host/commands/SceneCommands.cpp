@@ -34,7 +34,8 @@ bool isSceneFile(const InputFile& file) {
 
 // The module reads plain text only. The normalizer unpacks what it is given.
 Drawing openForImport(CommandContext& context, const InputFile& in, const DrawingArguments& arguments) {
-    return openDrawing(context.terminal(), arguments.normalize ? in : unpacked(in), arguments);
+    return openDrawing(context.terminal(), arguments.normalize ? in : unpacked(in), arguments,
+                       Purpose::kScene);
 }
 
 // "a.svg: 171 shapes, 173 polygons, 1624 points, 0.002 s"
@@ -56,7 +57,7 @@ void runImport(CommandContext& context, const ImportArguments& arguments) {
     const InterruptScope interruptScope;
     const ImportOptions options{static_cast<uint64_t>(arguments.cancelAfter)};
     const ImportSummary summary = explainingRefusal(
-        drawing, CheckFor::kScene, [&] { return importFile(context.host(), *scene, drawing, options); });
+        drawing, Purpose::kScene, [&] { return importFile(context.host(), *scene, drawing, options); });
     warnOfSilentLosses(context.terminal(), drawing);
     OutputFile out = openOutput(arguments.out, "write");
     writeScene(*scene, out);
@@ -90,10 +91,10 @@ void runRoundTrip(CommandContext& context, const DrawingArguments& arguments) {
     LogFile log(context.terminal(), arguments.log, in);
     const Drawing drawing = openForImport(context, in, arguments);
     const InterruptScope interruptScope;
-    explainingRefusal(drawing, CheckFor::kScene, [&] { importFile(context.host(), *scene, drawing); });
+    explainingRefusal(drawing, Purpose::kScene, [&] { importFile(context.host(), *scene, drawing); });
     warnOfSilentLosses(context.terminal(), drawing);
     OutputFile out = openOutput(arguments.out, "save");
-    explainingRefusal(drawing, CheckFor::kScene, [&] { exportScene(context.host(), *scene, out); });
+    explainingRefusal(drawing, Purpose::kScene, [&] { exportScene(context.host(), *scene, out); });
     log.commit();
     out.commit();
 }
@@ -108,7 +109,7 @@ void runPreview(CommandContext& context, const PreviewArguments& arguments) {
     } else {
         drawing = openForImport(context, in, arguments);
         const InterruptScope interruptScope;
-        explainingRefusal(drawing, CheckFor::kScene, [&] { importFile(context.host(), *scene, drawing); });
+        explainingRefusal(drawing, Purpose::kScene, [&] { importFile(context.host(), *scene, drawing); });
         warnOfSilentLosses(context.terminal(), drawing);
     }
     log.commit();

@@ -91,6 +91,23 @@ Layout drawnLayout(const SourceDocument& source, const Cascade& styles, const QS
     return {Matrix::translation(-box.left, -box.top), {box.width(), box.height()}};
 }
 
+// Whether what lies behind the point shows on no level of an image.
+bool isWhole(double side) {
+    constexpr double kUnseen = 1e-5;
+    return std::abs(side - std::round(side)) <= kUnseen * side;
+}
+
+double factorOf(const Size& size, double longest, PageUnits units) {
+    double factor = 1.0;
+    while (longest * factor < kSmallestPage) factor *= 10.0;
+    while (longest * factor > kLargestPage) factor /= 10.0;
+    if (units == PageUnits::kOwn) return factor;
+    while (10.0 * longest * factor <= kLargestPage &&
+           !(isWhole(size.width * factor) && isWhole(size.height * factor)))
+        factor *= 10.0;
+    return factor;
+}
+
 // Whether numbers came of it that a drawing can have: a size of "1e308mm" is none.
 bool isSound(const Layout& layout) {
     constexpr double kLargest = 1e12;
@@ -99,15 +116,14 @@ bool isSound(const Layout& layout) {
 
 }  // namespace
 
-Canvas canvasOf(const SourceDocument& source, const Cascade& styles, const QString& fileName) {
+Canvas canvasOf(const SourceDocument& source, const Cascade& styles, const QString& fileName,
+                PageUnits units) {
     const Style style = styles.computed(source.root(), Style(), kUnknownViewport);
     std::optional<Layout> declared = declaredLayout(source, style);
     Layout layout = declared && isSound(*declared) ? *declared : drawnLayout(source, styles, fileName, style);
     if (!isSound(layout)) layout = {Matrix(), {kUnknownViewport.width, kUnknownViewport.height}};
     const double longest = std::max({layout.size.width, layout.size.height, kSmallest});
-    double factor = 1.0;
-    while (longest * factor < kSmallestPage) factor *= 10.0;
-    while (longest * factor > kLargestPage) factor /= 10.0;
+    const double factor = factorOf(layout.size, longest, units);
     const Grid grid = gridFor(longest * factor);
     const double width = std::max(grid.round(layout.size.width * factor), grid.step());
     const double height = std::max(grid.round(layout.size.height * factor), grid.step());

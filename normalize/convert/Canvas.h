@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include "normalize/convert/PageUnits.h"
 #include "normalize/document/SourceDocument.h"
 #include "normalize/geometry/Matrix.h"
 #include "normalize/style/Cascade.h"
@@ -23,6 +24,7 @@ struct Canvas {
 // The page has the units of the view box, so that it is what the author drew on, times a power of ten that
 // brings it to between 10 and 20,000 units. [trap: the export writes six digits, and small numbers with
 // exponents, which cannot come back] A drawing that says no size gets that of all that it draws.
-Canvas canvasOf(const SourceDocument& source, const Cascade& styles, const QString& fileName);
+Canvas canvasOf(const SourceDocument& source, const Cascade& styles, const QString& fileName,
+                PageUnits units);
 
 }  // namespace tznormalize

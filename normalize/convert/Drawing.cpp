@@ -92,8 +92,8 @@ OutputElement assemble(Conversion& conversion, const Canvas& canvas) {
 }  // namespace
 
 std::optional<OutputElement> convertDrawing(const SourceDocument& source, const Cascade& styles,
-                                            const QString& fileName, Notes& notes) {
-    const Canvas canvas = canvasOf(source, styles, fileName);
+                                            const QString& fileName, PageUnits units, Notes& notes) {
+    const Canvas canvas = canvasOf(source, styles, fileName, units);
     const size_t mark = notes.list().size();
     double lift = 0.0;
     for (int pass = 1;; ++pass) {

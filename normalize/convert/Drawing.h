@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "normalize/Notes.h"
+#include "normalize/convert/PageUnits.h"
 #include "normalize/document/SourceDocument.h"
 #include "normalize/style/Cascade.h"
 #include "normalize/write/OutputElement.h"
@@ -14,6 +15,6 @@ namespace tznormalize {
 // The converted drawing as one svg element: the outline of the page, definitions, clip paths, and one group
 // with everything drawn. Nothing when references make too many elements of it (Refusal::kTooManyElements).
 std::optional<OutputElement> convertDrawing(const SourceDocument& source, const Cascade& styles,
-                                            const QString& fileName, Notes& notes);
+                                            const QString& fileName, PageUnits units, Notes& notes);
 
 }  // namespace tznormalize

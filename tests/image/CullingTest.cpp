@@ -32,6 +32,7 @@ QByteArray left(const QByteArray& content, const std::vector<size_t>& places) {
     const auto drawing = DrawingParts::of(squareSvg(content));
     if (!drawing) return "(drawn whole)";
     std::vector<uint32_t> shapes;
+    shapes.reserve(places.size());
     for (const size_t place : places) shapes.push_back(drawing->shapes().at(place));
     const QByteArray text = drawing->text(drawing->with(shapes));
     return text.mid(text.indexOf('>') + 1).chopped(6);

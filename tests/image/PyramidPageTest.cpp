@@ -38,8 +38,9 @@ QImage expected(const QSize& window, const QRectF& drawing, const QColor& desk) 
     image.fill(desk);
     QPainter painter(&image);
     for (int i = 0; i < 4; ++i) {
-        const QPointF corner(drawing.x() + i % 2 * drawing.width() / 2,
-                             drawing.y() + i / 2 * drawing.height() / 2);
+        const QPoint place(i % 2, i / 2);
+        const QPointF corner(drawing.x() + place.x() * drawing.width() / 2,
+                             drawing.y() + place.y() * drawing.height() / 2);
         painter.fillRect(QRectF(corner, drawing.size() / 2), kQuarters[i]);
     }
     return image;

@@ -184,6 +184,22 @@ TEST(Convert, namesAndAttributesOfGroupsStay) {
     EXPECT_EQ(out.find(R"(id="r")"), out.rfind(R"(id="r")")) << out;
 }
 
+// Else it would show 12 x 10 of the units and be larger than the drawing.
+TEST(Convert, imagesHaveWholeUnits) {
+    const auto rootOf = [](const QByteArray& size, PageUnits units) {
+        const QByteArray content =
+            "<svg xmlns='http://www.w3.org/2000/svg' " + size + "><circle r='1'/></svg>";
+        const std::string root = normalize(content, QString(), units).document.toStdString();
+        const size_t at = root.find("width=");
+        return root.substr(at, root.find(" viewBox") - at);
+    };
+    const QByteArray broken = "width='12.75' height='10.5'";
+    EXPECT_EQ(rootOf(broken, PageUnits::kOwn), R"(width="12.75" height="10.5")");
+    EXPECT_EQ(rootOf(broken, PageUnits::kWhole), R"(width="1275" height="1050")");
+    EXPECT_EQ(rootOf("width='12' height='10'", PageUnits::kWhole), R"(width="12" height="10")");
+    EXPECT_EQ(rootOf("viewBox='0 0 1 .3333333333'", PageUnits::kWhole), R"(width="10000" height="3333.3")");
+}
+
 TEST(Convert, hostileDrawingsAreBounded) {
     QByteArray bomb =
         "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'><g id='a0'><path d='M0 0H1'/></g>";

@@ -76,7 +76,7 @@ TEST_F(NormalizeTest, imagesFollowTheDrawing) {
     const auto file = folder_.write("in.svg", square("red"));
     std::string copy;
     {
-        const LoadedImage loaded = loadImage(session.host, Drawing::normalized(file));
+        const LoadedImage loaded = loadImage(session.host, Drawing::normalized(file, Purpose::kImage));
         copy = loaded.drawing.readName();
         EXPECT_TRUE(std::ifstream(copy).good());
         // A tile of another level each time: those that are there are kept.
@@ -99,18 +99,18 @@ TEST_F(NormalizeTest, imagesFollowTheDrawing) {
 
 TEST(LibraryEntry, results) {
     TzNormalizeResult result;
-    EXPECT_EQ(TZNORMALIZE_OK, tzNormalize(nullptr, kDrawing, sizeof kDrawing - 1, &result));
+    EXPECT_EQ(TZNORMALIZE_OK, tzNormalize(nullptr, kDrawing, sizeof kDrawing - 1, 0, &result));
     EXPECT_EQ(result.documentSize, std::strlen(result.document));
     EXPECT_EQ(result.notesSize, std::strlen(result.notes));
     tzNormalizeFree(&result);
     EXPECT_EQ(result.document, nullptr);
-    EXPECT_EQ(TZNORMALIZE_REFUSED, tzNormalize("missing.svg", nullptr, 0, &result));
+    EXPECT_EQ(TZNORMALIZE_REFUSED, tzNormalize("missing.svg", nullptr, 0, 0, &result));
     EXPECT_EQ(result.document, nullptr);
     EXPECT_NE(std::strstr(result.notes, "\"unreadable\""), nullptr);
     tzNormalizeFree(&result);
-    EXPECT_EQ(TZNORMALIZE_FAILED, tzNormalize(nullptr, nullptr, 0, &result));
+    EXPECT_EQ(TZNORMALIZE_FAILED, tzNormalize(nullptr, nullptr, 0, 0, &result));
     EXPECT_EQ(result.notes, nullptr);
-    EXPECT_EQ(TZNORMALIZE_FAILED, tzNormalize("a.svg", nullptr, 0, nullptr));
+    EXPECT_EQ(TZNORMALIZE_FAILED, tzNormalize("a.svg", nullptr, 0, 0, nullptr));
     tzNormalizeFree(nullptr);
 }
 

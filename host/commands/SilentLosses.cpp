@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/Checker.h"
+#include "host/core/OperationError.h"
 #include "host/core/Utf8.h"
 
 namespace tzhost {

@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QLoggingCategory>
 #include <QTemporaryDir>
+#include <cstdio>
 #include <ctime>
 #include <exception>
 #include <iostream>
@@ -89,6 +90,8 @@ int main(int argc, char** argv) try {
               << " that Qt itself draws in two ways, " << all.different << " different\n";
     return all.different == 0 ? 0 : 1;
 } catch (const std::exception& error) {
-    std::cerr << "tiles-equal: " << error.what() << "\n";
+    std::fprintf(stderr, "tiles-equal: %s\n", error.what());
+    return 1;
+} catch (...) {
     return 1;
 }

@@ -10,7 +10,7 @@ function(run)
         message(FATAL_ERROR "${ARGN}: exit status ${status}\n${output}")
     endif()
 endfunction()
-run(${CMAKE_COMMAND} -S hostsdk -B build -DCMAKE_CXX_COMPILER=${COMPILER} -DCMAKE_INSTALL_PREFIX=${FOLDER}/first
+run(${CMAKE_COMMAND} -G Ninja -S hostsdk -B build -DCMAKE_CXX_COMPILER=${COMPILER} -DCMAKE_INSTALL_PREFIX=${FOLDER}/first
     -DCMAKE_INSTALL_LIBDIR=lib/multi/arch)
 run(${CMAKE_COMMAND} --build build)
 run(${CMAKE_COMMAND} --install build)

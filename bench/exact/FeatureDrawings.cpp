@@ -1,14 +1,15 @@
 #include "bench/exact/FeatureDrawings.h"
 
 #include <array>
-#include <cstdio>
+
+#include "bench/exact/RandomGeometry.h"
 
 namespace tzbench {
 namespace {
 
-class Drawing {
+class Drawing : RandomGeometry {
   public:
-    explicit Drawing(uint32_t number) : state_(number * 2654435769U + 1) {}
+    explicit Drawing(uint32_t number) : RandomGeometry(number) {}
 
     std::string make() {
         static constexpr std::array<double, 6> kSides = {16, 24, 100, 256, 1000, 12345};
@@ -34,50 +35,7 @@ class Drawing {
     }
 
   private:
-    // ---- Numbers --------------------------------------------------------------------------------
-
-    uint32_t below(uint32_t bound) {
-        state_ = state_ * 6364136223846793005U + 1442695040888963407U;
-        return static_cast<uint32_t>(state_ >> 33U) % bound;
-    }
-    bool chance(uint32_t oneIn) { return below(oneIn) == 0; }
-    double unit() { return below(1U << 20U) / static_cast<double>(1U << 20U); }
-
-    double x() { return originX_ + width_ * spread(); }
-    double y() { return originY_ + height_ * spread(); }
-    // Mostly inside, sometimes far outside; now and then on the seams between tiles.
-    double spread() {
-        if (chance(12)) return below(17) / 16.0;
-        if (far_ && chance(10)) return (unit() - 0.5) * 30;
-        return unit() * 1.2 - 0.1;
-    }
-    double size() {
-        const double side = width_ > height_ ? width_ : height_;
-        return side * (chance(40) ? unit() : unit() * unit() * 0.06);
-    }
-
-    // ---- Text -----------------------------------------------------------------------------------
-
     void add(const std::string& text) { text_ += text; }
-    static std::string number(double value) {
-        char buffer[40];
-        std::snprintf(buffer, sizeof buffer, "%.9g", value);
-        return buffer;
-    }
-    static std::string attribute(const char* name, double value) { return attribute(name, number(value)); }
-    static std::string attribute(const char* name, const std::string& value) {
-        return std::string(" ") + name + "=\"" + value + "\"";
-    }
-    std::string pick(std::initializer_list<const char*> of) {
-        return *(of.begin() + below(uint32_t(of.size())));
-    }
-    std::string color() {
-        char buffer[8];
-        std::snprintf(buffer, sizeof buffer, "#%06x", below(1U << 24U));
-        return buffer;
-    }
-    std::string name(const char* kind, uint32_t index) { return kind + std::to_string(index); }
-
     void writeStart() {
         if (entities_)
             add("<?xml version=\"1.0\"?><!DOCTYPE svg [<!ENTITY c \"#c04080\"><!ENTITY ns \"urn:x\">]>\n");
@@ -150,31 +108,6 @@ class Drawing {
         add(out + (isRadial ? "</radialGradient>\n" : "</linearGradient>\n"));
     }
 
-    std::string transform() {
-        std::string out;
-        const uint32_t steps = 1 + below(3);
-        for (uint32_t i = 0; i < steps; ++i) {
-            switch (below(5)) {
-                case 0:
-                    out += "translate(" + number(size() - size()) + "," + number(size() - size()) + ") ";
-                    break;
-                case 1:
-                    out += "scale(" + number(0.5 + unit()) + ") ";
-                    break;
-                case 2:
-                    out += "rotate(" + number(unit() * 360) + " " + number(x()) + " " + number(y()) + ") ";
-                    break;
-                case 3:
-                    out += "skewX(" + number(unit() * 40) + ") ";
-                    break;
-                default:
-                    out += "matrix(1 " + number(unit() * 0.2) + " 0 -1 0 " + number(2 * originY_ + height_) +
-                           ") ";
-            }
-        }
-        return out;
-    }
-
     std::string paint() {
         if (gradients_ > 0 && chance(3)) {
             const std::string id = name("p", below(gradients_ + 1));
@@ -218,51 +151,6 @@ class Drawing {
         if (chance(20))
             out +=
                 attribute("mask", std::string("url(#m0)")) + attribute("marker-mid", std::string("url(#r0)"));
-        return out;
-    }
-
-    std::string points() {
-        std::string out;
-        const uint32_t count = 1 + below(6);
-        const double left = x();
-        const double top = y();
-        for (uint32_t i = 0; i < count; ++i)
-            out += number(left + size() - size()) + "," + number(top + size()) + " ";
-        return out;
-    }
-
-    std::string pathData() {
-        std::string out = "M" + number(x()) + "," + number(y());
-        const uint32_t steps = below(7);
-        const auto step = [&] { return number(size() - size()) + "," + number(size() - size()) + " "; };
-        for (uint32_t i = 0; i < steps; ++i) {
-            switch (below(8)) {
-                case 0:
-                    out += " l" + step();
-                    break;
-                case 1:
-                    out += " h" + number(size()) + "v" + number(size());
-                    break;
-                case 2:
-                    out += " c" + step() + step() + step();
-                    break;
-                case 3:
-                    out += " q" + step() + step();
-                    break;
-                case 4:
-                    out += " a" + number(size()) + "," + number(size()) + " " + number(unit() * 90) + " " +
-                           pick({"0", "1"}) + "," + pick({"0", "1"}) + " " + step();
-                    break;
-                case 5:
-                    out += " z m" + step();
-                    break;
-                case 6:
-                    if (chance(6)) out += " L" + number(x()) + "," + number(y());
-                    break;
-                default:
-                    out += chance(3) ? " z" : " s" + step() + step();
-            }
-        }
         return out;
     }
 
@@ -345,12 +233,7 @@ class Drawing {
         }
     }
 
-    uint64_t state_;
     std::string text_;
-    double width_ = 0;
-    double height_ = 0;
-    double originX_ = 0;
-    double originY_ = 0;
     uint32_t gradients_ = 0;
     bool entities_ = false;
     bool styles_ = false;
@@ -359,7 +242,6 @@ class Drawing {
     bool dashes_ = false;
     bool uses_ = false;
     bool nested_ = false;
-    bool far_ = false;
 };
 
 }  // namespace

@@ -295,9 +295,10 @@ TEST_F(ImageTest, anothersImageServer) {
 // A program's caches let go of images at its very end.
 TEST_F(ImageTest, outlivesStaticObjects) {
     write(drawing("width='300' height='200'"));
-    const auto endWithImage = [&] {
-        lastOfAll = load();
-        std::exit(0);
-    };
-    EXPECT_EXIT(endWithImage(), ::testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(
+        {
+            lastOfAll = load();
+            std::exit(0);
+        },
+        ::testing::ExitedWithCode(0), "");
 }

@@ -25,7 +25,7 @@ LoadedDrawing loadDrawing(const QString& fileName) {
     if (!survey.isWithinLimits) return {};
     // Drawing it has started an animation.
     if (renderer->animated()) renderer = load();
-    return {std::move(renderer), document->linkedFiles, survey.isPlain, document->hasText};
+    return {std::move(renderer), document->linkedFiles, survey.isPlain, document->hasTextOrNested};
 }
 
 // One state of the files that a document is made of.
@@ -63,7 +63,7 @@ struct RendererPool::Version {
     QRectF ownViewBox;
     QRectF area;  // what of the drawing can be seen, in its view box's units
     uint64_t number = 0;
-    bool hasText = false;
+    bool hasTextOrNested = false;
     bool keep = false;                     // whether its renderers may be kept
     std::unique_ptr<CellRenderers> cells;  // when they may
 };
@@ -124,11 +124,11 @@ std::unique_ptr<RendererPool::Loaded> RendererPool::takeIdle() {
 std::unique_ptr<RendererPool::Loaded> RendererPool::load() const {
     auto version = std::make_shared<Version>();
     version->sources.push_back({fileName_, FileStamp::of(fileName_)});
-    auto [renderer, linkedFiles, isPlain, hasText] = loadDrawing(fileName_);
+    auto [renderer, linkedFiles, isPlain, hasTextOrNested] = loadDrawing(fileName_);
     if (!renderer) return nullptr;
     for (const QString& linked : linkedFiles) version->sources.push_back({linked, FileStamp::of(linked)});
     version->ownViewBox = renderer->viewBoxF();
-    version->hasText = hasText;
+    version->hasTextOrNested = hasTextOrNested;
     // An animated document moves on from the moment it is first drawn.
     version->keep = !renderer->animated() && version->isSettled();
     version->area = QRectF(version->ownViewBox.topLeft(), QSizeF(renderer->defaultSize()));
@@ -188,8 +188,9 @@ bool RendererPool::Lease::isPlain() const {
 }
 
 PaintedEdges* RendererPool::Lease::edges(const TileView& view) {
-    // An animated drawing's edges move, and glyphs may be pictures, which have none.
-    if (!isPlain() || loaded_->version->hasText || renderer()->animated()) return nullptr;
+    // An animated drawing's edges move, glyphs may be pictures, which have none, and Qt fits a nested svg to
+    // the size of what it paints on, which is another for a row.
+    if (!isPlain() || loaded_->version->hasTextOrNested || renderer()->animated()) return nullptr;
     // Few larger tiles are of one colour, and to know the edges takes as long as drawing one.
     constexpr double kSmallTile = 1.0 / 8.0;
     const QRectF& area = loaded_->version->area;

@@ -29,9 +29,9 @@ namespace tzsvg {
 
 struct LoadedDrawing {
     std::unique_ptr<QSvgRenderer> renderer;
-    QStringList linkedFiles;  // which the document links to
-    bool isPlain = false;     // PaintSurvey
-    bool hasText = false;     // SafeDocument
+    QStringList linkedFiles;       // which the document links to
+    bool isPlain = false;          // PaintSurvey
+    bool hasTextOrNested = false;  // SafeDocument
 };
 
 // Loads a drawing after the guard has looked at the document; no renderer when the guard refuses it or Qt

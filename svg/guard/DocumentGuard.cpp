@@ -71,7 +71,7 @@ class Inspection {
 
     bool stylesWithinLimits() const { return styles_.withinLimits(); }
     bool sawUse() const { return sawUse_; }
-    bool sawText() const { return sawText_; }
+    bool sawTextOrNested() const { return sawTextOrNested_; }
 
   private:
     Danger inspectElement(const QXmlStreamReader& reader) {
@@ -80,7 +80,8 @@ class Inspection {
         const auto name = reader.name();
         inStyle_ = inStyle_ || name == QLatin1String("style");
         sawUse_ = sawUse_ || name == QLatin1String("use");
-        sawText_ = sawText_ || name.startsWith(QLatin1String("text"));
+        sawTextOrNested_ = sawTextOrNested_ || name.startsWith(QLatin1String("text")) ||
+                           (name == QLatin1String("svg") && open_.size() > 1);
         // A gradient takes all stops up to the next gradient, wherever they stand.
         if (name == QLatin1String("linearGradient") || name == QLatin1String("radialGradient")) stops_ = 0;
         if (name == QLatin1String("stop") && ++stops_ > kMaxGradientStops) return Danger::kStops;
@@ -99,7 +100,7 @@ class Inspection {
     int stops_ = 0;              // of the present gradient
     bool inStyle_ = false;
     bool sawUse_ = false;
-    bool sawText_ = false;
+    bool sawTextOrNested_ = false;
 };
 
 // A second reading, for the few documents with uses: IDs are kept for these alone.
@@ -121,14 +122,14 @@ bool usesWithinLimits(const QByteArray& xml) {
     return read.danger == Danger::kNone && uses.withinLimits();
 }
 
-DangerousPlace findDanger(const QByteArray& xml, LinkedFiles& links, bool& hasText) {
+DangerousPlace findDanger(const QByteArray& xml, LinkedFiles& links, bool& hasTextOrNested) {
     if (!withinLimits(decodeDocument(xml))) return {Danger::kText, 0};
     Inspection inspection(links);
     const DangerousPlace found =
         readTokens(xml, [&](QXmlStreamReader::TokenType token, const QXmlStreamReader& reader) {
             return inspection.inspect(token, reader);
         });
-    hasText = inspection.sawText();
+    hasTextOrNested = inspection.sawTextOrNested();
     if (found.danger != Danger::kNone) return found;
     if (!inspection.stylesWithinLimits()) return {Danger::kStyles, 0};
     if (inspection.sawUse() && !usesWithinLimits(xml)) return {Danger::kUses, 0};
@@ -151,15 +152,15 @@ std::optional<SafeDocument> inspectDocument(const QString& fileName) {
     const bool compressed = isCompressedName(fileName);
     if (compressed) document.bytes = *xml;
     LinkedFiles links(fileName, compressed);
-    if (findDanger(*xml, links, document.hasText).danger != Danger::kNone) return std::nullopt;
+    if (findDanger(*xml, links, document.hasTextOrNested).danger != Danger::kNone) return std::nullopt;
     document.linkedFiles = links.files();
     return document;
 }
 
 DangerousPlace findDanger(const QByteArray& xml, const QString& fileName) {
     LinkedFiles links(fileName, isCompressedName(fileName));
-    bool hasText = false;
-    return findDanger(xml, links, hasText);
+    bool hasTextOrNested = false;
+    return findDanger(xml, links, hasTextOrNested);
 }
 
 }  // namespace tzsvg

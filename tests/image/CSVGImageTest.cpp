@@ -295,10 +295,5 @@ TEST_F(ImageTest, anothersImageServer) {
 // A program's caches let go of images at its very end.
 TEST_F(ImageTest, outlivesStaticObjects) {
     write(drawing("width='300' height='200'"));
-    EXPECT_EXIT(
-        {
-            lastOfAll = load();
-            std::exit(0);
-        },
-        ::testing::ExitedWithCode(0), "");
+    EXPECT_EXIT((lastOfAll = load(), std::exit(0)), ::testing::ExitedWithCode(0), "");
 }

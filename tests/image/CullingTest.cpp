@@ -207,7 +207,8 @@ TEST_F(CullingTest, noPixelDiffers) {
     QLoggingCategory::setFilterRules(QStringLiteral("qt.svg*=false"));
     uint64_t ofCells = 0;
     uint64_t ofOneColour = 0;
-    for (uint32_t number = 0; number < 24; ++number) {
+    for (uint32_t i = 0; i < 25; ++i) {
+        const uint32_t number = i < 24 ? i : 1039;  // nested svg elements, few edges
         write(QByteArray::fromStdString(tzbench::featureDrawing(number)));
         const bool usual = number % 8 == 7;
         const auto compared = tzbench::compareTiles(
@@ -218,7 +219,7 @@ TEST_F(CullingTest, noPixelDiffers) {
         ofOneColour += compared.ofOneColour;
     }
     EXPECT_GT(ofCells, 60U);
-    EXPECT_EQ(ofOneColour > 10, QByteArray(qVersion()).startsWith("6.4."));
+    EXPECT_EQ(ofOneColour > 0, QByteArray(qVersion()).startsWith("6.4."));
 }
 
 // Over an edge, at 50, 50.

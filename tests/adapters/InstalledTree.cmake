@@ -3,13 +3,7 @@
 # it, and the add-on where Blender, if there is one, looks for its own.
 file(REMOVE_RECURSE ${FOLDER})
 file(MAKE_DIRECTORY ${FOLDER})
-function(run)
-    execute_process(COMMAND ${ARGN} WORKING_DIRECTORY ${FOLDER} OUTPUT_VARIABLE output ERROR_VARIABLE output
-                    RESULT_VARIABLE status)
-    if(NOT status EQUAL 0)
-        message(FATAL_ERROR "${ARGN}: exit status ${status}\n${output}")
-    endif()
-endfunction()
+include(${CMAKE_CURRENT_LIST_DIR}/../common/Run.cmake)
 run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${FOLDER}/first)
 set(tree ${FOLDER}/moved)
 file(RENAME ${FOLDER}/first ${tree})

@@ -3,13 +3,7 @@
 # against it with what pkg-config says.
 file(REMOVE_RECURSE ${FOLDER})
 file(COPY ${SDK} DESTINATION ${FOLDER})
-function(run)
-    execute_process(COMMAND ${ARGN} WORKING_DIRECTORY ${FOLDER} OUTPUT_VARIABLE output ERROR_VARIABLE output
-                    RESULT_VARIABLE status)
-    if(NOT status EQUAL 0)
-        message(FATAL_ERROR "${ARGN}: exit status ${status}\n${output}")
-    endif()
-endfunction()
+include(${CMAKE_CURRENT_LIST_DIR}/../common/Run.cmake)
 run(${CMAKE_COMMAND} -G Ninja -S hostsdk -B build -DCMAKE_CXX_COMPILER=${COMPILER} -DCMAKE_INSTALL_PREFIX=${FOLDER}/first
     -DCMAKE_INSTALL_LIBDIR=lib/multi/arch)
 run(${CMAKE_COMMAND} --build build)

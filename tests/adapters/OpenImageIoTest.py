@@ -92,6 +92,11 @@ class OpenImageIo(unittest.TestCase):
         # A file of another kind is offered to all readers; this one must say no by its first bytes.
         self.fails("could not find a format reader", "oiiotool", "--info", written("text.abc", b"words"))
 
+    def test_page_of_broken_size(self):
+        page = written("broken.svg", b'<svg xmlns="http://www.w3.org/2000/svg" width="12.75" height="10.5"><circle r="1"/></svg>')
+        self.assertIn("4096 x 3374", self.works("oiiotool", "--info", page))
+        self.assertIn("4096 x 3414", self.works("oiiotool", "--info", page, TZSVG_OIIO_NORMALIZE="0"))
+
     def test_exported_names(self):
         names = self.works("nm", "-D", "--defined-only", os.path.join(PLUGINS, "svg.imageio.so"))
         self.assertEqual(sorted(line.split()[-1] for line in names.strip().split("\n")),

@@ -70,6 +70,17 @@ TEST_F(NormalizeTest, refusals) {
     EXPECT_EQ((std::vector<std::string>{".err", ".out", "cut.svg", "page.html"}), folder_.names());
 }
 
+// Pages of broken size are enlarged for images alone.
+TEST_F(NormalizeTest, pagesOfBrokenSize) {
+    const std::string page =
+        "<svg xmlns='http://www.w3.org/2000/svg' width='12.75' height='10.5'><circle r='1'/></svg>";
+    folder_.write("in.svg", page);
+    EXPECT_EQ(0, run("image-info in.svg --normalize --json"));
+    EXPECT_NE(folder_.read(".out").find("\"width\": 1275"), std::string::npos) << folder_.read(".out");
+    EXPECT_EQ(0, run("normalize in.svg out.svg"));
+    EXPECT_NE(folder_.read("out.svg").find("width=\"12.75\""), std::string::npos);
+}
+
 // The image goes with the drawing, keeps the last one that can be read, and leaves nothing behind.
 TEST_F(NormalizeTest, imagesFollowTheDrawing) {
     Session session(TZSVG_MODULE);

@@ -1,8 +1,9 @@
 // The format: https://www.w3.org/TR/png-3/
 #include "host/pyramid/PngFile.h"
 
-#include <zlib.h>
+#include <libdeflate.h>
 
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -19,25 +20,26 @@ void appendChunk(std::string& out, std::string_view type, std::string_view conte
     appendNumber(out, static_cast<uint32_t>(content.size()));
     const size_t begin = out.size();
     out.append(type).append(content);
-    const auto* const bytes = reinterpret_cast<const Bytef*>(out.data() + begin);
-    appendNumber(out, static_cast<uint32_t>(crc32_z(0, bytes, out.size() - begin)));
+    appendNumber(out, libdeflate_crc32(0, out.data() + begin, out.size() - begin));
 }
 
 // Every row comes after the number of its filter: none.
 std::string compressedRows(const QImage& rgba) {
-    constexpr uLong kBytesPerPixel = 4;
-    const uLong row = static_cast<uLong>(rgba.width()) * kBytesPerPixel;
-    std::vector<Bytef> rows;
-    rows.reserve((row + 1) * static_cast<uLong>(rgba.height()));
+    constexpr size_t kBytesPerPixel = 4;
+    constexpr int kCompression = 6;  // the usual one; 12 is the most
+    const size_t row = static_cast<size_t>(rgba.width()) * kBytesPerPixel;
+    std::vector<uchar> rows;
+    rows.reserve((row + 1) * static_cast<size_t>(rgba.height()));
     for (int y = 0; y < rgba.height(); ++y) {
         rows.push_back(0);
         rows.insert(rows.end(), rgba.constScanLine(y), rgba.constScanLine(y) + row);
     }
-    uLong size = compressBound(rows.size());
-    std::string compressed(size, '\0');
-    if (compress(reinterpret_cast<Bytef*>(compressed.data()), &size, rows.data(), rows.size()) != Z_OK)
-        throw CTzError(kTzOutOfMemory);
-    compressed.resize(size);
+    const std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)> compressor(
+        libdeflate_alloc_compressor(kCompression), libdeflate_free_compressor);
+    if (!compressor) throw CTzError(kTzOutOfMemory);
+    std::string compressed(libdeflate_zlib_compress_bound(compressor.get(), rows.size()), '\0');
+    compressed.resize(libdeflate_zlib_compress(compressor.get(), rows.data(), rows.size(), compressed.data(),
+                                               compressed.size()));
     return compressed;
 }
 

@@ -111,11 +111,10 @@ QXmlStreamReader::TokenType PlainXmlReader::giveUp() {
 }
 
 QXmlStreamReader::TokenType PlainXmlReader::readDeclaration() {
-    QStringView encoding = u"UTF-8";
     QStringView standalone = u"no";
-    const bool reads = readSetting(u"version", text_) && readSetting(u"encoding", encoding) &&
+    const bool reads = readSetting(u"version", text_) && readSetting(u"encoding", encoding_) &&
                        readSetting(u"standalone", standalone);
-    if (!reads || text_ != u"1.0" || !isEncodingName(encoding)) return giveUp();
+    if (!reads || text_ != u"1.0" || !isEncodingName(encoding_)) return giveUp();
     if (standalone != u"yes" && standalone != u"no") return giveUp();
     skipBlanks();
     return skip(u"?>") ? Token::StartDocument : giveUp();

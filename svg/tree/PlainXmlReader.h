@@ -37,6 +37,7 @@ class PlainXmlReader {
     bool hasError() const { return gaveUp_; }
 
     QStringView documentVersion() const { return text_; }
+    QStringView documentEncoding() const { return encoding_; }  // UTF-8 when none is declared
     QStringView qualifiedName() const { return open_.back(); }
     const std::vector<Attribute>& attributes() const { return attributes_; }
     QStringView text() const { return text_; }
@@ -87,6 +88,7 @@ class PlainXmlReader {
         unescaped_;  // values of the tag's attributes that had references, tabs or line breaks
     QString unescapedText_;
     QStringView text_;
+    QStringView encoding_ = u"UTF-8";
     bool isCharacterData_ = false;
     bool isBlank_ = false;
 };

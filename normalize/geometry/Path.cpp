@@ -66,8 +66,9 @@ bool Path::isClosedPolygon() const {
 }
 
 bool Path::coversArea() const {
-    return verbs_.size() > 2 && std::any_of(points_.begin() + 1, points_.end(),
-                                            [this](const Point& p) { return p != points_.front(); });
+    return (verbs_.size() > 2 || hasCurves()) &&
+           std::any_of(points_.begin() + 1, points_.end(),
+                       [this](const Point& p) { return p != points_.front(); });
 }
 
 void Path::map(const Matrix& matrix) {

@@ -65,7 +65,7 @@ class Path {
     bool isFinite() const;
     bool hasCurves() const;
     bool isClosedPolygon() const;  // one sub-path of lines, closed
-    bool coversArea() const;       // more than two segments, and not all of one point: worth to be filled
+    bool coversArea() const;       // more than a line, and not all of one point: worth to be filled
 
     void map(const Matrix& matrix);
     Path mapped(const Matrix& matrix) const;

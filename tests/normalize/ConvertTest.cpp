@@ -59,6 +59,9 @@ TEST(Convert, looks) {
          "<rect y='30' width='20' height='20' fill='hsl(120,100%,30%)' stroke='teal'/>"
          "<g color='purple'><rect x='30' y='30' width='20' height='20' fill='none' "
          "stroke='currentColor'/></g>"},
+        {"areas of a single curve",
+         "<path d='M10 10C90 10 90 50 10 50' fill='red'/>"
+         "<path d='M10 60Q50 120 90 60' fill='#fc8' stroke='black' stroke-width='4'/>"},
         {"joins and caps where outlines close",
          "<g fill='none' stroke='#000' stroke-width='10'><path d='M10 10H40V40H10Z'/>"
          "<path d='M60 10H90V40H60Z' stroke-linejoin='round'/><path d='M10 60L40 90H10Z' "

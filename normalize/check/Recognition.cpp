@@ -4,6 +4,8 @@
 #include <optional>
 
 #include "normalize/check/CheckedDocument.h"
+#include "normalize/text/Length.h"
+#include "normalize/text/ViewBox.h"
 #include "svg/tree/DocumentLimits.h"
 #include "svg/tree/DocumentText.h"
 #include "svg/tree/XmlReader.h"
@@ -20,6 +22,7 @@ constexpr FindingRule kNotWellFormed{"not-well-formed", ""};
 constexpr FindingRule kLineBreak{"line-break", "everything is written on one line"};
 constexpr FindingRule kLimit{"limit", ""};
 constexpr FindingRule kNoSize{"no-size", ""};
+constexpr FindingRule kSmall{"small", "small pages are written larger"};
 
 bool isCompressed(const QByteArray& bytes) {
     return bytes.startsWith("\x1f\x8b");
@@ -118,6 +121,20 @@ bool addNoDrawing(CheckReport& report, const QByteArray& bytes, const QString& t
     return true;
 }
 
+// Whether an image has no whole pixel to one of its sides; a side that is not said is the view box's.
+bool isUnderAPixel(const SourceElement& root) {
+    constexpr Viewport kNone{0.0, 0.0};
+    constexpr double kFontSize = 16.0;
+    const std::optional<ViewBox> box = readViewBox(root.attribute(Name::kViewBox));
+    const auto isUnder = [&](Name name, Axis axis, double ofBox) {
+        const QStringView text = root.attribute(name);
+        if (text.endsWith(u'%')) return ofBox < 1.0;
+        return readLength(text, axis, kNone, kFontSize).value_or(ofBox) < 1.0;
+    };
+    return isUnder(Name::kWidth, Axis::kHorizontal, box ? box->width : 1.0) ||
+           isUnder(Name::kHeight, Axis::kVertical, box ? box->height : 1.0);
+}
+
 }  // namespace
 
 void addUnreadable(CheckReport& report, const QByteArray& bytes, const QString& text, const QString& joined) {
@@ -146,8 +163,11 @@ void addUnreadableImage(CheckReport& report, const QByteArray& bytes) {
         return;
     }
     const SourceElement& root = source.root();
-    if (root.has(Name::kViewBox) || (root.has(Name::kWidth) && root.has(Name::kHeight))) return;
-    addRefusal(report, kNoSize, QStringLiteral("it says no size, and nothing of a size is drawn"),
+    const bool saysSize = root.has(Name::kViewBox) || (root.has(Name::kWidth) && root.has(Name::kHeight));
+    if (saysSize && !isUnderAPixel(root)) return;
+    addRefusal(report, saysSize ? kSmall : kNoSize,
+               saysSize ? QStringLiteral("it is less than a pixel wide or high")
+                        : QStringLiteral("it says no size, and nothing of a size is drawn"),
                {root.line(), root.column()});
 }
 

@@ -21,6 +21,7 @@ class ImageCommands : public ::testing::Test {
                       "<svg xmlns='http://www.w3.org/2000/svg' width='1' height='1000'><rect width='1' "
                       "height='1000' fill='#ff0000'/></svg>");
         folder_.write("text.svg", "no drawing");
+        folder_.write("thin.svg", "<svg viewBox='0 0 100 0.3' width='10'/>");
     }
 
     int run(const std::string& arguments) { return tzhost::runProgram(folder_, arguments); }

@@ -1,9 +1,8 @@
 // The service ITzImageService: images in the host's memory, as modules fill them.
 #include <algorithm>
-#include <cstring>
 #include <memory>
 
-#include "host/services/PixelMemory.h"
+#include "host/services/PixelStore.h"
 #include "host/services/Services.h"
 #include "hostsdk/CTzPolymorph.h"
 #include "hostsdk/ITzServices.h"
@@ -21,7 +20,7 @@ class HostImage : public HostObject, public ITzImage, public ITzImageWriter {
     TzResult size(TzSize* out) noexcept override {
         return onAnyThread("ITzImage::size", [&] {
             if (!out) throw CTzError(kTzInvalidArgument);
-            *out = size_;
+            *out = pixels_.size();
         });
     }
 
@@ -46,29 +45,22 @@ class HostImage : public HostObject, public ITzImage, public ITzImageWriter {
             if (!pixels) throw CTzError(kTzInvalidArgument);
             if (type != kTzPixelRgbaFloat) throw CTzError(kTzNotSupported);
             requireInside(x, y, rectangle);
-            const size_t rowBytes = size_t{rectangle.width} * kBytesPerPixel;
-            if (byteCount != rowBytes * rectangle.height) throw CTzError(kTzInvalidArgument);
-            const char* source = static_cast<const char*>(pixels);
-            // Full rows are contiguous on both sides: one copy.
-            const uint32_t copies = rectangle.width == size_.width ? 1 : rectangle.height;
-            const size_t bytes = copies == 1 ? static_cast<size_t>(byteCount) : rowBytes;
-            for (uint32_t row = 0; row < copies; ++row, source += rowBytes) {
-                std::memcpy(at(x, y + row), source, bytes);
-            }
+            if (byteCount != uint64_t{rectangle.width} * rectangle.height * kBytesPerPixel)
+                throw CTzError(kTzInvalidArgument);
+            pixels_.write(x, y, rectangle, pixels);
         });
     }
 
   protected:
     HostImage(std::shared_ptr<HostCore> core, TzSize size)
-        : HostObject(std::move(core), "image"),
-          size_(size),
-          pixels_(makePixelMemory(size_t{size.width} * size.height * kBytesPerPixel)) {}
+        : HostObject(std::move(core), "image"), pixels_(size) {}
     ~HostImage() = default;
 
   private:
     void requireInside(uint32_t x, uint32_t y, TzSize rectangle) const {
-        if (x > size_.width || y > size_.height || rectangle.width > size_.width - x ||
-            rectangle.height > size_.height - y) {
+        const TzSize size = pixels_.size();
+        if (x > size.width || y > size.height || rectangle.width > size.width - x ||
+            rectangle.height > size.height - y) {
             throw CTzError(kTzOutOfBounds);
         }
     }
@@ -77,15 +69,10 @@ class HostImage : public HostObject, public ITzImage, public ITzImageWriter {
         if (!out) throw CTzError(kTzInvalidArgument);
         if (type != kTzPixelRgbaFloat) throw CTzError(kTzNotSupported);
         requireInside(x, y, {count, 1});
-        std::memcpy(out, at(x, y), size_t{count} * kBytesPerPixel);
+        pixels_.read(x, y, count, out);
     }
 
-    char* at(uint32_t x, uint32_t y) const {
-        return pixels_.get() + (size_t{y} * size_.width + x) * kBytesPerPixel;
-    }
-
-    const TzSize size_;
-    const std::shared_ptr<char> pixels_;
+    PixelStore pixels_;
 };
 
 class ImageService : public HostObject, public ITzImageService {

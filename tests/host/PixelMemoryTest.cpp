@@ -9,7 +9,7 @@
 #include <random>
 
 TEST(PixelMemory, isZeroedAndNobodyElses) {
-    constexpr size_t kTile = size_t{256} * 256 * 16;
+    constexpr size_t kTile = size_t{256} * 256 * 4;
     std::mt19937 random(5);
     std::map<char, std::shared_ptr<char>> kept;  // by what it is filled with
     char next = 1;

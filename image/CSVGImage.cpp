@@ -56,12 +56,19 @@ CTzUser_Image hostImage(const CTzUser_ImageService& images, const QImage& pixels
         images.createImage({static_cast<uint32_t>(width), static_cast<uint32_t>(pixels.height())}, format);
     const CTzUser_ImageWriter writer(image.pointer().query<ITzImageWriter>());
     if (!writer) throw CTzError(kTzNoInterface);
-    std::vector<float> band(static_cast<size_t>(width) * kBandRows * 4);
+    const auto rowValues = static_cast<size_t>(width) * 4;
+    std::vector<float> band(rowValues * kBandRows);
     for (int y = 0; y < pixels.height(); y += kBandRows) {
         const int rows = std::min(kBandRows, pixels.height() - y);
-        for (int row = 0; row < rows; ++row) {
-            toRgbaFloats(reinterpret_cast<const QRgb*>(pixels.constScanLine(y + row)), width,
-                         band.data() + static_cast<size_t>(row) * static_cast<size_t>(width) * 4);
+        float* values = band.data();
+        for (int row = 0; row < rows; ++row, values += rowValues) {
+            const uchar* const line = pixels.constScanLine(y + row);
+            // Many rows are as the one above.
+            if (row > 0 && std::equal(line, line + rowValues, line - pixels.bytesPerLine())) {
+                std::copy_n(values - rowValues, rowValues, values);
+            } else {
+                toRgbaFloats(reinterpret_cast<const QRgb*>(line), width, values);
+            }
         }
         const TzSize rectangle{static_cast<uint32_t>(width), static_cast<uint32_t>(rows)};
         writer.writeRows(0, static_cast<uint32_t>(y), rectangle, kTzPixelRgbaFloat, band.data(),

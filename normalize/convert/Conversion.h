@@ -189,7 +189,7 @@ struct Target {
     std::optional<Box> box;  // when measured: of all control points, in the space of the result
 
     int depth = 0;           // of groups around
-    int effects = 0;         // how many of these have a mask or a filter, whose result may reach elsewhere
+    int filters = 0;         // how many of these have a filter, whose result may reach elsewhere
     std::vector<Box> clips;  // upright boxes in page space outside of which nothing is seen, innermost last
 
     // Tells of an outline that was written, or would be; `ctm` maps it to the page.

@@ -85,12 +85,16 @@ void keepAttributes(const SourceElement& element, OutputElement& out) {
     }
 }
 
-bool hasGroupEffect(const Conversion& conversion, const Style& style) {
+bool hasFilter(const Conversion& conversion, const Style& style) {
     const QStringView filter = style[Property::kFilter];
     // Functions (blur() and the like) are noted where groups are finished.
     const bool isFunction = filter != u"none" && !readReference(filter).isUrl;
-    return isFunction || leadsTo(conversion, style, Property::kFilter, Tag::kFilter) ||
-           leadsTo(conversion, style, Property::kMask, Tag::kMask) || isBlended(style);
+    return isFunction || leadsTo(conversion, style, Property::kFilter, Tag::kFilter);
+}
+
+bool hasGroupEffect(const Conversion& conversion, const Style& style) {
+    return hasFilter(conversion, style) || leadsTo(conversion, style, Property::kMask, Tag::kMask) ||
+           isBlended(style);
 }
 
 void keepId(const Conversion& conversion, const SourceElement& element, OutputElement& out,
@@ -107,10 +111,11 @@ Group::Group(Conversion& conversion, const SourceElement& element, const Place& 
       target_(target),
       firstPath_(target.paths.size()),
       clipCount_(target.clips.size()),
-      hasEffect_(hasGroupEffect(conversion, place.style)),
+      drawnBefore_(conversion.drawn),
+      hasFilter_(hasFilter(conversion, place.style)),
       isCollecting_(!target.isMeasured && needsBox(place.style)) {
     target.isCollecting += isCollecting_;
-    target.effects += hasEffect_;
+    target.filters += hasFilter_;
     ++target.depth;
     if (!target.isDrawn) return;
     if (const std::optional<Box> box = boxOfClip(conversion, place)) target.clips.push_back(*box);
@@ -124,7 +129,7 @@ Group::Group(Conversion& conversion, const SourceElement& element, const Place& 
 
 Group::~Group() {
     target_.isCollecting -= isCollecting_;
-    target_.effects -= hasEffect_;
+    target_.filters -= hasFilter_;
     --target_.depth;
     target_.clips.resize(clipCount_);
     if (target_.isCollecting == 0) target_.paths.clear();
@@ -194,7 +199,10 @@ void Group::wrapInClip() {
 void Group::finish(OutputElement& out, Names names) {
     if (group_.children().empty()) return;
     if (target_.isClip) return finishInClip(out);
-    if (!setEffects(object_ ? *object_ : PlacedPaths(target_.paths, firstPath_))) return;
+    if (!setEffects(object_ ? *object_ : PlacedPaths(target_.paths, firstPath_))) {
+        conversion_.drawn = drawnBefore_;
+        return;
+    }
     if (clip_) wrapInClip();
     if (target_.isDrawn) {
         if (target_.depth > kDeepestGroup) return out.takeChildren(group_);

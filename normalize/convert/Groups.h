@@ -52,9 +52,13 @@ class Group {
     std::string label_;
     size_t firstPath_ = 0;
     size_t clipCount_ = 0;
-    bool hasEffect_ = false;
+    std::optional<Box> drawnBefore_;  // what was drawn without it
+    bool hasFilter_ = false;
     bool isCollecting_ = false;
 };
+
+// Whether the style has a filter, which may move paint onto the page that was not on it.
+bool hasFilter(const Conversion& conversion, const Style& style);
 
 // Whether the style has what only a group can carry: a mask, a filter or a blend mode.
 bool hasGroupEffect(const Conversion& conversion, const Style& style);

@@ -9,6 +9,7 @@
 #include "normalize/geometry/ShapeOutline.h"
 #include "normalize/geometry/SubPaths.h"
 #include "normalize/paint/ClipPaths.h"
+#include "normalize/paint/Filters.h"
 #include "normalize/paint/Markers.h"
 #include "normalize/text/NumberCursor.h"
 
@@ -102,13 +103,13 @@ class PartWriter {
 };
 
 Parts writeParts(Conversion& conversion, const Path& path, const Place& place, Tag origin, const Look& look,
-                 bool hasEffect, const Target& target) {
+                 bool mayMove, const Target& target) {
     PartWriter writer(conversion, path, place, look);
     const Box box = writer.box();
     Parts parts;
-    parts.isOutOfSight = isOutOfSight(conversion, box, look.reach, hasEffect, target);
+    parts.isOutOfSight = isOutOfSight(conversion, box, look.reach, mayMove, target);
     if (parts.isOutOfSight || !look.isVisible()) return parts;
-    parts = writer.write(origin, limitsFor(conversion, box, look.reach, hasEffect, target));
+    parts = writer.write(origin, limitsFor(conversion, box, look.reach, mayMove, target));
     const auto far = std::remove_if(parts.shapes.begin(), parts.shapes.end(),
                                     [](const WrittenShape& shape) { return isTooFar(shape.box); });
     parts.isTooFar = far != parts.shapes.end();
@@ -206,10 +207,15 @@ void convertShape(Conversion& conversion, const SourceElement& shape, const Plac
     if (!isMarked && isWithinLift(conversion, path, place, target)) return;
     const Look look = resolveLook(conversion, path, place, object);
     if (!look.isVisible() && !isMarked) return;
-    const bool hasEffect = isMarked || hasGroupEffect(conversion, style);
-    Parts parts = writeParts(conversion, path, place, shape.tag(), look, hasEffect, target);
+    const bool isFiltered = hasFilter(conversion, style);
+    if (isFiltered && target.isDrawn && target.filters == 0 && isFilteredOffPage(conversion, place, object)) {
+        Parts nothing;
+        nothing.isOutOfSight = true;
+        return noteParts(conversion, shape, look, nothing);
+    }
+    Parts parts = writeParts(conversion, path, place, shape.tag(), look, isMarked || isFiltered, target);
     noteParts(conversion, shape, look, parts);
-    if (parts.shapes.size() == 1 && !hasEffect) {
+    if (parts.shapes.size() == 1 && !isMarked && !hasGroupEffect(conversion, style)) {
         return finishAlone(conversion, shape, place, object, std::move(parts.shapes.front()), out, target);
     }
     if (parts.shapes.empty() && !isMarked) return;

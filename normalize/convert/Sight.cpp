@@ -14,9 +14,24 @@ namespace {
 // What may reach over the page by this share of its height without being cut off there.
 constexpr double kSlack = 0.002;
 
-// What reaches over the page by more than the first share of its longer side is cut down to the second.
+// What reaches over the page by more than the first share of its longer side, or of that side alone, is cut
+// down to a third of it: the view box of the result is less than twice as large as the page.
 constexpr double kFar = 0.15;
-constexpr double kNear = 0.05;
+constexpr double kFarOfSide = 0.2;
+constexpr double kNear = 1.0 / 3.0;
+
+struct Margins {
+    double beside, above;
+};
+
+Margins marginsOf(const Box& page) {
+    const double most = kFar * std::max(page.width(), page.height());
+    return {std::min(most, kFarOfSide * page.width()), std::min(most, kFarOfSide * page.height())};
+}
+
+Box grownBy(const Box& box, double beside, double above) {
+    return {box.left - beside, box.top - above, box.right + beside, box.bottom + above};
+}
 
 Box rounded(const Box& box, const Grid& grid) {
     return {grid.round(box.left), grid.round(box.top), grid.round(box.right), grid.round(box.bottom)};
@@ -29,29 +44,29 @@ bool contains(const Box& box, const Box& inner) {
 
 }  // namespace
 
-bool isOutOfSight(Conversion& conversion, const Box& box, double reach, bool hasEffect,
-                  const Target& target) {
+bool isOutOfSight(Conversion& conversion, const Box& box, double reach, bool mayMove, const Target& target) {
     if (!target.isDrawn) return false;
     // Rounded as it will be written: a second normalization has to judge alike.
     std::optional<Box> seen = rounded(box, conversion.grid).grownBy(reach);
+    const bool stays = !mayMove && target.filters == 0;
     for (const Box& clip : target.clips) {
         seen = intersection(*seen, clip);
-        if (!seen) return true;
+        if (!seen) return stays;
     }
     const Box& page = conversion.page;
-    if (!hasEffect && target.effects == 0 && !seen->intersects(page)) return true;
+    if (stays && !seen->intersects(page)) return true;
     if (!contains(page.grownBy(kSlack * page.height()), *seen)) conversion.reachesOverPage = true;
     return false;
 }
 
-std::optional<Box> limitsFor(const Conversion& conversion, const Box& box, double reach, bool hasEffect,
+std::optional<Box> limitsFor(const Conversion& conversion, const Box& box, double reach, bool mayMove,
                              const Target& target) {
-    if (!target.isDrawn || hasEffect || target.effects > 0) return std::nullopt;
+    if (!target.isDrawn || mayMove || target.filters > 0) return std::nullopt;
     const Box& page = conversion.page;
-    const double longer = std::max(page.width(), page.height());
-    if (contains(page.grownBy(kFar * longer + reach), box)) return std::nullopt;
+    const Margins far = marginsOf(page);
+    if (contains(grownBy(page, far.beside + reach, far.above + reach), box)) return std::nullopt;
     // Whole numbers, which rounding to the grid leaves alone.
-    const Box near = page.grownBy(kNear * longer + reach);
+    const Box near = grownBy(page, kNear * far.beside + reach, kNear * far.above + reach);
     return Box{std::floor(near.left), std::floor(near.top), std::ceil(near.right), std::ceil(near.bottom)};
 }
 

@@ -7,13 +7,13 @@ namespace tznormalize {
 
 // Whether something drawn cannot be seen, so that it is better left out: it would widen the view box. `box`
 // is that of its points on the page, and its stroke reaches over it by `reach`. Never so in definitions, nor
-// under a mask or filter, whose result may reach elsewhere (`hasEffect`: has one itself). What reaches over
+// under a filter, whose result may reach elsewhere (`mayMove`: has one itself, or markers). What reaches over
 // the page is told the conversion.
-bool isOutOfSight(Conversion& conversion, const Box& box, double reach, bool hasEffect, const Target& target);
+bool isOutOfSight(Conversion& conversion, const Box& box, double reach, bool mayMove, const Target& target);
 
 // The box to cut an area in `box` down to, because it reaches far over the page and would widen the view box
 // of the result; nothing when it does not, or when what it looks like elsewhere matters.
-std::optional<Box> limitsFor(const Conversion& conversion, const Box& box, double reach, bool hasEffect,
+std::optional<Box> limitsFor(const Conversion& conversion, const Box& box, double reach, bool mayMove,
                              const Target& target);
 
 // Whether an outline that stands at `place` cannot matter any more, because all will be converted again: it

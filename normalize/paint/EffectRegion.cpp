@@ -16,8 +16,8 @@ bool isTurned(const Matrix& matrix) {  // otherwise than by quarters
 
 }  // namespace
 
-std::optional<Box> effectRegion(Conversion& conversion, const SourceElement& element, Name units,
-                                const Place& place, const std::optional<Box>& box) {
+std::optional<Box> wholeRegion(const SourceElement& element, Name units, const Place& place,
+                               const std::optional<Box>& box) {
     const QStringView unitsText = element.attribute(units);
     const bool isOfBox = unitsText != u"userSpaceOnUse";
     if (isOfBox && !box) return std::nullopt;
@@ -33,15 +33,20 @@ std::optional<Box> effectRegion(Conversion& conversion, const SourceElement& ele
     const double width = value(Name::kWidth, Axis::kHorizontal, 0.0, unit.width(), 1.2);
     const double height = value(Name::kHeight, Axis::kVertical, 0.0, unit.height(), 1.2);
     if (!(width > 0.0 && height > 0.0)) return std::nullopt;
+    return mapped(Box{x, y, x + width, y + height}, place.ctm);
+}
 
+std::optional<Box> effectRegion(Conversion& conversion, const SourceElement& element, Name units,
+                                const Place& place, const std::optional<Box>& box) {
+    const std::optional<Box> region = wholeRegion(element, units, place, box);
+    if (!region) return std::nullopt;
     if (isTurned(place.ctm) && (element.has(Name::kX) || element.has(Name::kWidth)))
         addNote(conversion, NoteCode::kApproximated, element,
                 QStringLiteral("its region no longer turns with the object"));
-    const Box region = mapped(Box{x, y, x + width, y + height}, place.ctm);
     const Box& page = conversion.page;
     const Box most = {page.left - kMostPages * page.width(), page.top - kMostPages * page.height(),
                       page.right + kMostPages * page.width(), page.bottom + kMostPages * page.height()};
-    const std::optional<Box> seen = intersection(region, most);
+    const std::optional<Box> seen = intersection(*region, most);
     return seen && seen->hasArea() ? seen : std::nullopt;
 }
 

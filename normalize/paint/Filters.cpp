@@ -25,6 +25,15 @@ bool isBent(const Matrix& ctm) {
 
 }  // namespace
 
+bool isFilteredOffPage(const Conversion& conversion, const Place& place, const PlacedPaths& object) {
+    const Reference reference = readReference(place.style[Property::kFilter]);
+    const SourceElement* const filter = reference.isUrl ? conversion.source.byId(reference.id) : nullptr;
+    if (!filter || filter->tag() != Tag::kFilter) return false;
+    const std::optional<Box> region =
+        wholeRegion(*filter, Name::kFilterUnits, place, object.boxIn(place.ctm));
+    return region && !region->intersects(conversion.page);
+}
+
 Effect resolveFilter(Conversion& conversion, const Place& place, const PlacedPaths& object) {
     const QStringView value = place.style[Property::kFilter];
     if (value == u"none" || value.isEmpty()) return {};

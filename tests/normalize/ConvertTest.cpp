@@ -149,6 +149,12 @@ TEST(Convert, pages) {
          "<svg xmlns='http://www.w3.org/2000/svg' width='90' height='90'><g stroke='#000' stroke-width='9' "
          "stroke-dasharray='17,9,5'><path d='M-900 30L900 70' stroke-dashoffset='8'/>"
          "<line x1='20' y1='700' x2='20' y2='40' transform='scale(2)'/></g></svg>"},
+        {"masked and filtered beside the page",
+         "<svg xmlns='http://www.w3.org/2000/svg' width='90' height='90'><mask id='m'><rect width='60' "
+         "height='500' fill='#fff'/></mask><filter id='in' x='-6' width='9'><feOffset dx='-200'/></filter>"
+         "<g mask='url(#m)'><path d='M-400 20H400V60H-400z' fill='#08f'/><circle cx='50' cy='300' "
+         "r='40'/></g>"
+         "<rect x='250' y='30' width='30' height='30' fill='red' filter='url(#in)'/></svg>"},
         {"a root with style",
          "<svg xmlns='http://www.w3.org/2000/svg' width='90' height='90' opacity='.5' fill='#080' "
          "stroke='#000'>"
@@ -164,6 +170,26 @@ TEST(Convert, pages) {
                          "<path d='M0 50H900' stroke='red' stroke-dasharray='3'/></svg>")
                   .find(R"(points="0,0 107,0 107,100 0,100 0,0")"),
               std::string::npos);
+    // Nor a narrow page's, nor what is never seen.
+    const std::string effects =
+        "<mask id='m'><rect width='9' height='9' fill='#fff'/></mask>"
+        "<filter id='f'><feGaussianBlur stdDeviation='2'/></filter><filter id='none'/>";
+    const char* const pageAlone = R"(points="0,0 20,0 20,200 0,200 0,0")";
+    const char* const littleMore = R"(points="-2,0 22,0 22,200 -2,200 -2,0")";
+    const struct {
+        const char* shape;
+        const char* outline;
+    } unseen[] = {
+        {"<path d='M-15 50H34V60H-15z'/>", littleMore},
+        {"<g mask='url(#m)'><path d='M-90 5H90V9z'/><path d='M0 900H9V990z'/></g>", littleMore},
+        {"<path d='M0 900H9V990z' filter='url(#f)'/>", pageAlone},
+        {"<g filter='url(#none)'><path d='M0 900H9V990z'/></g>", pageAlone},
+    };
+    for (const auto& [shape, outline] : unseen) {
+        const std::string drawing = "<svg xmlns='http://www.w3.org/2000/svg' width='20' height='200'>" +
+                                    effects + "<rect width='20' height='200'/>" + shape + "</svg>";
+        EXPECT_NE(normalized(drawing.c_str()).find(outline), std::string::npos) << shape;
+    }
 }
 
 TEST(Convert, namesAndAttributesOfGroupsStay) {

@@ -1,4 +1,4 @@
-// A plain document's elements are looked at by the reader for such, which takes a fifth of the time of Qt's.
+// A plain document's elements are looked at by the reader for such, which takes a third of the time of Qt's.
 // Any other's, and where a danger is seen, by Qt's own on the same bytes, so that no trick of encoding,
 // entity or default attribute shows the renderer another document than the one looked at; before that, a look
 // at the bare text bounds what it costs.

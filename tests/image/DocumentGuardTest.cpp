@@ -19,6 +19,7 @@ namespace {
 struct GuardTest : ::testing::Test {
     GuardTest() {
         write("other.svg", svg("<rect width='9' height='9'/>"));
+        write("\xC3\xA9.svg", svg("<rect width='9' height='9'/>"));
         write("disguised.png", svg("<rect width='9' height='9'/>"));
         write("photo.png", pngBytes());
         QFile::copy(path("other.svg"), path("noending.svg"));
@@ -55,6 +56,11 @@ TEST_F(GuardTest, documents) {
         bool safe;
     } rows[] = {
         {"plain", svg("<rect width='9' height='9'/>"), true},
+        // The name has one letter in UTF-8, and the two of the file's in the encoding that is declared.
+        {"another encoding, declared far on",
+         "<?xml version='1.0'" + QByteArray(300, ' ') + "encoding='ISO-8859-1'?>" +
+             svg("<image width='9' height='9' href='\xC3\xA9.svg'/>"),
+         false},
         {"not XML", "hello", false},
         {"empty", "", false},
         {"cut off", "<svg><g>", false},

@@ -96,6 +96,10 @@ RendererPool::Lease RendererPool::lend(const ViewOf& viewOf) {
     if (!version || !version->cells || !version->isCurrent()) return lend();
     const std::optional<TileView> view = viewOf(version->ownViewBox);
     if (!view) return {*this, nullptr, version->number};
+    if (version->cells->wantsPreparing(*view)) {
+        const Lease whole = lend();
+        if (whole.loaded_ && whole.loaded_->version == version) version->cells->prepare(*whole.renderer());
+    }
     std::optional<CellRenderers::Taken> taken = version->cells->take(*view);
     if (!taken) return lend();
     const uint64_t document = version->number;

@@ -9,7 +9,7 @@ namespace {
 
 class Drawing : RandomGeometry {
   public:
-    explicit Drawing(uint32_t number) : RandomGeometry(number) {}
+    explicit Drawing(uint32_t number) : RandomGeometry(number), isPlain_(number % 5 == 2) {}
 
     std::string make() {
         static constexpr std::array<double, 6> kSides = {16, 24, 100, 256, 1000, 12345};
@@ -26,6 +26,8 @@ class Drawing : RandomGeometry {
         uses_ = chance(3);
         nested_ = chance(8);
         far_ = chance(12);
+        if (isPlain_) texts_ = visibility_ = uses_ = nested_ = false;
+        hides_ = !isPlain_ || chance(4);
         writeStart();
         if (styles_) writeStyles();
         writeDefinitions();
@@ -142,8 +144,8 @@ class Drawing : RandomGeometry {
         if (chance(12)) out += attribute("vector-effect", std::string("non-scaling-stroke"));
         if (chance(8)) out += attribute("fill-rule", pick({"evenodd", "nonzero"}));
         if (chance(12))
-            out += attribute("style", "fill:" + paint() + ";stroke:" + color() +
-                                          ";display:" + pick({"inline", "none", "block"}));
+            out += attribute("style", "fill:" + paint() + ";stroke:" + color() + ";display:" +
+                                          (hides_ ? pick({"inline", "none", "block"}) : "inline"));
         if (styles_ && chance(3)) out += attribute("class", pick({"a", "b", "a b", "c"}));
         if (visibility_ && chance(4)) out += attribute("visibility", pick({"hidden", "visible", "inherit"}));
         if (chance(15)) out += attribute("color", color());
@@ -180,10 +182,11 @@ class Drawing : RandomGeometry {
                 return "<ellipse" + attribute("cx", x()) + attribute("cy", y()) + attribute("rx", size()) +
                        attribute("ry", size()) + out + close("ellipse");
             case 4:
+                if (isPlain_) return "<path" + out + close("path");
                 return line(out) + close("line");
             case 5:
                 // Drawings of dashes and polylines are always drawn whole.
-                return (chance(dashes_ ? 200 : 2) ? "<polyline" : "<polygon") +
+                return (!isPlain_ && chance(dashes_ ? 200 : 2) ? "<polyline" : "<polygon") +
                        attribute("points", points()) + out + "/>\n";
             default:
                 return "<path" + attribute("d", pathData()) + out + close("path");
@@ -201,7 +204,7 @@ class Drawing : RandomGeometry {
     }
 
     void writeGroup(uint32_t depth) {
-        add("<g" + style() + (chance(2) ? attribute("transform", transform()) : "") +
+        add("<g" + style() + (!isPlain_ && chance(2) ? attribute("transform", transform()) : "") +
             (chance(8) ? attribute("id", name("u", below(4))) : "") + ">\n");
         const uint32_t count = below(16);
         for (uint32_t i = 0; i < count; ++i) writeContent(depth);
@@ -222,7 +225,7 @@ class Drawing : RandomGeometry {
         } else if (nested_ && chance(10)) {
             add("<svg" + attribute("viewBox", "0 0 10 10") + "><rect width=\"4\" height=\"3\" fill=\"" +
                 color() + "\"/></svg>\n");
-        } else if (chance(40)) {
+        } else if (!isPlain_ && chance(40)) {
             add("<switch>" + shape("") + shape("") + "</switch><a>" + shape("") + "</a><unknown>" +
                 shape("") + "</unknown>\n");
         } else if (chance(40)) {
@@ -242,6 +245,8 @@ class Drawing : RandomGeometry {
     bool dashes_ = false;
     bool uses_ = false;
     bool nested_ = false;
+    bool hides_ = false;
+    const bool isPlain_;  // nothing but shapes that are filled one after another, nor moved by groups
 };
 
 }  // namespace

@@ -43,12 +43,13 @@ CellRenderers::CellRenderers(std::function<std::optional<QByteArray>()> read, co
 
 CellRenderers::~CellRenderers() = default;
 
-std::optional<CellRenderers::Measured> CellRenderers::measure(const QByteArray& xml) const {
+std::optional<CellRenderers::Measured> CellRenderers::measure(const QByteArray& xml,
+                                                              QSvgRenderer& whole) const {
     std::optional<DrawingParts> drawing = DrawingParts::of(xml);
     if (!drawing || drawing->shapes().size() < settings_.fewestShapes ||
         drawing->always().size() * settings_.worthLoading > drawing->parts().size())
         return std::nullopt;
-    std::optional<PartReach> reach = measureReach(*drawing, area_);
+    std::optional<PartReach> reach = measureReach(*drawing, area_, whole);
     if (!reach) return std::nullopt;
     uint32_t depth = kFirstDepth;
     for (size_t cells = size_t{1} << (2 * depth); drawing->shapes().size() / cells > settings_.fewShapes;
@@ -62,21 +63,28 @@ std::optional<CellRenderers::Measured> CellRenderers::measure(const QByteArray& 
     return Measured{*std::move(drawing), *std::move(reach), depth, worthLoading};
 }
 
-// Nothing when there are no cells, or not yet.
-const CellRenderers::Measured* CellRenderers::measured() {
-    if (!isDone_) {
-        const std::unique_lock held(measuring_, std::try_to_lock);
-        if (!held) return nullptr;
-        if (!isDone_) {
-            if (const std::optional<QByteArray> xml = isProvenRenderer() ? read_() : std::nullopt)
-                measured_ = measure(*xml);
-            isDone_ = true;
-        }
-    }
-    return measured_ ? &*measured_ : nullptr;
+bool CellRenderers::wantsPreparing(const TileView& view) const {
+    return !isDone_ && deepestFor(view) >= kFirstDepth;
+}
+
+void CellRenderers::prepare(QSvgRenderer& whole) {
+    const std::unique_lock held(measuring_, std::try_to_lock);
+    if (!held || isDone_) return;
+    if (const std::optional<QByteArray> xml = isProvenRenderer() ? read_() : std::nullopt)
+        measured_ = measure(*xml, whole);
+    isDone_ = true;
 }
 
 // ---- Cells --------------------------------------------------------------------------------------
+
+// The depth of the smallest cells that a tile may lie in.
+uint32_t CellRenderers::deepestFor(const TileView& view) const {
+    const double tileSide = std::max(view.viewBox.width(), view.viewBox.height());
+    constexpr double kRounding = 1e-6;
+    constexpr double kDeepest = 20.0;
+    const double depth = std::floor(std::log2(side_ / tileSide) + kRounding);
+    return depth > 0.0 ? static_cast<uint32_t>(std::min(kDeepest, depth)) : 0;
+}
 
 CellRenderers::Cell CellRenderers::cellAt(const QPointF& point, uint32_t depth) const {
     const double cells = std::ldexp(1.0, static_cast<int>(depth));
@@ -101,13 +109,9 @@ bool CellRenderers::pays(size_t shapes) const {
 // ---- Renderers ----------------------------------------------------------------------------------
 
 std::optional<CellRenderers::Taken> CellRenderers::take(const TileView& view) {
-    const double tileSide = std::max(view.viewBox.width(), view.viewBox.height());
-    constexpr double kRounding = 1e-6;
-    constexpr double kDeepest = 20.0;
-    const double tileDepth = std::min(kDeepest, std::floor(std::log2(side_ / tileSide) + kRounding));
-    if (!(tileDepth >= kFirstDepth) || !measured()) return std::nullopt;
+    const uint32_t deepest = deepestFor(view);
+    if (deepest < kFirstDepth || !isDone_ || !measured_) return std::nullopt;
 
-    const auto deepest = static_cast<uint32_t>(tileDepth);
     const PartReach& reach = measured_->reach;
     Cell cell = cellAt(view.viewBox.center(), std::min(deepest, measured_->sharedDepth));
     PartReach::Numbers shapes = reach.reaching(boxOf(cell));

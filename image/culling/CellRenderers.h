@@ -4,8 +4,8 @@
 // is left. Where outlines of shapes go round a tile, the tile has a renderer of its own without them. Owned
 // by a RendererPool, for one state of the drawing's file; any thread may ask.
 //
-// Nothing is prepared before a tile is asked for that would gain from it. The first such request measures the
-// drawing (ReachMeasuring.h); threads that come meanwhile draw as if there were no cells.
+// Nothing is prepared before a tile is asked for that would gain from it. Then the drawing is measured
+// (ReachMeasuring.h); threads that come meanwhile draw as if there were no cells.
 #pragma once
 
 #include <QByteArray>
@@ -54,6 +54,13 @@ class CellRenderers {
     CellRenderers(const CellRenderers&) = delete;
     CellRenderers& operator=(const CellRenderers&) = delete;
 
+    // Whether the drawing is yet to be measured, for this tile.
+    bool wantsPreparing(const TileView& view) const;
+
+    // Measures it, unless another thread does. `whole` is a renderer of the whole drawing, whose view box is
+    // changed.
+    void prepare(QSvgRenderer& whole);
+
     // The renderer for a tile, for the caller alone until it is given back; nothing when the whole drawing's
     // is to draw it.
     std::optional<Taken> take(const TileView& view);
@@ -77,9 +84,8 @@ class CellRenderers {
         }
     };
 
-    const Measured* measured();
-    std::optional<Measured> measure(const QByteArray& xml) const;
-
+    std::optional<Measured> measure(const QByteArray& xml, QSvgRenderer& whole) const;
+    uint32_t deepestFor(const TileView& view) const;
     Cell cellAt(const QPointF& point, uint32_t depth) const;
     Box boxOf(const Cell& cell) const;
     bool pays(size_t shapes) const;

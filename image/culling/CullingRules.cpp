@@ -16,6 +16,18 @@ bool isOneOf(std::string_view name, const std::array<std::string_view, N>& names
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
+bool isBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
+
+// The first such character from a place on; the text's size when there is none. find_first_of() takes several
+// times as long for a few characters.
+template <class Is>
+size_t indexOf(std::string_view text, size_t from, Is is) {
+    return static_cast<size_t>(std::find_if(text.begin() + static_cast<ptrdiff_t>(from), text.end(), is) -
+                               text.begin());
+}
+
 bool contains(std::string_view text, std::string_view what) {
     return text.find(what) != std::string_view::npos;
 }
@@ -85,6 +97,12 @@ bool isProvenProlog(std::string_view prolog) {
 }
 
 bool isProvenStyleSheet(std::string_view css) {
+    constexpr std::string_view kOpen = "<![CDATA[";
+    constexpr std::string_view kClose = "]]>";
+    css = css.substr(std::min(css.size(), css.find_first_not_of(kBlanks)));
+    css = css.substr(0, css.find_last_not_of(kBlanks) + 1);
+    if (css.substr(0, kOpen.size()) == kOpen && endsWith(css, kClose))
+        css = css.substr(kOpen.size(), css.size() - kOpen.size() - kClose.size());
     if (contains(css, "visibility") || contains(css, "<!") || contains(css, "]]>")) return false;
     bool inBraces = false;
     for (size_t i = 0; i < css.size(); ++i) {
@@ -120,6 +138,26 @@ bool isShape(std::string_view name) {
     return isOneOf(name, kShapes);
 }
 
+bool isPainted(std::string_view name) {
+    static constexpr std::array<std::string_view, 8> kOthers = {"text",  "textArea", "tspan",     "use",
+                                                                "image", "video",    "animation", "arc"};
+    return isShape(name) || isOneOf(name, kOthers);
+}
+
+bool isPaintedFillFirst(std::string_view name) {
+    return isShape(name) && name != "line" && name != "polyline";
+}
+
+bool isEmptyRect(std::string_view name, std::string_view tag) {
+    if (name != "rect") return false;
+    TagAttributes attributes(tag);
+    while (attributes.next()) {
+        const bool isSize = attributes.name() == "width" || attributes.name() == "height";
+        if (isSize && attributes.value().find_first_not_of("0.") == std::string_view::npos) return true;
+    }
+    return false;
+}
+
 bool staysWithinElement(std::string_view tag) {
     return !contains(tag, "visibility");
 }
@@ -137,17 +175,16 @@ bool isProvenText(std::string_view xml) {
            !(contains(xml, "dasharray") && contains(xml, "<polyline"));
 }
 
-TagAttributes::TagAttributes(std::string_view tag)
-    : rest_(tag.substr(std::min(tag.size(), tag.find_first_of(kBlanks)))) {}
+TagAttributes::TagAttributes(std::string_view tag) : rest_(tag.substr(indexOf(tag, 0, isBlank))) {}
 
 bool TagAttributes::next() {
-    const size_t begin = rest_.find_first_not_of(kBlanks);
+    const size_t begin = indexOf(rest_, 0, [](char c) { return !isBlank(c); });
     const size_t equals = rest_.find('=');
-    if (begin == std::string_view::npos || equals == std::string_view::npos || begin > equals) return false;
+    if (equals == std::string_view::npos || begin > equals) return false;
     name_ = rest_.substr(begin, equals - begin);
-    name_ = name_.substr(0, name_.find_first_of(kBlanks));
-    const size_t open = rest_.find_first_of("\"'", equals);
-    if (open == std::string_view::npos) return false;
+    name_ = name_.substr(0, indexOf(name_, 0, isBlank));
+    const size_t open = indexOf(rest_, equals, [](char c) { return c == '"' || c == '\''; });
+    if (open == rest_.size()) return false;
     const size_t close = rest_.find(rest_[open], open + 1);
     if (close == std::string_view::npos) return false;
     value_ = rest_.substr(open + 1, close - open - 1);
@@ -163,6 +200,10 @@ bool mentionsUrl(std::string_view text) {
     return false;
 }
 
+bool mentionsTransform(std::string_view text) {
+    return contains(text, "transform");
+}
+
 bool isNameCharacter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
            c == '.' || c == ':' || c == '-' || static_cast<unsigned char>(c) >= 0x80;
@@ -170,7 +211,8 @@ bool isNameCharacter(char c) {
 
 std::string_view nameOfTag(std::string_view tag) {
     const size_t begin = tag.substr(0, 2) == "</" ? 2 : 1;
-    return tag.substr(begin, tag.find_first_of(" \t\r\n/>", begin) - begin);
+    const std::string_view name = tag.substr(begin, tag.find_first_of(" \t\r\n/>", begin) - begin);
+    return name.substr(name.find(':') + 1);
 }
 
 }  // namespace tzsvg

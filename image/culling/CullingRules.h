@@ -16,8 +16,8 @@ bool isProvenRenderer();
 // attributes by default, entities with tags in them.
 bool isProvenProlog(std::string_view prolog);
 
-// Whether a style sheet selects elements only by what they and their ancestors are. One that looks at
-// siblings or positions selects others when an element is left out.
+// Whether a style sheet, the text of a `style` element, selects elements only by what they and their
+// ancestors are. One that looks at siblings or positions selects others when an element is left out.
 bool isProvenStyleSheet(std::string_view css);
 
 // Whether an element of that name, anywhere, allows that others are left out: not animations, which move
@@ -26,6 +26,14 @@ bool isProvenElement(std::string_view name);
 
 // Whether the name is that of an element that paints by itself and leaves the painter as it was.
 bool isShape(std::string_view name);
+
+// Whether an element of that name is painted where it stands, and whether Qt begins with a fill, once,
+// whatever the style. It fills polylines only where they are to be, and lines never.
+bool isPainted(std::string_view name);
+bool isPaintedFillFirst(std::string_view name);
+
+// Whether a start tag is that of a rectangle without width or height, which Qt drops. There may be others.
+bool isEmptyRect(std::string_view name, std::string_view tag);
 
 // Whether a start tag says nothing that reaches beyond its element. `visibility` does: an element that is
 // visible makes the groups around it visible, and with them what comes later.
@@ -51,13 +59,20 @@ class TagAttributes {
     std::string_view value_;
 };
 
-// The name of the element that a tag starts or ends.
+// The name of the element that a tag starts or ends, without a prefix: Qt does not look at namespaces.
 std::string_view nameOfTag(std::string_view tag);
+
+// Whether a tag or style sheet may move what it is of.
+bool mentionsTransform(std::string_view text);
 
 // Whether a text may hold a reference of the form url(#id).
 bool mentionsUrl(std::string_view text);
 
 bool isNameCharacter(char c);
+
+inline bool endsWith(std::string_view text, std::string_view end) {
+    return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
+}
 
 // Hands every run of name characters to `use`: whatever brackets, marks and blanks a reference is written
 // with, the ID is one of them.

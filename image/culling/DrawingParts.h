@@ -16,6 +16,7 @@ struct DrawingPart {
         kGroup,  // `g`: there when something in it is
         kDefs,   // `defs`: the same
         kShape,  // an element that may be left out where it paints nothing
+        kEmpty,  // a shape that paints nothing, wherever it is: never there
         kPaint,  // a gradient with an ID: there when something refers to it
         kKept,   // anything else, with all that is in it: always there
     };
@@ -46,6 +47,10 @@ class DrawingParts {
 
     // The indices of the parts of a kind.
     const std::vector<uint32_t>& shapes() const { return shapes_; }
+
+    // Whether nothing is painted but shapes(), each of them, if it is displayed, begun with one fill, seen or
+    // not; and no group moves them.
+    bool isFilledInOrder() const { return isFilledInOrder_; }
 
     // The parts that every smaller drawing has, in order: what is kept, what it refers to, and the groups
     // around them.
@@ -78,6 +83,7 @@ class DrawingParts {
     std::vector<uint32_t> references_;
     std::vector<uint32_t> shapes_;
     std::vector<uint32_t> always_;
+    bool isFilledInOrder_ = false;
 };
 
 }  // namespace tzsvg

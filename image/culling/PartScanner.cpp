@@ -11,15 +11,7 @@
 #include "image/culling/DrawingParts.h"
 
 namespace tzsvg {
-namespace {
-
 using Kind = DrawingPart::Kind;
-
-bool endsWith(std::string_view text, std::string_view end) {
-    return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
-}
-
-}  // namespace
 
 // Reads the text once. What it finds is provisional until finish(): a part that something refers to by its
 // ID is kept as a whole.
@@ -109,19 +101,23 @@ class PartScanner {
         if (name == "style" && !isWhole && !readStyleSheet()) return false;
         if (result_.rootInside_ == 0) return name == "svg" && !isWhole && beginRoot(tag, begin);
         if (depthInPart_ > 0) {
+            if (isPainted(name) && !isInDefs()) isInOrder_ = false;
             const Kind kind = part(size() - 1).kind;
-            const bool fits = kind == Kind::kShape ? depthInPart_ == 1 && (name == "title" || name == "desc")
-                                                   : name == "stop";
+            const bool isShapePart = kind == Kind::kShape || kind == Kind::kEmpty;
+            const bool fits =
+                isShapePart ? depthInPart_ == 1 && (name == "title" || name == "desc") : name == "stop";
             if (!fits) part(size() - 1).kind = Kind::kKept;
             if (!isWhole) ++depthInPart_;
             return readAttributes(tag, size() - 1, false);
         }
         beginPart(name, tag, begin, isWhole);
+        noteOrder(name, tag);
         return readAttributes(tag, size() - 1, true);
     }
 
     bool beginRoot(std::string_view tag, uint32_t begin) {
         result_.rootInside_ = static_cast<uint32_t>(at_);
+        isInOrder_ = !mentionsTransform(tag);
         return isProvenProlog(xml_.substr(0, begin)) && readAttributes(tag, DrawingPart::kRoot, true);
     }
 
@@ -140,12 +136,25 @@ class PartScanner {
         result_.parts_.push_back(made);
     }
 
+    // For DrawingParts::isFilledInOrder().
+    void noteOrder(std::string_view name, std::string_view tag) {
+        if (part(size() - 1).kind == Kind::kShape) {
+            ++shapesMade_;
+            isInOrder_ = isInOrder_ && isPaintedFillFirst(name);
+        } else if (part(size() - 1).kind != Kind::kEmpty && !isInDefs()) {
+            isInOrder_ = isInOrder_ && !isPainted(name) && !mentionsTransform(tag);
+        }
+    }
+
+    bool isInDefs() { return !open_.empty() && part(open_.back()).kind == Kind::kDefs; }
+
     Kind kindOf(std::string_view name, std::string_view tag, bool isWhole) {
         if (!staysWithinElement(tag)) return Kind::kKept;
-        if (!open_.empty() && part(open_.back()).kind == Kind::kDefs)
+        if (isInDefs())
             return name == "linearGradient" || name == "radialGradient" ? Kind::kPaint : Kind::kKept;
         if (name == "g" && !isWhole) return Kind::kGroup;
         if (name == "defs" && !isWhole) return Kind::kDefs;
+        if (isEmptyRect(name, tag)) return Kind::kEmpty;
         return isShape(name) ? Kind::kShape : Kind::kKept;
     }
 
@@ -187,17 +196,10 @@ class PartScanner {
     }
 
     bool readStyleSheet() {
-        const std::string_view css = rest().substr(0, rest().find("</style"));
-        constexpr std::string_view kOpen = "<![CDATA[";
-        constexpr std::string_view kClose = "]]>";
-        const size_t open = css.find(kOpen);
-        const size_t close = css.rfind(kClose);
+        const std::string_view css = rest().substr(0, rest().find("</"));
         if (mentionsUrl(css)) keepsPaints_ = true;
-        if (open == std::string_view::npos || close == std::string_view::npos || close < open)
-            return isProvenStyleSheet(css);
-        return css.substr(0, open).find_first_not_of(" \t\r\n") == std::string_view::npos &&
-               css.substr(close + kClose.size()).find_first_not_of(" \t\r\n") == std::string_view::npos &&
-               isProvenStyleSheet(css.substr(open + kOpen.size(), close - open - kOpen.size()));
+        if (mentionsTransform(css)) isInOrder_ = false;
+        return isProvenStyleSheet(css);
     }
 
     void finish() {
@@ -272,6 +274,8 @@ class PartScanner {
             if (part(i).kind == Kind::kShape) result_.shapes_.push_back(i);
         }
         result_.always_ = result_.with(always_);
+        // A shape that is kept is painted between the others.
+        result_.isFilledInOrder_ = isInOrder_ && shapesMade_ == result_.shapes_.size();
     }
 
     const std::string_view xml_;
@@ -279,6 +283,8 @@ class PartScanner {
     std::vector<uint32_t> open_;  // the groups that have not ended
     uint32_t depthInPart_ = 0;    // elements open inside the last part, itself included
     bool keepsPaints_ = false;
+    bool isInOrder_ = true;
+    size_t shapesMade_ = 0;  // parts that were shapes when they began
     std::unordered_multimap<std::string_view, Claim> claims_;
     std::vector<std::pair<uint32_t, std::string_view>> mentions_;  // by the part that mentions
     std::vector<uint32_t> always_;

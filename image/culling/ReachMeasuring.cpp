@@ -1,7 +1,9 @@
-// Every shape comes after a marker, a path that says by its coordinates which shape comes
-// next. What is painted after it belongs to the shape; what is painted without a marker of its own only makes
-// the reach of the one before larger. A shape whose marker does not come (in a group that is not displayed)
-// counts as reaching everywhere, and so do those that cannot be measured.
+// Most drawings are of such shapes that Qt begins each by filling it once, seen or not: when it fills as
+// often as there are shapes, the nth fill is the nth shape, and the renderer that is loaded anyway tells. Of
+// any other drawing a marked one is loaded: every shape comes after a marker, a path that says by its
+// coordinates which shape comes next. What is painted after it belongs to the shape; what is painted without
+// a marker of its own only makes the reach of the one before larger. A shape whose marker does not come (in a
+// group that is not displayed) counts as reaching everywhere, and so do those that cannot be measured.
 #include "image/culling/ReachMeasuring.h"
 
 #include <QPainter>
@@ -28,12 +30,82 @@ constexpr size_t kMostStrips = 1024;
 
 constexpr size_t kShapesAtOnce = 4096;
 
-class ReachEngine : public ReachProbe {
+// Gathers what is painted shape by shape; which is painted is for the derived classes to say.
+class ShapeProbe : public ReachProbe {
   public:
-    ReachEngine(const DrawingParts& drawing, const QRectF& area)
+    PartReach takeReach() {
+        reach_.finish(side());
+        return std::move(reach_);
+    }
+
+  protected:
+    explicit ShapeProbe(const QRectF& area)
         : ReachProbe(std::max(area.width(), area.height()), kMostMagnitude, kMostStrips),
-          drawing_(drawing),
           reach_(area.topLeft()) {}
+
+    void beginShape(uint32_t part, bool isMeasurable) {
+        current_ = part;
+        isUnknown_ = !isMeasurable;
+    }
+
+    void endShape() {
+        if (current_ == DrawingPart::kRoot) return;
+        if (!shape_.box.isFinite() && shape_.box.left <= shape_.box.right) isUnknown_ = true;
+        if (isUnknown_) shape_ = {Box::everywhere(), {}, false};
+        if (shape_.strips.size() > kMostStrips || shape_.box.largerSide() < kSmallShape * side() ||
+            isBox(shape_))
+            shape_.strips.clear();
+        reach_.add(current_, shape_);
+        shape_ = {};
+        isUnknown_ = false;
+        current_ = DrawingPart::kRoot;
+    }
+
+    void addUnmeasured(uint32_t part) { reach_.add(part, {Box::everywhere(), {}, false}); }
+
+    void add(const QPainterPath& path, bool fills) override {
+        if (current_ != DrawingPart::kRoot && !isUnknown_) isUnknown_ = !measure(path, fills, shape_);
+    }
+    void addUnknown() override { isUnknown_ = true; }
+
+  private:
+    PartReach reach_;
+    uint32_t current_ = DrawingPart::kRoot;  // the shape that is being drawn
+    Reach shape_;
+    bool isUnknown_ = false;
+};
+
+// Of a drawing whose shapes are filled one after another (DrawingParts::isFilledInOrder()).
+class OrderedProbe : public ShapeProbe {
+  public:
+    OrderedProbe(const std::vector<uint32_t>& shapes, const QRectF& area)
+        : ShapeProbe(area), shapes_(shapes) {}
+
+    // Whether each shape was seen: one that is not displayed is not filled, and those after it cannot be
+    // told.
+    bool endDrawing() {
+        endShape();
+        return filled_ == shapes_.size();
+    }
+
+  private:
+    void add(const QPainterPath& path, bool fills) override {
+        if (state->pen().style() == Qt::NoPen) {  // not of a stroke
+            endShape();
+            if (filled_ < shapes_.size()) beginShape(shapes_[filled_], true);
+            ++filled_;
+        }
+        ShapeProbe::add(path, fills);
+    }
+
+    const std::vector<uint32_t>& shapes_;
+    size_t filled_ = 0;
+};
+
+// Of a marked drawing.
+class MarkedProbe : public ShapeProbe {
+  public:
+    MarkedProbe(const DrawingParts& drawing, const QRectF& area) : ShapeProbe(area), drawing_(drawing) {}
 
     // The markers of the pieces come in order; those of groups come again in each.
     void beginPiece() {
@@ -44,11 +116,9 @@ class ReachEngine : public ReachProbe {
     void endDrawing() {
         endShape();
         addUnmeasuredBefore(DrawingPart::kRoot);
-        reach_.finish(side());
     }
 
     bool failed() const { return failed_; }
-    PartReach takeReach() { return std::move(reach_); }
 
     void drawPath(const QPainterPath& path) override {
         if (!takeMarker(path)) ReachProbe::drawPath(path);
@@ -83,28 +153,14 @@ class ReachEngine : public ReachProbe {
             return;
         }
         addUnmeasuredBefore(part);
-        current_ = part;
-        isUnknown_ = !isTame || part < wildBefore_;
-    }
-
-    void endShape() {
-        if (current_ == DrawingPart::kRoot) return;
-        if (!shape_.box.isFinite() && shape_.box.left <= shape_.box.right) isUnknown_ = true;
-        if (isUnknown_) shape_ = {Box::everywhere(), {}, false};
-        if (shape_.strips.size() > kMostStrips || shape_.box.largerSide() < kSmallShape * side() ||
-            isBox(shape_))
-            shape_.strips.clear();
-        reach_.add(current_, shape_);
-        shape_ = {};
-        isUnknown_ = false;
-        current_ = DrawingPart::kRoot;
+        beginShape(part, isTame && part >= wildBefore_);
     }
 
     // The shapes up to a part, that part included, that no marker was seen of.
     void addUnmeasuredBefore(uint32_t part) {
         const std::vector<uint32_t>& shapes = drawing_.shapes();
         for (; nextShape_ < shapes.size() && shapes[nextShape_] < part; ++nextShape_)
-            reach_.add(shapes[nextShape_], {Box::everywhere(), {}, false});
+            addUnmeasured(shapes[nextShape_]);
         if (nextShape_ >= shapes.size()) return;
         if (shapes[nextShape_] == part) {
             ++nextShape_;
@@ -113,30 +169,32 @@ class ReachEngine : public ReachProbe {
         }
     }
 
-    void add(const QPainterPath& path, bool fills) override {
-        if (current_ != DrawingPart::kRoot && !isUnknown_) isUnknown_ = !measure(path, fills, shape_);
-    }
-    void addUnknown() override { isUnknown_ = true; }
-
     const DrawingParts& drawing_;
-    PartReach reach_;
     double lastMarker_ = -1;
     uint32_t wildBefore_ = 0;  // parts inside a group that is too far out to be measured
     size_t nextShape_ = 0;     // in the drawing's shapes: the first that was not added yet
     bool failed_ = false;
-
-    uint32_t current_ = DrawingPart::kRoot;  // the shape that is being drawn
-    Reach shape_;
-    bool isUnknown_ = false;
 };
 
-}  // namespace
+// One unit a pixel: what the probe is told is in the root's units.
+void draw(QSvgRenderer& renderer, const QRectF& area, ProbeEngine& probe) {
+    ProbeDevice device(QSize(1, 1), probe);
+    QPainter painter(&device);
+    renderer.setViewBox(area);
+    renderer.render(&painter, area);
+    painter.end();
+}
 
-std::optional<PartReach> measureReach(const DrawingParts& drawing, const QRectF& area) {
-    const double side = std::max(area.width(), area.height());
-    if (std::max(std::abs(area.x()), std::abs(area.y())) > kMostMagnitude * side) return std::nullopt;
-    ReachEngine engine(drawing, area);
-    ProbeDevice device(QSize(1, 1), engine);
+std::optional<PartReach> measureInOrder(const DrawingParts& drawing, const QRectF& area,
+                                        QSvgRenderer& whole) {
+    OrderedProbe probe(drawing.shapes(), area);
+    draw(whole, area, probe);
+    if (!probe.endDrawing()) return std::nullopt;
+    return probe.takeReach();
+}
+
+std::optional<PartReach> measureMarked(const DrawingParts& drawing, const QRectF& area) {
+    MarkedProbe probe(drawing, area);
     const std::vector<uint32_t>& shapes = drawing.shapes();
     for (size_t i = 0; i < shapes.size(); i += kShapesAtOnce) {
         const auto end = shapes.begin() + static_cast<ptrdiff_t>(std::min(i + kShapesAtOnce, shapes.size()));
@@ -144,16 +202,23 @@ std::optional<PartReach> measureReach(const DrawingParts& drawing, const QRectF&
         if (!renderer.load(
                 drawing.text(drawing.with({shapes.begin() + static_cast<ptrdiff_t>(i), end}), true)))
             return std::nullopt;
-        engine.beginPiece();
-        QPainter painter(&device);
-        renderer.setViewBox(area);
-        renderer.render(&painter, area);  // one unit a pixel: what the probe is told is in the root's units
-        painter.end();
-        if (engine.failed()) return std::nullopt;
+        probe.beginPiece();
+        draw(renderer, area, probe);
+        if (probe.failed()) return std::nullopt;
     }
-    engine.endDrawing();
-    if (engine.failed()) return std::nullopt;
-    return engine.takeReach();
+    probe.endDrawing();
+    if (probe.failed()) return std::nullopt;
+    return probe.takeReach();
+}
+
+}  // namespace
+
+std::optional<PartReach> measureReach(const DrawingParts& drawing, const QRectF& area, QSvgRenderer& whole) {
+    const double side = std::max(area.width(), area.height());
+    if (std::max(std::abs(area.x()), std::abs(area.y())) > kMostMagnitude * side) return std::nullopt;
+    std::optional<PartReach> reach;
+    if (drawing.isFilledInOrder()) reach = measureInOrder(drawing, area, whole);
+    return reach ? std::move(reach) : measureMarked(drawing, area);
 }
 
 }  // namespace tzsvg

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QRectF>
+#include <QSvgRenderer>
 #include <optional>
 
 #include "image/culling/DrawingParts.h"
@@ -10,8 +11,9 @@
 
 namespace tzsvg {
 
-// `area`: the drawing's view box, as far as it can be seen. Nothing when the drawing cannot be measured.
-// Loads a piece of the drawing at a time, so that no second whole one is in memory.
-std::optional<PartReach> measureReach(const DrawingParts& drawing, const QRectF& area);
+// `area`: the drawing's view box, as far as it can be seen; `whole`: a renderer of the whole drawing, whose
+// view box is changed. Nothing when the drawing cannot be measured. What else has to be loaded is loaded a
+// piece at a time, so that no second whole drawing is in memory.
+std::optional<PartReach> measureReach(const DrawingParts& drawing, const QRectF& area, QSvgRenderer& whole);
 
 }  // namespace tzsvg

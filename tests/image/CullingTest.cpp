@@ -91,6 +91,9 @@ TEST(DrawingParts, isNotOfDrawingsWhoseElementsDependOnEachOther) {
         squareSvg("<style>@media all { a { fill: red } }</style><rect/>"),
         squareSvg("<style>\\72 ect { fill: red }</style><rect/>"),
         squareSvg("<rect><animate/></rect>"),
+        squareSvg("<rect><s:animate/></rect>"),
+        squareSvg("<s:image href='a.png'/><rect/>"),
+        squareSvg("<s:style>rect + path { fill: red }</s:style><rect/>"),
         squareSvg("<set/><rect/>"),
         squareSvg("<image href='a.png'/><rect/>"),
         squareSvg("<rect comp-op='src-in'/>"),
@@ -109,7 +112,40 @@ TEST(DrawingParts, isNotOfDrawingsWhoseElementsDependOnEachOther) {
                                            "[<!ENTITY n \"urn:x\">]><!-- a -->")));
 }
 
-// Each shape is at x 50, y 50; what it reaches is asked for at two points.
+// Documents whose shapes Qt fills one after another need no markers to be measured.
+TEST(DrawingParts, tellsWhetherShapesAreFilledInOrder) {
+    const struct {
+        const char* content;
+        bool isInOrder;
+    } cases[] = {
+        {"<g><rect width='9' height='9'/><path/></g><circle/><ellipse/><polygon/>", true},
+        {"<rect width='0' height='9'/><rect width='9' height='0.0'><title>t</title></rect><path/>", true},
+        {"<style>a { fill: red }</style><metadata><x/></metadata><g/><path transform='scale(2)'/>", true},
+        {"<defs><clipPath id='c'><path/></clipPath><linearGradient id='a' gradientTransform='scale(2)'/>"
+         "</defs><path/>",
+         true},
+        {"<path/><line/>", false},
+        {"<path/><polyline/>", false},
+        {"<path/><text>a</text>", false},
+        {"<path/><s:text>a</s:text>", false},
+        {"<path/><path visibility='hidden'/>", false},
+        {"<path/><path id='a'/><path fill='url(#a)'/>", false},
+        {"<path/><clipPath><path/></clipPath>", false},
+        {"<path><path/></path>", false},
+        {"<path/><switch><path/></switch>", false},
+        {"<g transform='scale(2)'><path/></g>", false},
+        {"<g style='transform:scale(2)'><path/></g>", false},
+        {"<style>g { transform: scale(2) }</style><g><path/></g>", false},
+    };
+    for (const auto& [content, isInOrder] : cases) {
+        const auto drawing = DrawingParts::of(squareSvg(content));
+        ASSERT_TRUE(drawing) << content;
+        EXPECT_EQ(drawing->isFilledInOrder(), isInOrder) << content;
+    }
+}
+
+// Each shape is at x 50, y 50; what it reaches is asked for at a point, among other shapes, which are filled
+// in order or, with a line, are not.
 TEST_F(CullingTest, measuresWhatIsPainted) {
     const struct {
         const char* shape;
@@ -143,13 +179,21 @@ TEST_F(CullingTest, measuresWhatIsPainted) {
         {"<circle cx='50' cy='50' r='1000' fill='none' stroke='red'/>", 20, false},
         {"<circle cx='50' cy='50' r='1000' fill='red'/>", 20, true},
     };
+    const char kOthers[] = "<path d=''/><rect x='1e3' width='1' height='1'/><rect width='0' height='1'/>";
     for (const auto& test : cases) {
-        const auto drawing = DrawingParts::of(squareSvg(test.shape));
-        ASSERT_TRUE(drawing) << test.shape;
-        const auto reach = measureReach(*drawing, QRectF(0, 0, 100, 100));
-        ASSERT_TRUE(reach) << test.shape;
-        EXPECT_EQ(!reach->reaching(Box::of(QPointF(50 - test.distance, 50), 0.1)).empty(), test.reached)
-            << test.shape << " at " << test.distance;
+        for (const char* const line : {"", "<line x1='1e3' x2='1e3'/>"}) {
+            const QByteArray content = kOthers + QByteArray(test.shape) + line;
+            const auto drawing = DrawingParts::of(squareSvg(content));
+            ASSERT_TRUE(drawing) << test.shape;
+            QSvgRenderer whole(squareSvg(content));
+            const auto reach = measureReach(*drawing, QRectF(0, 0, 100, 100), whole);
+            ASSERT_TRUE(reach) << test.shape;
+            const auto found = reach->reaching(Box::of(QPointF(50 - test.distance, 50), 0.1));
+            ASSERT_EQ(found.size(), test.reached ? 1U : 0U) << test.shape << " at " << test.distance;
+            if (test.reached) {
+                EXPECT_EQ(reach->partsOf(found).front(), drawing->shapes().at(2));
+            }
+        }
     }
 }
 

@@ -1,26 +1,12 @@
 #include "host/Drawing.h"
 
-#include <sys/stat.h>
-
 #include <mutex>
-#include <tuple>
 
 #include "host/core/OperationError.h"
+#include "host/io/FileState.h"
 #include "host/io/PrivateFile.h"
 
 namespace tzhost {
-namespace {
-
-// What differs when the file has changed; all zero when it does not exist.
-using FileState = std::tuple<uint64_t, int64_t, int64_t, int64_t>;
-
-FileState stateOf(const InputFile& file) {
-    struct stat status {};
-    if (stat(file.readName().c_str(), &status) != 0) return {};
-    return {status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
-}
-
-}  // namespace
 
 class Drawing::NormalizedCopy {
   public:
@@ -28,7 +14,7 @@ class Drawing::NormalizedCopy {
     NormalizedCopy(const InputFile& file, Purpose purpose)
         : file_(file),
           purpose_(purpose),
-          state_(stateOf(file)),
+          state_(FileState::of(file)),
           text_(normalizeFile(file, purpose)),
           copy_(text_.document) {
         text_.document = {};
@@ -41,7 +27,7 @@ class Drawing::NormalizedCopy {
         // While another thread checks the file, this one uses the present copy.
         const std::unique_lock held(lock_, std::try_to_lock);
         if (!held) return;
-        const FileState state = stateOf(file_);
+        const FileState state = FileState::of(file_);
         if (state == state_) return;
         state_ = state;
         tzGate([&] { copy_.replace(normalizeFile(file_, purpose_).document); });

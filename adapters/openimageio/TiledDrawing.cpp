@@ -7,8 +7,7 @@
 #include <array>
 #include <cmath>
 #include <cstring>
-
-#include "adapters/openimageio/ProcessModule.h"
+#include <utility>
 
 namespace tzoiio {
 namespace {
@@ -36,8 +35,8 @@ void average(const std::vector<float>& finer, TzSize size, uint32_t x, uint32_t 
 
 }  // namespace
 
-TiledDrawing::TiledDrawing(const OpenOptions& options) : loaded_(openDrawing(options)) {
-    tzCheck(loaded_.tiles->tileLevelCount(&moduleLevels_));
+TiledDrawing::TiledDrawing(const OpenOptions& options) : opened_(openDrawing(options)) {
+    tzCheck(opened_.image.tiles->tileLevelCount(&moduleLevels_));
     for (uint32_t i = 0; i < moduleLevels_; ++i) {
         const Level level = moduleLevel(i);
         if (std::max(level.size.width, level.size.height) <= options.size) levels_.push_back(level);
@@ -45,9 +44,13 @@ TiledDrawing::TiledDrawing(const OpenOptions& options) : loaded_(openDrawing(opt
     if (levels_.empty()) throw CTzError(kTzFailed);
 }
 
+TiledDrawing::~TiledDrawing() {
+    if (!isRead_) closeUnread(std::move(opened_));
+}
+
 TiledDrawing::Level TiledDrawing::moduleLevel(uint32_t tileLevel) const {
     Level level{tileLevel, {}, {}, false};
-    tzCheck(loaded_.tiles->tileLevelSize(tileLevel, &level.tiles));
+    tzCheck(opened_.image.tiles->tileLevelSize(tileLevel, &level.tiles));
     level.size = {level.tiles.width, level.tiles.height};
     level.isServed = tilesOver(level.size.width, level.tiles.tileWidth) <= level.tiles.tileWidth &&
                      tilesOver(level.size.height, level.tiles.tileHeight) <= level.tiles.tileHeight;
@@ -55,12 +58,13 @@ TiledDrawing::Level TiledDrawing::moduleLevel(uint32_t tileLevel) const {
 }
 
 void TiledDrawing::readTile(int level, uint32_t x, uint32_t y, uint8_t* pixels) const {
+    isRead_ = true;
     const Level& of = levels_[static_cast<size_t>(level)];
-    loaded_.drawing.refresh();
+    opened_.image.drawing.refresh();
     if (of.tiles.tileWidth != kTileSide || of.tiles.tileHeight != kTileSide)
         return readRows(of, x, y, pixels);
     const CTzUser_Image tile =
-        tzhost::fetchTile(*loaded_.tiles, of.tileLevel, {x / kTileSide, y / kTileSide});
+        tzhost::fetchTile(*opened_.image.tiles, of.tileLevel, {x / kTileSide, y / kTileSide});
     std::array<float, kTileSide * kChannels> row;
     for (uint32_t line = 0; line < kTileSide; ++line) {
         tile.readLine(0, line, kTileSide, kTzPixelRgbaFloat, row.data());
@@ -78,8 +82,8 @@ void TiledDrawing::readRows(const Level& level, uint32_t x, uint32_t y, uint8_t*
     for (uint32_t line = 0; line < height; ++line) {
         const float* values = row.data();
         if (level.isServed) {
-            tzCheck(loaded_.samples->sampleLine(moduleLevels_ - 1 - level.tileLevel, x, y + line, width,
-                                                kTzPixelRgbaFloat, row.data()));
+            tzCheck(opened_.image.samples->sampleLine(moduleLevels_ - 1 - level.tileLevel, x, y + line, width,
+                                                      kTzPixelRgbaFloat, row.data()));
         } else {
             values = whole.data() + (size_t{y + line} * level.size.width + x) * kChannels;
         }
@@ -93,9 +97,9 @@ std::vector<float> TiledDrawing::wholeLevel(const Level& level) const {
     std::vector<float> pixels(size_t{level.size.width} * level.size.height * kChannels);
     if (level.isServed) {
         for (uint32_t y = 0; y < level.size.height; ++y) {
-            tzCheck(loaded_.samples->sampleLine(moduleLevels_ - 1 - level.tileLevel, 0, y, level.size.width,
-                                                kTzPixelRgbaFloat,
-                                                pixels.data() + size_t{y} * level.size.width * kChannels));
+            tzCheck(opened_.image.samples->sampleLine(
+                moduleLevels_ - 1 - level.tileLevel, 0, y, level.size.width, kTzPixelRgbaFloat,
+                pixels.data() + size_t{y} * level.size.width * kChannels));
         }
         return pixels;
     }

@@ -1,13 +1,14 @@
-// One opened drawing: the module's image, and its levels as OpenImageIO counts them. Nothing of it changes
-// after it was opened, so any number of threads may ask it for tiles at once.
+// One opened drawing: the module's image, and its levels as OpenImageIO counts them. Any number of threads
+// may ask it for tiles at once.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <string>
 #include <vector>
 
 #include "adapters/openimageio/OpenOptions.h"
-#include "host/ImageLoading.h"
+#include "adapters/openimageio/ProcessModule.h"
 
 namespace tzoiio {
 
@@ -17,6 +18,9 @@ class TiledDrawing {
   public:
     // Opens it with the process's module. Throws tzhost::OperationError.
     explicit TiledDrawing(const OpenOptions& options);
+    ~TiledDrawing();
+    TiledDrawing(const TiledDrawing&) = delete;
+    TiledDrawing& operator=(const TiledDrawing&) = delete;
 
     // Level 0 is the one whose long side has the size that was asked for.
     int levelCount() const { return static_cast<int>(levels_.size()); }
@@ -39,7 +43,8 @@ class TiledDrawing {
     std::vector<float> wholeLevel(const Level& level) const;
     Level moduleLevel(uint32_t tileLevel) const;
 
-    tzhost::LoadedImage loaded_;
+    OpenedDrawing opened_;
+    mutable std::atomic<bool> isRead_{false};
     uint32_t moduleLevels_ = 0;
     std::vector<Level> levels_;
 };

@@ -26,12 +26,13 @@ bool copyText(std::string_view text, char*& copy, size_t& size) {
 
 constexpr size_t kMostBytes = size_t{1} << 30;
 
-int run(const char* fileName, const void* bytes, size_t size, PageUnits units, TzNormalizeResult& result) {
+int run(const char* fileName, const void* bytes, size_t size, WrittenFor writtenFor,
+        TzNormalizeResult& result) {
     if ((!fileName && !bytes) || (bytes && size > kMostBytes)) return TZNORMALIZE_FAILED;
     const QString name = QString::fromUtf8(fileName);
     const Normalized normalized =
-        bytes ? normalize(QByteArray(static_cast<const char*>(bytes), int(size)), name, units)
-              : normalizeFile(name, units);
+        bytes ? normalize(QByteArray(static_cast<const char*>(bytes), int(size)), name, writtenFor)
+              : normalizeFile(name, writtenFor);
     if (!copyText(notesJson(normalized, name), result.notes, result.notesSize)) return TZNORMALIZE_FAILED;
     if (normalized.refused) return TZNORMALIZE_REFUSED;
     const std::string_view document(normalized.document.constData(), size_t(normalized.document.size()));
@@ -75,9 +76,11 @@ int guarded(TzNormalizeResult* result, Work work) {
 
 TZNORMALIZE_EXPORT int tzNormalize(const char* fileName, const void* bytes, size_t size, int asImage,
                                    TzNormalizeResult* result) {
-    const auto units = asImage != 0 ? tznormalize::PageUnits::kWhole : tznormalize::PageUnits::kOwn;
-    return tznormalize::guarded(
-        result, [&](TzNormalizeResult& out) { return tznormalize::run(fileName, bytes, size, units, out); });
+    const auto writtenFor =
+        asImage != 0 ? tznormalize::WrittenFor::kImage : tznormalize::WrittenFor::kRoundTrip;
+    return tznormalize::guarded(result, [&](TzNormalizeResult& out) {
+        return tznormalize::run(fileName, bytes, size, writtenFor, out);
+    });
 }
 
 TZNORMALIZE_EXPORT int tzCheckDrawing(const char* fileName, const void* bytes, size_t size, int asImage,

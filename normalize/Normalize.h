@@ -18,7 +18,7 @@
 
 #include "normalize/Notes.h"
 #include "normalize/Refusal.h"
-#include "normalize/convert/PageUnits.h"
+#include "normalize/convert/WrittenFor.h"
 
 namespace tznormalize {
 
@@ -31,7 +31,8 @@ struct Normalized {
 // Normalizes a drawing, plain or gzip-compressed. Linked pictures are looked for beside `fileName`, which may
 // be empty: then none is carried. [any thread]; makes a QGuiApplication when there is text and no application
 // yet.
-Normalized normalize(const QByteArray& bytes, const QString& fileName, PageUnits units = PageUnits::kOwn);
-Normalized normalizeFile(const QString& fileName, PageUnits units);
+Normalized normalize(const QByteArray& bytes, const QString& fileName,
+                     WrittenFor writtenFor = WrittenFor::kRoundTrip);
+Normalized normalizeFile(const QString& fileName, WrittenFor writtenFor);
 
 }  // namespace tznormalize

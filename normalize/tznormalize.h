@@ -31,9 +31,11 @@ typedef struct TzNormalizeResult {
 
 /* Rewrites a drawing, plain or gzip-compressed, into the form that survives an import and an export. The
  * drawing is the `size` bytes at `bytes`; when `bytes` is NULL, the file `fileName`. Linked pictures are
- * looked for beside `fileName`; when that is NULL, none is carried. With `asImage` not 0 it is written for
- * an image, which shows whole units of a page: the page of one that is no whole number of units wide and high
- * is enlarged by a power of ten. The result is written in any case. */
+ * looked for beside `fileName`; when that is NULL, none is carried. With `asImage` not 0 it is written to
+ * be shown, not imported: it is shorter, without what the import and the export alone need (invisible
+ * strokes, an outline of the page, ids and labels of what is drawn), and since an image shows whole units of
+ * a page, the page of one that is no whole number of units wide and high is enlarged by a power of ten. The
+ * result is written in any case. */
 typedef int (*TzNormalizeFunction)(const char* fileName, const void* bytes, size_t size, int asImage,
                                    TzNormalizeResult* result);
 int tzNormalize(const char* fileName, const void* bytes, size_t size, int asImage, TzNormalizeResult* result);

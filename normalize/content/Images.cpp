@@ -115,7 +115,7 @@ void convertImage(Conversion& conversion, const SourceElement& image, const Plac
     Look look;
     look.fill.value = definePattern(conversion, std::move(picture));
     std::optional<WrittenShape> shape =
-        writeShape(conversion.grid, rectangleOutline(*covered), Tag::kPolygon, look, look.fill, false);
+        writeShape(conversion, rectangleOutline(*covered), Tag::kPolygon, look, look.fill, false);
     if (!shape) return;
     appendDrawn(conversion, std::move(*shape), group, target);
     addNote(conversion, NoteCode::kCarried, image, QStringLiteral("it became the fill pattern of a polygon"));

@@ -97,11 +97,11 @@ bool isWhole(double side) {
     return std::abs(side - std::round(side)) <= kUnseen * side;
 }
 
-double factorOf(const Size& size, double longest, PageUnits units) {
+double factorOf(const Size& size, double longest, WrittenFor writtenFor) {
     double factor = 1.0;
     while (longest * factor < kSmallestPage) factor *= 10.0;
     while (longest * factor > kLargestPage) factor /= 10.0;
-    if (units == PageUnits::kOwn) return factor;
+    if (writtenFor == WrittenFor::kRoundTrip) return factor;
     while (10.0 * longest * factor <= kLargestPage &&
            !(isWhole(size.width * factor) && isWhole(size.height * factor)))
         factor *= 10.0;
@@ -117,13 +117,13 @@ bool isSound(const Layout& layout) {
 }  // namespace
 
 Canvas canvasOf(const SourceDocument& source, const Cascade& styles, const QString& fileName,
-                PageUnits units) {
+                WrittenFor writtenFor) {
     const Style style = styles.computed(source.root(), Style(), kUnknownViewport);
     std::optional<Layout> declared = declaredLayout(source, style);
     Layout layout = declared && isSound(*declared) ? *declared : drawnLayout(source, styles, fileName, style);
     if (!isSound(layout)) layout = {Matrix(), {kUnknownViewport.width, kUnknownViewport.height}};
     const double longest = std::max({layout.size.width, layout.size.height, kSmallest});
-    const double factor = factorOf(layout.size, longest, units);
+    const double factor = factorOf(layout.size, longest, writtenFor);
     const Grid grid = gridFor(longest * factor);
     const double width = std::max(grid.round(layout.size.width * factor), grid.step());
     const double height = std::max(grid.round(layout.size.height * factor), grid.step());

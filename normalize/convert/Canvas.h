@@ -4,7 +4,7 @@
 
 #include <QString>
 
-#include "normalize/convert/PageUnits.h"
+#include "normalize/convert/WrittenFor.h"
 #include "normalize/document/SourceDocument.h"
 #include "normalize/geometry/Matrix.h"
 #include "normalize/style/Cascade.h"
@@ -25,6 +25,6 @@ struct Canvas {
 // brings it to between 10 and 20,000 units. [trap: the export writes six digits, and small numbers with
 // exponents, which cannot come back] A drawing that says no size gets that of all that it draws.
 Canvas canvasOf(const SourceDocument& source, const Cascade& styles, const QString& fileName,
-                PageUnits units);
+                WrittenFor writtenFor);
 
 }  // namespace tznormalize

@@ -12,6 +12,7 @@
 
 #include "normalize/Notes.h"
 #include "normalize/content/Fonts.h"
+#include "normalize/convert/WrittenFor.h"
 #include "normalize/document/SourceDocument.h"
 #include "normalize/geometry/Matrix.h"
 #include "normalize/geometry/Path.h"
@@ -124,6 +125,7 @@ struct Conversion {
     Box page;     // of the result: what a viewer of the original sees
     Matrix base;  // from the root's user space to the page
     Grid grid;
+    WrittenFor writtenFor = WrittenFor::kRoundTrip;
     double pixel = 1.0;  // of a screen, in page units: what strokes that do not scale are measured in
     Definitions definitions;
     VisitedElements visited;
@@ -139,6 +141,9 @@ struct Conversion {
 
     // Whether nothing of it will be kept: only how far up it reaches still matters.
     bool isToBeLifted() const { return mayBeLifted && drawn && drawn->top < 0.0; }
+
+    // Whether what is drawn keeps its id, class and label.
+    bool keepsNames() const { return writtenFor == WrittenFor::kRoundTrip; }
 
     // What of the clip paths that groups have is known already, by clip path and matrix: see boxOfClip.
     std::unordered_map<std::string, std::optional<Box>> clipBoxes;

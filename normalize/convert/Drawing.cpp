@@ -52,7 +52,7 @@ OutputElement pageOutline(const Conversion& conversion) {
     OutputElement outline("polyline");
     outline.set("points", pointsText(corners, conversion.grid));
     outline.set("fill", "none");
-    setInvisibleStroke(outline);
+    setNoStroke(conversion, outline);
     return outline;
 }
 
@@ -74,15 +74,18 @@ OutputElement rootElement(const Conversion& conversion, const Canvas& canvas) {
     root.set("viewBox", "0 " + grid.text(conversion.page.top) + ' ' + size);
     Target target;
     target.isDrawn = true;
-    keepId(conversion, conversion.source.root(), root, target);
-    keepAttributes(conversion.source.root(), root);
+    if (conversion.keepsNames()) {
+        keepId(conversion, conversion.source.root(), root, target);
+        keepAttributes(conversion.source.root(), root);
+    }
     return root;
 }
 
 OutputElement assemble(Conversion& conversion, const Canvas& canvas) {
     OutputElement top = convertTop(conversion, canvas);
     if (conversion.reachesOverPage && !top.children().empty()) clipToPage(conversion, top);
-    top.children().insert(top.children().begin(), pageOutline(conversion));
+    if (conversion.writtenFor == WrittenFor::kRoundTrip)
+        top.children().insert(top.children().begin(), pageOutline(conversion));
     OutputElement root = rootElement(conversion, canvas);
     conversion.definitions.moveUsed(top, root);
     root.append(std::move(top));
@@ -92,8 +95,8 @@ OutputElement assemble(Conversion& conversion, const Canvas& canvas) {
 }  // namespace
 
 std::optional<OutputElement> convertDrawing(const SourceDocument& source, const Cascade& styles,
-                                            const QString& fileName, PageUnits units, Notes& notes) {
-    const Canvas canvas = canvasOf(source, styles, fileName, units);
+                                            const QString& fileName, WrittenFor writtenFor, Notes& notes) {
+    const Canvas canvas = canvasOf(source, styles, fileName, writtenFor);
     const size_t mark = notes.list().size();
     double lift = 0.0;
     for (int pass = 1;; ++pass) {
@@ -101,6 +104,7 @@ std::optional<OutputElement> convertDrawing(const SourceDocument& source, const 
         Conversion conversion(source, styles, fileName, notes,
                               {0.0, lift, canvas.width, canvas.height + lift},
                               Matrix::translation(0.0, lift) * canvas.base, canvas.grid);
+        conversion.writtenFor = writtenFor;
         conversion.pixel = canvas.pixel;
         conversion.mayBeLifted = lift < kMostLift && pass < kMostPasses;
         OutputElement root = assemble(conversion, canvas);

@@ -206,7 +206,7 @@ void Group::finish(OutputElement& out, Names names) {
     if (clip_) wrapInClip();
     if (target_.isDrawn) {
         if (target_.depth > kDeepestGroup) return out.takeChildren(group_);
-        if (names == Names::kKept) {
+        if (names == Names::kKept && conversion_.keepsNames()) {
             keepId(conversion_, element_, group_, target_);
             keepAttributes(element_, group_);
             if (!label_.empty()) group_.set("aria-label", std::move(label_));

@@ -140,8 +140,9 @@ std::optional<WrittenShape> writeArea(const Grid& grid, const Path& path) {
     return shape;
 }
 
-std::optional<WrittenShape> writeShape(const Grid& grid, Path path, Tag origin, const Look& look,
+std::optional<WrittenShape> writeShape(const Conversion& conversion, Path path, Tag origin, const Look& look,
                                        const Paint& fill, bool isStroked) {
+    const Grid& grid = conversion.grid;
     LineCap cap = look.form.cap;
     if (isStroked && cap != LineCap::kButt)
         path = withDots(std::move(path), dotLength(look.form) * look.scale, grid.step());
@@ -158,12 +159,13 @@ std::optional<WrittenShape> writeShape(const Grid& grid, Path path, Tag origin, 
     if (isStroked) {
         setStroke(element, look, cap);
     } else {
-        setInvisibleStroke(element);
+        setNoStroke(conversion, element);
     }
     return shape;
 }
 
-void setInvisibleStroke(OutputElement& element) {
+void setNoStroke(const Conversion& conversion, OutputElement& element) {
+    if (conversion.writtenFor == WrittenFor::kImage) return;
     element.set("stroke", "#000000");
     element.set("stroke-opacity", "0");
     element.set("stroke-width", "0");

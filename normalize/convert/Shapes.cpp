@@ -28,7 +28,7 @@ struct Parts {
 class PartWriter {
   public:
     PartWriter(const Conversion& conversion, const Path& path, const Place& place, const Look& look)
-        : grid_(conversion.grid), path_(path), place_(place), look_(look), mapped_(path.mapped(place.ctm)) {}
+        : conversion_(conversion), path_(path), place_(place), look_(look), mapped_(path.mapped(place.ctm)) {}
 
     Box box() const { return mapped_.controlsBox().value_or(Box()); }
 
@@ -56,7 +56,7 @@ class PartWriter {
     void addShape(Tag origin, const Paint& fill, bool isStroked) {
         const bool isOneLine = mapped_.size() == 2 && mapped_.verbs().back() == Verb::kLine;
         if (limits_ && isStroked && isOneLine && !look_.form.dashes.empty()) return addDashedLine(origin);
-        add(writeShape(grid_, cut(mapped_, isStroked), origin, look_, fill, isStroked));
+        add(writeShape(conversion_, cut(mapped_, isStroked), origin, look_, fill, isStroked));
     }
 
     // What is left of it begins further on in the dashes.
@@ -67,20 +67,20 @@ class PartWriter {
         Look look = look_;
         const double cutOff = distance(mapped_.points().front(), left.points().front()) / look.scale;
         look.form.dashOffset = std::fmod(look.form.dashOffset + cutOff, dashPeriod(look.form.dashes));
-        add(writeShape(grid_, left, origin, look, Paint(), true));
+        add(writeShape(conversion_, left, origin, look, Paint(), true));
     }
 
     void addStroke(Tag origin) {
         if (!look_.isStrokeOutlined) return addShape(origin, Paint(), true);
         // In the shape's own space, where the stroke is even; dots have to be as long as the grid asks there.
         const double scale = look_.scale > 0.0 ? look_.scale : 1.0;
-        const Path dotted = withDots(path_, dotLength(look_.form), grid_.step() / scale);
+        const Path dotted = withDots(path_, dotLength(look_.form), conversion_.grid.step() / scale);
         const Path area = strokeOutline(dotted, look_.form).mapped(place_.ctm);
-        std::optional<WrittenShape> shape = writeArea(grid_, withoutLoneMoves(cut(area, false)));
+        std::optional<WrittenShape> shape = writeArea(conversion_.grid, withoutLoneMoves(cut(area, false)));
         if (!shape) return;
         shape->element.set("fill", look_.stroke.value);
         if (look_.strokeOpacity < 1.0) shape->element.set("fill-opacity", shortNumber(look_.strokeOpacity));
-        setInvisibleStroke(shape->element);
+        setNoStroke(conversion_, shape->element);
         add(std::move(shape));
     }
 
@@ -93,7 +93,7 @@ class PartWriter {
                                                       : cutToBox(path, *limits_);
     }
 
-    const Grid& grid_;
+    const Conversion& conversion_;
     const Path& path_;
     const Place& place_;
     const Look& look_;
@@ -173,7 +173,7 @@ void finishAlone(Conversion& conversion, const SourceElement& shape, const Place
     noteEffect(conversion, shape, clip, "clip-path");
     if (clip.kind == EffectKind::kDrawsNothing) return;
     if (clip.kind == EffectKind::kUrl) part.element.set("clip-path", clip.url);
-    keepId(conversion, shape, part.element, target);
+    if (conversion.keepsNames()) keepId(conversion, shape, part.element, target);
     appendDrawn(conversion, std::move(part), out, target);
 }
 

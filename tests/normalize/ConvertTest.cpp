@@ -215,18 +215,44 @@ TEST(Convert, namesAndAttributesOfGroupsStay) {
 
 // Else it would show 12 x 10 of the units and be larger than the drawing.
 TEST(Convert, imagesHaveWholeUnits) {
-    const auto rootOf = [](const QByteArray& size, PageUnits units) {
+    const auto rootOf = [](const QByteArray& size, WrittenFor writtenFor) {
         const QByteArray content =
             "<svg xmlns='http://www.w3.org/2000/svg' " + size + "><circle r='1'/></svg>";
-        const std::string root = normalize(content, QString(), units).document.toStdString();
+        const std::string root = normalize(content, QString(), writtenFor).document.toStdString();
         const size_t at = root.find("width=");
         return root.substr(at, root.find(" viewBox") - at);
     };
     const QByteArray broken = "width='12.75' height='10.5'";
-    EXPECT_EQ(rootOf(broken, PageUnits::kOwn), R"(width="12.75" height="10.5")");
-    EXPECT_EQ(rootOf(broken, PageUnits::kWhole), R"(width="1275" height="1050")");
-    EXPECT_EQ(rootOf("width='12' height='10'", PageUnits::kWhole), R"(width="12" height="10")");
-    EXPECT_EQ(rootOf("viewBox='0 0 1 .3333333333'", PageUnits::kWhole), R"(width="10000" height="3333.3")");
+    EXPECT_EQ(rootOf(broken, WrittenFor::kRoundTrip), R"(width="12.75" height="10.5")");
+    EXPECT_EQ(rootOf(broken, WrittenFor::kImage), R"(width="1275" height="1050")");
+    EXPECT_EQ(rootOf("width='12' height='10'", WrittenFor::kImage), R"(width="12" height="10")");
+    EXPECT_EQ(rootOf("viewBox='0 0 1 .3333333333'", WrittenFor::kImage), R"(width="10000" height="3333.3")");
+}
+
+// Else a large drawing is half as long again, and is read so several times for its first tile.
+TEST(Convert, imagesHoldOnlyWhatIsSeen) {
+    const struct {
+        const char* content;
+        const char* written;
+    } rows[] = {
+        {"<g id='layer' class='k' data-n='1'><rect id='r' width='9' height='9'/></g>",
+         R"(<g><polygon points="0,0 9,0 9,9 0,9" fill="#000000"/></g>)"},
+        {"<path d='M6 9H9' stroke='red' stroke-width='2' transform='scale(1 .5)'/>",
+         R"(<g><path d="M6 4 L9 4 L9 5 L6 5 L6 4 Z" fill="#ff0000"/></g>)"},
+        {"<path d='M2 9H8' stroke='red'/>",
+         R"(<g><path d="M2 9 L8 9" fill="none" stroke="#ff0000" stroke-width="1"/></g>)"},
+        {"<rect width='9' height='9' fill='none'/>", "<g/>"},
+    };
+    for (const auto& [content, written] : rows) {
+        const QByteArray drawing =
+            "<svg xmlns='http://www.w3.org/2000/svg' id='root' width='20' height='20'>" +
+            QByteArray(content) + "</svg>";
+        const QByteArray text = normalize(drawing, QString(), WrittenFor::kImage).document;
+        const QByteArray root =
+            R"(<svg xmlns="http://www.w3.org/2000/svg" version="1.1" width="20" height="20" )"
+            R"(viewBox="0 0 20 20">)";
+        EXPECT_EQ(text.mid(text.indexOf("<svg")).toStdString(), (root + written + "</svg>\n").toStdString());
+    }
 }
 
 TEST(Convert, hostileDrawingsAreBounded) {

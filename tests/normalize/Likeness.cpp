@@ -130,9 +130,19 @@ QString whatDiffers(const QByteArray& drawing) {
     const QImage again = picture(withViewBoxOf(normalized.document, returned), error);
     if (const QString why = compare(before, again); !why.isEmpty()) return failed("round trip: ", why);
 
-    const Normalized twice = normalize(normalized.document, QString());
-    if (twice.document != normalized.document) {
-        return failed("twice: ", QStringLiteral("another text\n") + QString::fromUtf8(twice.document));
+    const QByteArray image = normalize(drawing, QString(), WrittenFor::kImage).document;
+    const QImage shown = picture(withViewBoxOf(image, image), error);
+    if (const QString why = compare(before, shown); !why.isEmpty())
+        return failed("for an image: ", why + QStringLiteral("\n") + QString::fromUtf8(image));
+
+    const struct {
+        const QByteArray& once;
+        WrittenFor writtenFor;
+    } texts[] = {{normalized.document, WrittenFor::kRoundTrip}, {image, WrittenFor::kImage}};
+    for (const auto& [once, writtenFor] : texts) {
+        const QByteArray twice = normalize(once, QString(), writtenFor).document;
+        if (twice != once)
+            return failed("twice: ", QStringLiteral("another text\n") + QString::fromUtf8(twice));
     }
     return {};
 }

@@ -8,8 +8,9 @@
 
 namespace tznormalize {
 
-// What of a drawing does not look as it did after it was normalized, or after the round trip of that through
-// the module, or what is not the same text after normalizing once more; empty when all is well.
+// What of a drawing does not look as it did after it was normalized, after the round trip of that through
+// the module, or written for an image, or what is not the same text after normalizing once more; empty when
+// all is well.
 QString whatDiffers(const QByteArray& drawing);
 
 // The same for the content of an svg element of 100 by 100 units, written with the XLink namespace declared.

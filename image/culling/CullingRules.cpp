@@ -193,9 +193,11 @@ bool TagAttributes::next() {
 }
 
 bool mentionsUrl(std::string_view text) {
-    for (size_t at = text.find_first_of("uU"); at != std::string_view::npos;
-         at = text.find_first_of("uU", at + 1)) {
-        if (text.size() - at > 2 && (text[at + 1] | 0x20) == 'r' && (text[at + 2] | 0x20) == 'l') return true;
+    const auto isUrl = [&](size_t at) {
+        return (text[at] | 0x20) == 'u' && (text[at + 1] | 0x20) == 'r' && (text[at + 2] | 0x20) == 'l';
+    };
+    for (size_t at = 0; at + 2 < text.size(); ++at) {
+        if (isUrl(at)) return true;
     }
     return false;
 }
@@ -211,7 +213,8 @@ bool isNameCharacter(char c) {
 
 std::string_view nameOfTag(std::string_view tag) {
     const size_t begin = tag.substr(0, 2) == "</" ? 2 : 1;
-    const std::string_view name = tag.substr(begin, tag.find_first_of(" \t\r\n/>", begin) - begin);
+    const size_t end = indexOf(tag, begin, [](char c) { return isBlank(c) || c == '/' || c == '>'; });
+    const std::string_view name = tag.substr(begin, end - begin);
     return name.substr(name.find(':') + 1);
 }
 

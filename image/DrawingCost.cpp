@@ -38,9 +38,41 @@ class SurveyingEngine : public ProbeEngine {
     PaintSurvey survey() const { return {longest_ <= kMaxDashesOfPath && all_ <= kMaxDashes, isPlain_}; }
 
     void drawPath(const QPainterPath& path) override {
+        noteBrushes();
+        if (isDashed()) countDashes(path);
+    }
+    // Most need no path.
+    void drawPolygon(const QPointF* points, int count, PolygonDrawMode mode) override {
+        noteBrushes();
+        if (isDashed()) ProbeEngine::drawPolygon(points, count, mode);
+    }
+    void drawRects(const QRectF* rects, int count) override {
+        noteBrushes();
+        if (isDashed()) ProbeEngine::drawRects(rects, count);
+    }
+
+    void drawPixmap(const QRectF& /*to*/, const QPixmap& /*pixmap*/, const QRectF& /*from*/) override {
+        isPlain_ = false;
+    }
+    void drawImage(const QRectF& /*to*/, const QImage& /*image*/, const QRectF& /*from*/,
+                   Qt::ImageConversionFlags /*flags*/) override {
+        isPlain_ = false;
+    }
+    void drawTextItem(const QPointF& /*at*/, const QTextItem& /*text*/) override { isPlain_ = false; }
+
+  private:
+    static constexpr double kTiny = 1e-300;
+
+    void noteBrushes() {
+        isPlain_ = isPlain_ && isPlainBrush(state->brush()) && isPlainBrush(state->pen().brush());
+    }
+
+    bool isDashed() const {
+        return state->pen().style() != Qt::NoPen && state->pen().style() != Qt::SolidLine;
+    }
+
+    void countDashes(const QPainterPath& path) {
         const QPen& pen = state->pen();
-        isPlain_ = isPlain_ && isPlainBrush(state->brush()) && isPlainBrush(pen.brush());
-        if (pen.style() == Qt::NoPen || pen.style() == Qt::SolidLine) return;
         QVector<qreal> pattern = pen.dashPattern();
         // The painter reads 32 lengths at most.
         constexpr int kMostLengths = 32;
@@ -55,18 +87,6 @@ class SurveyingEngine : public ProbeEngine {
         longest_ = std::max(longest_, dashes);
         all_ += dashes;
     }
-
-    void drawPixmap(const QRectF& /*to*/, const QPixmap& /*pixmap*/, const QRectF& /*from*/) override {
-        isPlain_ = false;
-    }
-    void drawImage(const QRectF& /*to*/, const QImage& /*image*/, const QRectF& /*from*/,
-                   Qt::ImageConversionFlags /*flags*/) override {
-        isPlain_ = false;
-    }
-    void drawTextItem(const QPointF& /*at*/, const QTextItem& /*text*/) override { isPlain_ = false; }
-
-  private:
-    static constexpr double kTiny = 1e-300;
 
     double longest_ = 0.0;
     double all_ = 0.0;

@@ -5,21 +5,6 @@
 #include "adapters/openimageio/FirstBytes.h"
 
 namespace tzoiio {
-namespace {
-
-constexpr size_t kTileBytes = size_t{kTileSide} * kTileSide * 4;
-
-// Colours multiplied by their alpha, to the nearest.
-void associate(uint8_t* pixels) {
-    for (size_t i = 0; i < kTileBytes; i += 4) {
-        const unsigned alpha = pixels[i + 3];
-        for (size_t c = 0; c < 3; ++c)
-            pixels[i + c] = static_cast<uint8_t>((pixels[i + c] * alpha + 127) / 255);
-    }
-}
-
-}  // namespace
-
 bool SvgInput::valid_file(const std::string& name) const {
     try {
         return looksLikeSvg(readFirstBytes(fileOf(name)));
@@ -127,12 +112,12 @@ bool SvgInput::read_native_tile(int subimage, int miplevel, int x, int y, int z,
     auto* const pixels = static_cast<uint8_t*>(data);
     try {
         // Drawn with no lock held.
-        drawing->readTile(miplevel, static_cast<uint32_t>(x), static_cast<uint32_t>(y), pixels);
+        drawing->readTile(miplevel, static_cast<uint32_t>(x), static_cast<uint32_t>(y), !unassociated,
+                          pixels);
     } catch (const std::exception& error) {
         errorfmt("tile at {}, {} of level {}: {}", x, y, miplevel, error.what());
         return false;
     }
-    if (!unassociated) associate(pixels);
     return true;
 }
 

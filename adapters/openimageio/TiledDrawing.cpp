@@ -33,6 +33,18 @@ void average(const std::vector<float>& finer, TzSize size, uint32_t x, uint32_t 
     out[3] = count > 0 ? static_cast<float>(sum[3] / count) : 0.0F;
 }
 
+// Colours multiplied by their alpha, to the nearest.
+void associate(uint8_t* pixels, size_t count) {
+    for (uint8_t* pixel = pixels; pixel != pixels + count * kChannels; pixel += kChannels) {
+        for (size_t c = 0; c < 3; ++c) pixel[c] = static_cast<uint8_t>((pixel[c] * pixel[3] + 127) / 255);
+    }
+}
+
+void toPixels(const float* values, size_t count, bool associated, uint8_t* pixels) {
+    tzhost::toBytes(values, count * kChannels, pixels);
+    if (associated) associate(pixels, count);
+}
+
 }  // namespace
 
 TiledDrawing::TiledDrawing(const OpenOptions& options) : opened_(openDrawing(options)) {
@@ -57,23 +69,33 @@ TiledDrawing::Level TiledDrawing::moduleLevel(uint32_t tileLevel) const {
     return level;
 }
 
-void TiledDrawing::readTile(int level, uint32_t x, uint32_t y, uint8_t* pixels) const {
+void TiledDrawing::readTile(int level, uint32_t x, uint32_t y, bool associated, uint8_t* pixels) const {
     isRead_ = true;
     const Level& of = levels_[static_cast<size_t>(level)];
     opened_.image.drawing.refresh();
     if (of.tiles.tileWidth != kTileSide || of.tiles.tileHeight != kTileSide)
-        return readRows(of, x, y, pixels);
+        return readRows(of, x, y, associated, pixels);
     const CTzUser_Image tile =
         tzhost::fetchTile(*opened_.image.tiles, of.tileLevel, {x / kTileSide, y / kTileSide});
-    std::array<float, kTileSide * kChannels> row;
+    // Most deep tiles are of one colour: a row like the one above it is copied.
+    std::array<std::array<float, kTileSide * kChannels>, 2> rows;
+    constexpr size_t kRowBytes = kTileSide * kChannels;
     for (uint32_t line = 0; line < kTileSide; ++line) {
+        const auto& above = rows[(line + 1) % 2];
+        auto& row = rows[line % 2];
+        uint8_t* const out = pixels + line * kRowBytes;
         tile.readLine(0, line, kTileSide, kTzPixelRgbaFloat, row.data());
-        tzhost::toBytes(row.data(), row.size(), pixels + line * row.size());
+        if (line > 0 && std::memcmp(row.data(), above.data(), sizeof row) == 0) {
+            std::memcpy(out, out - kRowBytes, kRowBytes);
+        } else {
+            toPixels(row.data(), kTileSide, associated, out);
+        }
     }
 }
 
 // A level with tiles of another size, row by row.
-void TiledDrawing::readRows(const Level& level, uint32_t x, uint32_t y, uint8_t* pixels) const {
+void TiledDrawing::readRows(const Level& level, uint32_t x, uint32_t y, bool associated,
+                            uint8_t* pixels) const {
     std::memset(pixels, 0, size_t{kTileSide} * kTileSide * kChannels);
     const uint32_t width = std::min(kTileSide, level.size.width - x);
     const uint32_t height = std::min(kTileSide, level.size.height - y);
@@ -87,7 +109,7 @@ void TiledDrawing::readRows(const Level& level, uint32_t x, uint32_t y, uint8_t*
         } else {
             values = whole.data() + (size_t{y + line} * level.size.width + x) * kChannels;
         }
-        tzhost::toBytes(values, width * kChannels, pixels + size_t{line} * kTileSide * kChannels);
+        toPixels(values, width, associated, pixels + size_t{line} * kTileSide * kChannels);
     }
 }
 

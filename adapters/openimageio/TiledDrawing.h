@@ -26,10 +26,10 @@ class TiledDrawing {
     int levelCount() const { return static_cast<int>(levels_.size()); }
     TzSize levelSize(int level) const { return levels_[static_cast<size_t>(level)].size; }
 
-    // Writes kTileSide * kTileSide pixels of 4 bytes, sRGB, straight alpha: the tile whose top left pixel is
-    // (x, y), which are multiples of kTileSide inside the level. Transparent beyond the level. Throws
-    // CTzError.
-    void readTile(int level, uint32_t x, uint32_t y, uint8_t* pixels) const;
+    // Writes kTileSide * kTileSide pixels of 4 bytes, sRGB, straight alpha or associated: the tile whose top
+    // left pixel is (x, y), which are multiples of kTileSide inside the level. Transparent beyond the level.
+    // Throws CTzError.
+    void readTile(int level, uint32_t x, uint32_t y, bool associated, uint8_t* pixels) const;
 
   private:
     struct Level {
@@ -39,7 +39,7 @@ class TiledDrawing {
         bool isServed;  // whether the module has tiles up to its end
     };
 
-    void readRows(const Level& level, uint32_t x, uint32_t y, uint8_t* pixels) const;
+    void readRows(const Level& level, uint32_t x, uint32_t y, bool associated, uint8_t* pixels) const;
     std::vector<float> wholeLevel(const Level& level) const;
     Level moduleLevel(uint32_t tileLevel) const;
 

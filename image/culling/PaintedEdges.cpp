@@ -85,18 +85,31 @@ bool PaintedEdges::leaveAlike(const Box& area) const {
 }
 
 std::optional<QRgb> PaintedEdges::learntColour(const Box& area) const {
-    return learntArea_.contains(area) ? std::optional(learntColour_) : std::nullopt;
+    const auto at = std::find_if(learnt_.begin(), learnt_.end(),
+                                 [&](const Learnt& learnt) { return learnt.area.contains(area); });
+    return at != learnt_.end() ? std::optional(at->colour) : std::nullopt;
 }
 
-// What no edge touches has the colour at all levels. Neighbours will be asked for next.
+// What no edge touches has the colour at all levels. Neighbours will be asked for next, by rows or by
+// columns: the area is enlarged to each side as far as it stays without edges.
 void PaintedEdges::learn(const Box& area, QRgb colour) {
-    learntArea_ = area;
-    learntColour_ = colour;
-    constexpr int kMostNeighbours = 16;  // to each side
-    for (int by = 1; by <= kMostNeighbours; by *= 2) {
-        const Box larger = area.grown(by * area.largerSide());
-        if (!leaveAlike(larger)) return;
-        learntArea_ = larger;
+    constexpr double kFarthest = 16.0;  // that many neighbours are added at once, at most
+    constexpr size_t kMostLearnt = 64;
+    Box of = area;
+    const auto enlarge = [&](const Box& to) {
+        if (leaveAlike(to)) of = to;
+    };
+    for (double by = kFarthest * area.largerSide(); by >= area.largerSide(); by /= 2.0) {
+        enlarge({of.left - by, of.top, of.right, of.bottom});
+        enlarge({of.left, of.top, of.right + by, of.bottom});
+        enlarge({of.left, of.top - by, of.right, of.bottom});
+        enlarge({of.left, of.top, of.right, of.bottom + by});
+    }
+    if (learnt_.size() < kMostLearnt) {
+        learnt_.push_back({of, colour});
+    } else {
+        learnt_[oldest_] = {of, colour};
+        oldest_ = (oldest_ + 1) % kMostLearnt;
     }
 }
 

@@ -25,7 +25,7 @@ class PaintedEdges {
     // looked through for every tile.
     bool leaveAlike(const Box& area) const;
 
-    // The colour of an area, if it lies in or near one of which it was learnt last.
+    // The colour of an area, if it lies in or near one of those of which it was learnt last.
     std::optional<QRgb> learntColour(const Box& area) const;
     void learn(const Box& area, QRgb colour);
 
@@ -43,8 +43,12 @@ class PaintedEdges {
     bool areTold_ = false;
     std::vector<Strip> edges_;
     std::vector<Paint> paints_;
-    Box learntArea_;  // empty until a colour was learnt
-    QRgb learntColour_ = 0;
+    struct Learnt {
+        Box area;
+        QRgb colour;
+    };
+    std::vector<Learnt> learnt_;
+    size_t oldest_ = 0;  // of them, once there are many
 };
 
 }  // namespace tzsvg

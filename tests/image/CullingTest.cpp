@@ -295,6 +295,24 @@ TEST_F(CullingTest, areasOfOneColour) {
     }
 }
 
+// Around a column from x 40 to 60.
+TEST_F(CullingTest, coloursThatWereLearnt) {
+    if (!QByteArray(qVersion()).startsWith("6.4.")) GTEST_SKIP() << "colours are not learnt";
+    QSvgRenderer renderer(squareSvg("<rect x='40' y='-9' width='20' height='999'/>"));
+    tzsvg::PaintedEdges edges(renderer, QRectF(0, 0, 100, 100));
+    const auto square = [](double x, double y) { return Box::of(QPointF(x, y), 1); };
+    EXPECT_FALSE(edges.learntColour(square(50, 50)));
+    edges.learn(square(50, 50), 1);
+    edges.learn(square(20, 50), 2);
+    EXPECT_EQ(edges.learntColour(square(58, 25)), QRgb{1});
+    EXPECT_EQ(edges.learntColour(square(5, 75)), QRgb{2});
+    EXPECT_FALSE(edges.learntColour(square(40, 50)));
+    EXPECT_FALSE(edges.learntColour(square(80, 50)));
+    for (int i = 0; i < 100; ++i) edges.learn(square(80, 300 * i), 3);
+    EXPECT_FALSE(edges.learntColour(square(20, 50)));
+    EXPECT_EQ(edges.learntColour(square(80, 300 * 99)), QRgb{3});
+}
+
 // A change is noticed by tiles that no renderer of the whole drawing draws.
 TEST_F(CullingTest, changedDrawing) {
     const auto rects = [](const char* color) {

@@ -35,24 +35,26 @@ uint64_t barePyramid(const fs::path& picture, const fs::path& folder) {
     return written;
 }
 
-// Seconds of processor time; the floor is another program that makes the same kind of pyramid.
+// Seconds by the clock of two programs as users start them, on all processors, in turns.
 Line pyramidAgainstVips(const Documents& documents, PictureKind kind) {
     const fs::path picture = documents.picture(kind);
-    const fs::path oursFolder = documents.output("pyramid");
-    const fs::path theirs = documents.output("vips-pyramid");
-    const double floor =
-        runProgram({"vips", "dzsave",
-                    picture.native() + "[scale=" + std::to_string((1U << kMaxLevel) / kPictureSide) + "]",
-                    theirs.native(), "--suffix", ".png", "--tile-size", "256", "--overlap", "0"})
-            .seconds;
-    const std::vector<double> seconds = inChild([&] {
-        tzhost::Session session(TZSVG_MODULE);
-        fs::remove_all(oursFolder);
-        return std::vector<double>{secondsOf([&] {
-            tzhost::writePyramid(session.host, picture, oursFolder, {kMaxLevel, 1});
-        })};
-    });
-    return ratio(seconds.at(0), floor);
+    const fs::path folder = documents.output("pyramid");
+    const std::string scale = std::to_string((1U << kMaxLevel) / kPictureSide);
+    double ours = 1e9;
+    double theirs = 1e9;
+    constexpr int kPasses = 3;
+    for (int pass = 0; pass < kPasses; ++pass) {
+        fs::remove_all(folder);
+        fs::create_directories(folder);
+        ours = std::min(
+            ours,
+            runProgram({TZHOST, "pyramid", picture.native(), (folder / "ours").native(), "--quiet"}).elapsed);
+        theirs = std::min(theirs, runProgram({"vips", "dzsave", picture.native() + "[scale=" + scale + "]",
+                                              (folder / "theirs").native(), "--suffix", ".png", "--tile-size",
+                                              "256", "--overlap", "0"})
+                                      .elapsed);
+    }
+    return ratio(ours, theirs);
 }
 
 // Tiles a second; ours with one thread, as the floor.

@@ -26,7 +26,7 @@ class PaintTask : public QRunnable {
             return paint_();
         }
         ++running;
-        finished.wait(held, [&] { return isDone_; });
+        finished_.wait(held, [&] { return isDone_; });
         if (failure_) std::rethrow_exception(failure_);
     }
 
@@ -42,7 +42,7 @@ class PaintTask : public QRunnable {
         const std::lock_guard held(lock);
         isDone_ = true;
         --running;
-        finished.notify_all();
+        finished_.notify_one();
     }
 
   private:
@@ -56,13 +56,13 @@ class PaintTask : public QRunnable {
         return false;
     }
 
-    static inline std::mutex lock;  // guards what follows, and every task's isDone_
-    static inline std::condition_variable finished;
+    static inline std::mutex lock;     // guards what follows, and every task's isDone_
     static inline size_t running = 0;  // or about to
 
     const std::function<void()>& paint_;
     std::exception_ptr failure_;
     bool isDone_ = false;
+    std::condition_variable finished_;
 };
 
 }  // namespace

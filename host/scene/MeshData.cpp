@@ -8,7 +8,7 @@
 namespace tzhost {
 namespace {
 
-constexpr uint32_t kMost = std::numeric_limits<uint32_t>::max();
+constexpr uint32_t kMostOfList = std::numeric_limits<uint32_t>::max();
 
 // x - x is 0 for a finite number and NaN for any other.
 bool isFinite(const TzPoint& point) {
@@ -20,7 +20,7 @@ bool isFinite(const TzPoint& point) {
 uint32_t MeshData::addPoints(const TzPoint* points, uint32_t count) {
     if (!std::all_of(points, points + count, isFinite)) throw CTzError(kTzInvalidArgument);
     const uint32_t first = pointCount();
-    if (count > kMost - first) throw CTzError(kTzOutOfMemory);
+    if (count > kMostOfList - first) throw CTzError(kTzOutOfMemory);
     points_.append(points, count);
     if (first == 0 && count > 0) lower_ = upper_ = points[0];
     include(points, count);
@@ -28,7 +28,7 @@ uint32_t MeshData::addPoints(const TzPoint* points, uint32_t count) {
 }
 
 uint32_t MeshData::addPolygon(TzTagId type, const uint32_t* points, uint32_t count, TagRun tags) {
-    if (polygons_.size() == kMost) throw CTzError(kTzOutOfMemory);
+    if (polygons_.size() == kMostOfList) throw CTzError(kTzOutOfMemory);
     const uint64_t firstVertex = vertices_.size();
     vertices_.append(points, count);
     polygons_.push_back({type, count, firstVertex, tags});

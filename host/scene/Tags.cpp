@@ -50,8 +50,8 @@ void TagArena::set(TagRun& run, TzTagId id, std::string_view text) {
 }
 
 void TagArena::add(TagRun& run, TzTagId id, std::string_view text) {
-    constexpr size_t kMost = std::numeric_limits<uint32_t>::max() - sizeof(TagHeader);
-    if (text.size() > kMost - run.size) throw CTzError(kTzOutOfMemory);
+    constexpr size_t kLongestRun = std::numeric_limits<uint32_t>::max() - sizeof(TagHeader);
+    if (text.size() > kLongestRun - run.size) throw CTzError(kTzOutOfMemory);
     char* const place = extend(run, sizeof(TagHeader) + text.size());
     const TagHeader header{id, static_cast<uint32_t>(text.size())};
     std::memcpy(place, &header, sizeof header);

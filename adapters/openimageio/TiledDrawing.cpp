@@ -40,6 +40,10 @@ void associate(uint8_t* pixels, size_t count) {
     }
 }
 
+bool areSameBytes(const void* a, const void* b, size_t size) {
+    return std::memcmp(a, b, size) == 0;
+}
+
 void toPixels(const float* values, size_t count, bool associated, uint8_t* pixels) {
     tzhost::toBytes(values, count * kChannels, pixels);
     if (associated) associate(pixels, count);
@@ -85,7 +89,7 @@ void TiledDrawing::readTile(int level, uint32_t x, uint32_t y, bool associated, 
         auto& row = rows[line % 2];
         uint8_t* const out = pixels + line * kRowBytes;
         tile.readLine(0, line, kTileSide, kTzPixelRgbaFloat, row.data());
-        if (line > 0 && std::memcmp(row.data(), above.data(), sizeof row) == 0) {
+        if (line > 0 && areSameBytes(row.data(), above.data(), sizeof row)) {
             std::memcpy(out, out - kRowBytes, kRowBytes);
         } else {
             toPixels(row.data(), kTileSide, associated, out);

@@ -93,13 +93,14 @@ std::optional<QRgb> PaintedEdges::learntColour(const Box& area) const {
 // What no edge touches has the colour at all levels. Neighbours will be asked for next, by rows or by
 // columns: the area is enlarged to each side as far as it stays without edges.
 void PaintedEdges::learn(const Box& area, QRgb colour) {
-    constexpr double kFarthest = 16.0;  // that many neighbours are added at once, at most
+    constexpr int kFarthest = 16;  // that many neighbours are added at once, at most
     constexpr size_t kMostLearnt = 64;
     Box of = area;
     const auto enlarge = [&](const Box& to) {
         if (leaveAlike(to)) of = to;
     };
-    for (double by = kFarthest * area.largerSide(); by >= area.largerSide(); by /= 2.0) {
+    for (int neighbours = kFarthest; neighbours > 0; neighbours /= 2) {
+        const double by = neighbours * area.largerSide();
         enlarge({of.left - by, of.top, of.right, of.bottom});
         enlarge({of.left, of.top, of.right + by, of.bottom});
         enlarge({of.left, of.top - by, of.right, of.bottom});

@@ -35,7 +35,9 @@ bool isPlainBrush(const QBrush& brush) {
 
 class SurveyingEngine : public ProbeEngine {
   public:
-    PaintSurvey survey() const { return {longest_ <= kMaxDashesOfPath && all_ <= kMaxDashes, isPlain_}; }
+    PaintSurvey survey() const {
+        return {longest_ <= kMaxDashesOfPath && all_ <= kMaxDashes, isPlain_ && isOfShapes_, isOfShapes_};
+    }
 
     void drawPath(const QPainterPath& path) override {
         noteBrushes();
@@ -52,13 +54,13 @@ class SurveyingEngine : public ProbeEngine {
     }
 
     void drawPixmap(const QRectF& /*to*/, const QPixmap& /*pixmap*/, const QRectF& /*from*/) override {
-        isPlain_ = false;
+        isOfShapes_ = false;
     }
     void drawImage(const QRectF& /*to*/, const QImage& /*image*/, const QRectF& /*from*/,
                    Qt::ImageConversionFlags /*flags*/) override {
-        isPlain_ = false;
+        isOfShapes_ = false;
     }
-    void drawTextItem(const QPointF& /*at*/, const QTextItem& /*text*/) override { isPlain_ = false; }
+    void drawTextItem(const QPointF& /*at*/, const QTextItem& /*text*/) override { isOfShapes_ = false; }
 
   private:
     static constexpr double kTiny = 1e-300;
@@ -91,6 +93,7 @@ class SurveyingEngine : public ProbeEngine {
     double longest_ = 0.0;
     double all_ = 0.0;
     bool isPlain_ = true;
+    bool isOfShapes_ = true;
 };
 
 }  // namespace

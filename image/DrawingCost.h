@@ -11,6 +11,7 @@ struct PaintSurvey {
     bool isWithinLimits = true;  // kMaxDashesOfPath, kMaxDashes
     // Nothing but areas of one colour each, half-transparent or not: no gradients, pictures, texts.
     bool isPlain = true;
+    bool isOfShapes = true;  // neither pictures nor texts
 };
 PaintSurvey surveyPaint(QSvgRenderer& renderer);
 

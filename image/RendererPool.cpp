@@ -6,6 +6,7 @@
 
 #include "image/DrawingCost.h"
 #include "image/culling/CellRenderers.h"
+#include "image/trimming/TrimmedPaint.h"
 #include "svg/guard/DocumentGuard.h"
 
 namespace tzsvg {
@@ -25,7 +26,7 @@ LoadedDrawing loadDrawing(const QString& fileName) {
     if (!survey.isWithinLimits) return {};
     // Drawing it has started an animation.
     if (renderer->animated()) renderer = load();
-    return {std::move(renderer), document->linkedFiles, survey.isPlain, document->hasTextOrNested};
+    return {std::move(renderer), document->linkedFiles, survey, document->hasTextOrNested};
 }
 
 // One state of the files that a document is made of.
@@ -128,7 +129,7 @@ std::unique_ptr<RendererPool::Loaded> RendererPool::takeIdle() {
 std::unique_ptr<RendererPool::Loaded> RendererPool::load() const {
     auto version = std::make_shared<Version>();
     version->sources.push_back({fileName_, FileStamp::of(fileName_)});
-    auto [renderer, linkedFiles, isPlain, hasTextOrNested] = loadDrawing(fileName_);
+    auto [renderer, linkedFiles, survey, hasTextOrNested] = loadDrawing(fileName_);
     if (!renderer) return nullptr;
     for (const QString& linked : linkedFiles) version->sources.push_back({linked, FileStamp::of(linked)});
     version->ownViewBox = renderer->viewBoxF();
@@ -141,7 +142,7 @@ std::unique_ptr<RendererPool::Loaded> RendererPool::load() const {
                                                          version->area, culling_);
     }
     return std::make_unique<Loaded>(
-        Loaded{{std::move(renderer), isPlain, {}, 0, {}}, std::move(version), false});
+        Loaded{{std::move(renderer), survey, {}, 0, {}, {}}, std::move(version), false});
 }
 
 // Gives a document that was just loaded its number: the latest one's, when the files look the same.
@@ -188,20 +189,30 @@ bool RendererPool::Lease::isOfCell() const {
 }
 
 bool RendererPool::Lease::isPlain() const {
-    return loaded_ && loaded_->taken.isPlain;
+    return loaded_ && loaded_->taken.survey.isPlain;
+}
+
+// Glyphs may be pictures, a nested svg is clipped, and an animated drawing moves on while it is drawn.
+TrimmingPause* RendererPool::Lease::trimming(const TileView& view) {
+    const bool isTrimmed = loaded_ && loaded_->taken.survey.isOfShapes && isSmall(view) &&
+                           !loaded_->version->hasTextOrNested && !renderer()->animated() &&
+                           isTrimmingProven();
+    return isTrimmed ? &loaded_->taken.pause : nullptr;
 }
 
 PaintedEdges* RendererPool::Lease::edges(const TileView& view) {
     // An animated drawing's edges move, glyphs may be pictures, which have none, and Qt fits a nested svg to
     // the size of what it paints on, which is another for a row.
-    if (!isPlain() || loaded_->version->hasTextOrNested || renderer()->animated()) return nullptr;
-    // Few larger tiles are of one colour, and to know the edges takes as long as drawing one.
-    constexpr double kSmallTile = 1.0 / 8.0;
-    const QRectF& area = loaded_->version->area;
-    if (view.viewBox.width() > kSmallTile * std::max(area.width(), area.height())) return nullptr;
+    if (!isPlain() || !isSmall(view) || loaded_->version->hasTextOrNested || renderer()->animated())
+        return nullptr;
     std::optional<PaintedEdges>& edges = loaded_->taken.edges;
-    if (!edges) edges.emplace(*renderer(), area);
+    if (!edges) edges.emplace(*renderer(), loaded_->version->area);
     return &*edges;
+}
+
+bool RendererPool::Lease::isSmall(const TileView& view) const {
+    const QRectF& area = loaded_->version->area;
+    return view.viewBox.width() <= pool_->culling_.smallTile * std::max(area.width(), area.height());
 }
 
 QRectF RendererPool::Lease::ownViewBox() const {

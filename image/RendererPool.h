@@ -20,17 +20,19 @@
 #include <vector>
 
 #include "hostsdk/CTzUser_Image.h"
+#include "image/DrawingCost.h"
 #include "image/FileStamp.h"
 #include "image/TileGeometry.h"
 #include "image/culling/CullingSettings.h"
 #include "image/culling/PaintedEdges.h"
+#include "image/trimming/TrimmingPause.h"
 
 namespace tzsvg {
 
 struct LoadedDrawing {
     std::unique_ptr<QSvgRenderer> renderer;
-    QStringList linkedFiles;       // which the document links to
-    bool isPlain = false;          // PaintSurvey
+    QStringList linkedFiles;  // which the document links to
+    PaintSurvey survey;
     bool hasTextOrNested = false;  // SafeDocument
 };
 
@@ -62,6 +64,10 @@ class RendererPool {
         // Whether it paints areas of one colour each and nothing else.
         bool isPlain() const;
 
+        // Whether outlines may be trimmed to the tile (trimming/TrimmedPaint.h): then there is a pause, which
+        // may not be over.
+        TrimmingPause* trimming(const TileView& view);
+
         // By which to see whether a tile is of one colour; nothing where that is not to be had.
         PaintedEdges* edges(const TileView& view);
 
@@ -74,6 +80,7 @@ class RendererPool {
       private:
         friend class RendererPool;
         Lease(RendererPool& pool, std::unique_ptr<Loaded> loaded, uint64_t document);
+        bool isSmall(const TileView& view) const;
 
         RendererPool* pool_;
         std::unique_ptr<Loaded> loaded_;

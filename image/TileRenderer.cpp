@@ -7,28 +7,45 @@
 
 #include "image/TileGeometry.h"
 #include "image/UndividedPaint.h"
+#include "image/trimming/TrimmedPaint.h"
 
 namespace tzsvg {
 namespace {
 
-void drawView(const TileView& view, QSvgRenderer& renderer, QImage& pixels) {
-    // The target's edges are whole pixels but for rounding. The renderer itself cuts nothing off, neither at
-    // the target nor at the view box: what a document has beyond its edge would be drawn into the pixels
-    // beyond it.
-    const QRect target(0, 0, qRound(view.target.width()), qRound(view.target.height()));
-    if (target.isEmpty()) return;
-    QPainter painter(&pixels);
-    if (target != pixels.rect()) painter.setClipRect(target);
+void renderWhole(QSvgRenderer& renderer, const TileView& view, QPainter& painter) {
     renderer.setViewBox(view.viewBox);
     renderer.render(&painter, view.target);
 }
 
+// Whether outlines were trimmed.
+bool drawView(const TileView& view, RendererPool::Lease& lease, QImage& pixels) {
+    // The target's edges are whole pixels but for rounding. The renderer itself cuts nothing off, neither at
+    // the target nor at the view box: what a document has beyond its edge would be drawn into the pixels
+    // beyond it.
+    const QRect target(0, 0, qRound(view.target.width()), qRound(view.target.height()));
+    if (target.isEmpty()) return false;
+    const auto draw = [&](const auto& render) {
+        QPainter painter(&pixels);
+        if (target != pixels.rect()) painter.setClipRect(target);
+        return render(*lease.renderer(), view, painter);
+    };
+    TrimmingPause* const pause = lease.trimming(view);
+    if (pause && pause->isOver()) {
+        const bool isDrawn = draw(renderTrimmed);
+        pause->note(isDrawn);
+        if (isDrawn) return true;
+        pixels.fill(Qt::transparent);
+    }
+    draw(renderWhole);
+    return false;
+}
+
 // The one colour of a tile's first row.
-std::optional<QRgb> colourOfRow(const TileView& view, QSvgRenderer& renderer, const QImage& pixels) {
+std::optional<QRgb> colourOfRow(const TileView& view, RendererPool::Lease& lease, const QImage& pixels) {
     QImage row(pixels.width(), 1, pixels.format());
     if (row.isNull()) throw std::bad_alloc();
     row.fill(Qt::transparent);
-    drawView(view, renderer, row);
+    drawView(view, lease, row);
     const auto* const first = reinterpret_cast<const QRgb*>(row.constScanLine(0));
     const bool isAlike = std::all_of(first, first + row.width(), [&](QRgb pixel) { return pixel == *first; });
     return isAlike ? std::optional(*first) : std::nullopt;
@@ -42,7 +59,7 @@ bool fillAlike(const TileView& view, RendererPool::Lease& lease, QImage& pixels)
     const Box area = paintedAround(view.viewBox, view.target.size());
     std::optional<QRgb> colour = edges->learntColour(area);
     if (!colour && edges->leaveAlike(area)) {
-        colour = colourOfRow(view, *lease.renderer(), pixels);
+        colour = colourOfRow(view, lease, pixels);
         if (colour) edges->learn(area, *colour);
     }
     if (colour) pixels.fill(*colour);
@@ -68,7 +85,7 @@ DrawnTile drawTile(const LevelTable& levels, const TileKey& tile, RendererPool& 
     if (!view) return drawn;
     drawn.isOfOneColour = fillAlike(*view, lease, drawn.pixels);
     if (drawn.isOfOneColour) return drawn;
-    const auto draw = [&] { drawView(*view, *lease.renderer(), drawn.pixels); };
+    const auto draw = [&] { drawn.isTrimmed = drawView(*view, lease, drawn.pixels); };
     if (lease.isPlain()) {
         paintUndivided(draw);
     } else {

@@ -15,6 +15,7 @@ struct DrawnTile {
     // How it was drawn; the pixels are the same.
     bool isOfCell = false;       // only the shapes around it were
     bool isOfOneColour = false;  // only its first row was
+    bool isTrimmed = false;      // without the pieces of outlines that it does not see
 };
 
 // A file that does not load at present gives a transparent tile. Throws std::bad_alloc.

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "hostsdk/CTzError.h"
-#include "image/DrawingCost.h"
 #include "image/culling/CullingRules.h"
 #include "image/culling/ReachMeasuring.h"
 
@@ -138,8 +137,8 @@ std::optional<CellRenderers::Taken> CellRenderers::load(const Cell& cell,
     auto renderer = std::make_unique<QSvgRenderer>();
     const DrawingParts& drawing = measured_->drawing;
     if (!renderer->load(drawing.text(drawing.with(measured_->reach.partsOf(shapes))))) return std::nullopt;
-    const bool isPlain = surveyPaint(*renderer).isPlain;
-    return Taken{std::move(renderer), isPlain, cell, shapes.size(), {}};
+    const PaintSurvey survey = surveyPaint(*renderer);
+    return Taken{std::move(renderer), survey, cell, shapes.size(), {}, {}};
 }
 
 std::optional<CellRenderers::Taken> CellRenderers::takeIdle(const Cell& cell) {

@@ -19,11 +19,13 @@
 #include <optional>
 #include <unordered_map>
 
+#include "image/DrawingCost.h"
 #include "image/TileGeometry.h"
 #include "image/culling/CullingSettings.h"
 #include "image/culling/DrawingParts.h"
 #include "image/culling/PaintedEdges.h"
 #include "image/culling/PartReach.h"
+#include "image/trimming/TrimmingPause.h"
 
 namespace tzsvg {
 
@@ -40,10 +42,11 @@ class CellRenderers {
     };
     struct Taken {
         std::unique_ptr<QSvgRenderer> renderer;
-        bool isPlain;  // PaintSurvey
+        PaintSurvey survey;
         Cell cell;
         size_t shapes;
         std::optional<PaintedEdges> edges;  // once they were asked for
+        TrimmingPause pause;
     };
 
     // `read` gives the document's text, or nothing when it is not at hand any more; `area` is what of the

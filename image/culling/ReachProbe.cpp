@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 
+#include "image/StrokeReach.h"
 #include "image/culling/OutlineStrips.h"
 
 namespace tzsvg {
@@ -12,17 +13,6 @@ namespace {
 
 // The lines that stand for a curve are no farther from it than this part of the drawing.
 constexpr double kFineEnough = 1.0 / 2048.0;
-
-double largestScale(const QTransform& t) {
-    return std::sqrt(t.m11() * t.m11() + t.m12() * t.m12() + t.m21() * t.m21() + t.m22() * t.m22());
-}
-
-// How far from a path its stroke may lie, in the path's own units.
-double strokeRadius(const QPen& pen, bool isOneLine) {
-    const bool hasMiters =
-        !isOneLine && (pen.joinStyle() == Qt::MiterJoin || pen.joinStyle() == Qt::SvgMiterJoin);
-    return pen.widthF() * std::max(1.0, hasMiters ? pen.miterLimit() : 1.0);
-}
 
 }  // namespace
 

@@ -256,7 +256,7 @@ TEST_F(CullingTest, noPixelDiffers) {
         const bool usual = number % 8 == 7;
         const auto compared = tzbench::compareTiles(
             path(), 12, 0.2, number,
-            usual ? tzsvg::CullingSettings() : tzsvg::CullingSettings{1, 0, 60, 0, SIZE_MAX, 0});
+            usual ? tzsvg::CullingSettings() : tzsvg::CullingSettings{1, 0, 60, 0, SIZE_MAX, 2.0, 0});
         EXPECT_EQ(compared.different, 0U) << number;
         ofCells += compared.ofCells;
         ofOneColour += compared.ofOneColour;

@@ -1,0 +1,231 @@
+#include "image/trimming/TrimmedPaint.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QSvgRenderer>
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+
+#include "image/PaintProbe.h"
+#include "image/StrokeReach.h"
+#include "image/trimming/OutlineTrimmer.h"
+
+namespace tzsvg {
+namespace {
+
+bool isAlmost(const QPointF& a, const QPointF& b, double unit) {
+    constexpr double kRounding = 1e-6;
+    return std::abs(a.x() - b.x()) <= kRounding * unit && std::abs(a.y() - b.y()) <= kRounding * unit;
+}
+
+// Whether a path may be what QPainter makes of a rectangle with rounded corners for a device of ours. For an
+// image it makes another one, whose numbers the path does not tell.
+bool mayBeRoundedRect(const QPainterPath& path) {
+    constexpr int kFewest = 5;  // corners without a radius
+    constexpr int kMost = 18;
+    if (path.elementCount() < kFewest || path.elementCount() > kMost) return false;
+    const QRectF box = path.controlPointRect();
+    const QPointF first = path.elementAt(0);
+    const QPointF corner = path.elementAt(1).isCurveTo() ? QPointF(path.elementAt(3)) : box.topLeft();
+    QPainterPath rounded;
+    rounded.addRoundedRect(box, std::abs(corner.x() - first.x()), std::abs(corner.y() - first.y()));
+    if (rounded.elementCount() != path.elementCount()) return false;
+    const double unit = std::abs(box.left()) + std::abs(box.top()) + box.width() + box.height();
+    for (int i = 0; i < path.elementCount(); ++i) {
+        if (path.elementAt(i).type != rounded.elementAt(i).type ||
+            !isAlmost(path.elementAt(i), rounded.elementAt(i), unit))
+            return false;
+    }
+    return true;
+}
+
+// Qt fills these otherwise than other polygons.
+bool mayBeRect(const QPointF* points, int count) {
+    constexpr int kCorners = 4;
+    if (count != kCorners && count != kCorners + 1) return false;
+    for (int i = 1; i < kCorners; ++i) {
+        if (points[i].x() != points[i - 1].x() && points[i].y() != points[i - 1].y()) return false;
+    }
+    return true;
+}
+
+bool isFitted(const QBrush& brush) {
+    return brush.gradient() && brush.gradient()->coordinateMode() != QGradient::LogicalMode;
+}
+
+// A gradient that is fitted to the shape it fills, as one that fits this shape whatever it fills.
+QBrush fittedTo(const QRectF& shape, const QBrush& brush) {
+    QGradient gradient = *brush.gradient();
+    const QTransform fit(shape.width(), 0.0, 0.0, shape.height(), shape.x(), shape.y());
+    const bool isOfShape = gradient.coordinateMode() == QGradient::ObjectMode;
+    gradient.setCoordinateMode(QGradient::LogicalMode);
+    QBrush fitted(gradient);
+    fitted.setTransform(isOfShape ? brush.transform() * fit : fit * brush.transform());
+    return fitted;
+}
+
+// Hands on what it is told to a painter of the tile.
+class TrimmingEngine : public ProbeEngine {
+  public:
+    TrimmingEngine(QPainter& painter, QSize tile) : painter_(painter), tile_(tile) {}
+
+    bool hasGivenUp() const { return hasGivenUp_; }
+
+    void updateState(const QPaintEngineState& of) override;
+    void drawPath(const QPainterPath& path) override;
+    void drawPolygon(const QPointF* points, int count, PolygonDrawMode mode) override;
+    void drawRects(const QRectF* rects, int count) override { tilePainter().drawRects(rects, count); }
+    void drawEllipse(const QRectF& rect) override;
+    void drawLines(const QLineF* lines, int count) override { tilePainter().drawLines(lines, count); }
+    void drawPoints(const QPointF* points, int count) override { tilePainter().drawPoints(points, count); }
+    // No shape is drawn as any of these.
+    void drawPixmap(const QRectF& /*to*/, const QPixmap& /*pixmap*/, const QRectF& /*from*/) override {
+        hasGivenUp_ = true;
+    }
+    void drawImage(const QRectF& /*to*/, const QImage& /*image*/, const QRectF& /*from*/,
+                   Qt::ImageConversionFlags /*flags*/) override {
+        hasGivenUp_ = true;
+    }
+    void drawTextItem(const QPointF& /*at*/, const QTextItem& /*text*/) override { hasGivenUp_ = true; }
+
+  private:
+    enum class Way { kAsItIs, kFilled, kStroked };
+    QPainter& tilePainter();
+    void closeStroker(const QPainterPath& path);
+    Way way() const;
+    bool isStrokedByOutline(const QPen& pen) const;
+    // Draws the path, or with `asItIs` when nothing may be left out of it.
+    template <typename Draw>
+    void draw(const QPainterPath& path, bool mayBeOther, const Draw& asItIs);
+
+    QPainter& painter_;
+    const QSize tile_;
+    DirtyFlags changed_;
+    bool isLeftOpen_ = false;  // Qt's stroker, by a polyline
+    bool hasGivenUp_ = false;
+};
+
+void TrimmingEngine::updateState(const QPaintEngineState& of) {
+    changed_ |= of.state();
+    if (of.painter()->hasClipping()) hasGivenUp_ = true;
+}
+
+// The tile's painter, told what has changed.
+QPainter& TrimmingEngine::tilePainter() {
+    if (changed_.testFlag(DirtyTransform)) painter_.setTransform(state->transform());
+    if (changed_.testFlag(DirtyPen)) painter_.setPen(state->pen());
+    if (changed_.testFlag(DirtyBrush)) painter_.setBrush(state->brush());
+    if (changed_.testFlag(DirtyOpacity)) painter_.setOpacity(state->opacity());
+    if (changed_.testFlag(DirtyCompositionMode)) painter_.setCompositionMode(state->compositionMode());
+    if (changed_.testFlag(DirtyHints)) {
+        painter_.setRenderHints(painter_.renderHints(), false);
+        painter_.setRenderHints(state->renderHints());
+    }
+    changed_ = {};
+    return painter_;
+}
+
+// Without smooth edges Qt has another rasterizer.
+TrimmingEngine::Way TrimmingEngine::way() const {
+    const QBrush& brush = state->brush();
+    const QPen& pen = state->pen();
+    if (!state->renderHints().testFlag(QPainter::Antialiasing)) return Way::kAsItIs;
+    if (pen.style() == Qt::NoPen) {
+        const bool isOfDevice =
+            brush.gradient() && brush.gradient()->coordinateMode() == QGradient::StretchToDeviceMode;
+        return brush.style() == Qt::TexturePattern || isOfDevice ? Way::kAsItIs : Way::kFilled;
+    }
+    return brush.style() == Qt::NoBrush && isStrokedByOutline(pen) ? Way::kStroked : Way::kAsItIs;
+}
+
+// Whether Qt makes an outline of the stroke and fills it: neither dashes nor lines of a pixel.
+bool TrimmingEngine::isStrokedByOutline(const QPen& pen) const {
+    const QTransform& t = state->transform();
+    constexpr double kPixels = 2.0;
+    const double smallestScale = std::abs(t.determinant()) / std::max(largestScale(t), 1e-300);
+    return pen.style() == Qt::SolidLine && pen.brush().style() == Qt::SolidPattern && !pen.isCosmetic() &&
+           pen.widthF() * smallestScale > kPixels;
+}
+
+template <typename Draw>
+void TrimmingEngine::draw(const QPainterPath& path, bool mayBeOther, const Draw& asItIs) {
+    const QPen& pen = state->pen();
+    const bool isFilled = pen.style() == Qt::NoPen;
+    if (hasGivenUp_ || (isFilled && state->brush().style() == Qt::NoBrush)) return;
+    const Way drawn = way();
+    if (drawn == Way::kAsItIs && !mayBeOther) return asItIs();
+    const OutlineTrimmer trimmer(state->transform(), tile_, isFilled ? 0.0 : strokeRadius(pen, false));
+    const auto trimmed = isFilled ? trimmer.filled(path) : trimmer.stroked(path);
+    if (mayBeOther && (!trimmed || trimmed->isNear || pen.isCosmetic())) {
+        hasGivenUp_ = true;
+        return;
+    }
+    if (drawn == Way::kAsItIs || !trimmed) return asItIs();
+    if (!isFilled && !trimmed->isNear && isLeftOpen_) closeStroker(path);
+    if (trimmed->path.isEmpty()) return;
+    QPainter& to = tilePainter();
+    if (isFilled && isFitted(state->brush())) {
+        to.setBrush(fittedTo(path.controlPointRect(), state->brush()));
+        changed_ |= DirtyBrush;
+    }
+    to.drawPath(trimmed->path);
+}
+
+// A polyline leaves its being open behind in Qt's stroker, until another path is stroked, and dashes follow
+// it. A stroke that is left out must not leave that out.
+void TrimmingEngine::closeStroker(const QPainterPath& path) {
+    const QPointF first = path.elementAt(0);
+    QPainterPath nothing(first);
+    addLine(first, nothing);
+    addLine(first, nothing);
+    tilePainter().drawPath(nothing);
+    isLeftOpen_ = false;
+}
+
+void TrimmingEngine::drawPath(const QPainterPath& path) {
+    draw(path, mayBeRoundedRect(path), [&] { tilePainter().drawPath(path); });
+}
+
+void TrimmingEngine::drawPolygon(const QPointF* points, int count, PolygonDrawMode mode) {
+    if (mode == PolylineMode) {
+        isLeftOpen_ = true;
+        return tilePainter().drawPolyline(points, count);
+    }
+    const Qt::FillRule rule = mode == WindingMode ? Qt::WindingFill : Qt::OddEvenFill;
+    const auto asItIs = [&] { tilePainter().drawPolygon(points, count, rule); };
+    if (count == 0 || mayBeRect(points, count)) return asItIs();
+    QPainterPath path(points[0]);
+    for (int i = 1; i < count; ++i) addLine(points[i], path);
+    addLine(points[0], path);
+    path.setFillRule(rule);
+    draw(path, false, asItIs);
+}
+
+void TrimmingEngine::drawEllipse(const QRectF& rect) {
+    QPainterPath path;
+    path.addEllipse(rect);
+    const auto asItIs = [&] { tilePainter().drawEllipse(rect); };
+    if (path.isEmpty()) return asItIs();
+    draw(path, false, asItIs);
+}
+
+}  // namespace
+
+bool isTrimmingProven() {
+    constexpr std::string_view kVersion = "6.4.";
+    return sizeof(void*) == sizeof(uint64_t) &&
+           std::string_view(qVersion()).substr(0, kVersion.size()) == kVersion;
+}
+
+bool renderTrimmed(QSvgRenderer& renderer, const TileView& view, QPainter& painter) {
+    const QSize tile(painter.device()->width(), painter.device()->height());
+    TrimmingEngine engine(painter, tile);
+    ProbeDevice device(tile, engine);
+    QPainter telling(&device);
+    renderer.setViewBox(view.viewBox);
+    renderer.render(&telling, view.target);
+    return !engine.hasGivenUp();
+}
+
+}  // namespace tzsvg

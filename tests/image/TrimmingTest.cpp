@@ -1,0 +1,204 @@
+// Outlines without the pieces that a tile does not see: what is left of them, and that no pixel tells, for
+// all that Qt draws in a way of its own.
+#include <gtest/gtest.h>
+
+#include <QLoggingCategory>
+#include <QPainterPath>
+#include <random>
+
+#include "bench/exact/TileComparison.h"
+#include "image/trimming/OutlineTrimmer.h"
+#include "image/trimming/TrimmedPaint.h"
+#include "tests/image/ImageFixture.h"
+
+using tzsvg::OutlineTrimmer;
+
+namespace {
+
+QPainterPath pathOf(std::initializer_list<QPointF> points) {
+    QPainterPath path(*points.begin());
+    for (const QPointF* point = points.begin() + 1; point != points.end(); ++point)
+        tzsvg::addLine(*point, path);
+    return path;
+}
+
+const QSize kTile(256, 256);
+
+OutlineTrimmer trimmer(double reach, const QTransform& toPixels = {}) {
+    return {toPixels, kTile, reach};
+}
+
+}  // namespace
+
+TEST(OutlineTrimmer, keepsWhatIsNear) {
+    const QPainterPath near = pathOf({{-15, 100}, {100, 100}, {100, 300}, {-15, 100}, {-15, 100 + 1e-13}});
+    EXPECT_EQ(trimmer(0.0).filled(near)->path, near);
+    EXPECT_EQ(trimmer(5.0).stroked(near)->path, near);
+    // With the pieces that are joined to it there, those of no length as well.
+    const QPainterPath stroked = pathOf(
+        {{0, 9000}, {0, 5000}, {50, 4000}, {100, 100}, {100, 100}, {400, -400}, {400, -500}, {0, -2000}});
+    EXPECT_EQ(trimmer(50.0).stroked(stroked)->path,
+              pathOf({{0, 9000}, {50, 4000}, {100, 100}, {100, 100}, {400, -400}, {0, -2000}}));
+    const QPainterPath joined =
+        pathOf({{-300, 900}, {-200, 800}, {-400, 100}, {-60, 100}, {900, 100}, {700, 9}, {800, 5}});
+    EXPECT_EQ(trimmer(50.0).stroked(joined)->path,
+              pathOf({{-300, 900}, {-300, 100}, {-400, 100}, {-60, 100}, {900, 100}, {900, 5}, {800, 5}}));
+}
+
+TEST(OutlineTrimmer, piecesOnOneSideBecomeALine) {
+    // Left of the tile level lines and upright ones, above it a line.
+    const QPainterPath area = pathOf({{100, 100},
+                                      {-100, 100},
+                                      {-300, 50},
+                                      {-200, 200},
+                                      {-500, 150},
+                                      {-400, -90},
+                                      {0, -70},
+                                      {200, -80},
+                                      {100, 100}});
+    EXPECT_EQ(trimmer(0.0).filled(area)->path,
+              pathOf({{100, 100}, {-100, 100}, {-100, -90}, {-400, -90}, {200, -80}, {100, 100}}));
+    // The pixels' sides count, not the path's.
+    QTransform turned;
+    turned.rotate(90);
+    const auto sideways = [&](const QPointF& point) { return turned.inverted().map(point); };
+    const QPainterPath lying = pathOf({sideways({-100, 0}), sideways({-300, 200}), sideways({100, 200})});
+    const QPainterPath trimmed = trimmer(0.0, turned).filled(lying)->path;
+    ASSERT_EQ(trimmed.elementCount(), 5);
+    EXPECT_EQ(turned.map(QPointF(trimmed.elementAt(1))), QPointF(-100, 200));
+}
+
+// What goes round the tile, near or not, stays around it; what lies beside it goes.
+TEST(OutlineTrimmer, areasStayAroundTheTile) {
+    QPainterPath around;
+    around.addEllipse(QPointF(128, 128), 5000, 9000);
+    const auto trimmed = trimmer(0.0).filled(around);
+    EXPECT_FALSE(trimmed->isNear);
+    EXPECT_TRUE(trimmed->path.contains(QRectF(0, 0, 256, 256)));
+    for (int i = 0; i < trimmed->path.elementCount(); ++i)
+        EXPECT_FALSE(trimmed->path.elementAt(i).isCurveTo());
+    EXPECT_TRUE(trimmer(50.0).stroked(around)->path.isEmpty());
+    EXPECT_TRUE(trimmer(0.0).filled(around.translated(5300, 0))->path.isEmpty());
+
+    QPainterPath touching;
+    touching.addEllipse(QPointF(5200, 128), 5000, 9000);
+    EXPECT_TRUE(trimmer(0.0).filled(touching)->isNear);
+    EXPECT_FALSE(trimmer(0.0).filled(touching.translated(100, 0))->isNear);
+    EXPECT_TRUE(trimmer(60.0).stroked(touching.translated(100, 0))->isNear);
+}
+
+TEST(OutlineTrimmer, leavesAloneWhatCannotBeTold) {
+    QTransform flat;
+    flat.scale(1.0, 0.0);
+    const QPainterPath far = pathOf({{-100, 100}, {-200, 300}, {-5e6, 300}, {-100, 600}});
+    EXPECT_FALSE(trimmer(0.0).filled(far));
+    EXPECT_FALSE(trimmer(1.0).stroked(far));
+    EXPECT_FALSE(trimmer(0.0, flat).filled(pathOf({{0, 0}, {9, 9}, {0, 9}})));
+    QPainterPath vast(QPointF(-4e6, -4e6));
+    vast.cubicTo(-4e6, 4e6, 4e6, 4e6, 4e6, -4e6);
+    EXPECT_TRUE(trimmer(0.0).filled(vast)->isNear);
+    EXPECT_FALSE(trimmer(0.0, QTransform().scale(0.1, 0.1)).filled(vast)->isNear);
+    // Lines that Qt strokes each alone; what is left of others is none of these.
+    QPainterPath lines = pathOf({{-100, 100}, {-200, 300}});
+    lines.addPath(pathOf({{0, 0}, {9, 9}}));
+    EXPECT_FALSE(trimmer(1.0).stroked(lines));
+    lines.addPath(pathOf({{900, 0}, {990, 9}, {900, 800}}));
+    EXPECT_EQ(trimmer(1.0).stroked(lines)->path, pathOf({{0, 0}, {9, 9}, {9, 9}}));
+}
+
+struct TrimmedPaintTest : ImageTest {
+    // Tiles of all levels. Whether outlines were trimmed for any.
+    bool isTrimmed(const QByteArray& content, uint64_t seed) {
+        const char kGradients[] =
+            "<linearGradient id='l' gradientTransform='rotate(30)'><stop stop-color='red'/>"
+            "<stop offset='1' stop-color='blue' stop-opacity='.5'/></linearGradient>"
+            "<linearGradient id='u' gradientUnits='userSpaceOnUse' x2='70' xlink:href='#l'/>"
+            "<radialGradient id='r' fx='.3' xlink:href='#l'/>";
+        write(
+            "<svg xmlns='http://www.w3.org/2000/svg' xmlns:xlink='http://www.w3.org/1999/xlink' width='100' "
+            "height='90' viewBox='0 0 100 90'>" +
+            QByteArray(kGradients) + content + "</svg>");
+        const auto compared = tzbench::compareTiles(path(), 25, 1.0, seed,
+                                                    tzsvg::CullingSettings{SIZE_MAX, 0, 60, 0, 0, 2.0, 0});
+        EXPECT_EQ(compared.different, 0U) << content.constData();
+        return compared.trimmed > 0;
+    }
+
+    void SetUp() override {
+        if (!tzsvg::isTrimmingProven()) GTEST_SKIP() << "outlines are not trimmed";
+        QLoggingCategory::setFilterRules(QStringLiteral("qt.svg*=false"));
+    }
+};
+
+// All that a path can be drawn with. It goes to and fro, so that many tiles see pieces of it.
+TEST_F(TrimmedPaintTest, paths) {
+    std::mt19937 random(7);
+    const auto number = [&] {
+        return " " + QByteArray::number(static_cast<double>(random() % 11000) / 100 - 5);
+    };
+    QByteArray d = "M0,0";
+    for (int i = 0; i < 60; ++i) {
+        d += i % 3 == 0 ? " L" : i % 3 == 1 ? " C" : i % 7 == 0 ? " z M" : " Q";
+        for (int n = d.endsWith('C') ? 6 : d.endsWith('Q') ? 4 : 2; n > 0; --n) d += number();
+    }
+    const char* const kStyles[] = {
+        "fill='lime'",
+        "fill='lime' fill-rule='evenodd' transform='rotate(33)'",
+        "fill='url(#l)' opacity='.6'",
+        "fill='url(#u)' transform='scale(-1,.7) translate(-100)'",
+        "fill='url(#r)' stroke='url(#l)' stroke-width='.1'",
+        "fill='none' stroke='red' stroke-width='.3'",
+        "fill='none' stroke='#f008' stroke-linejoin='round' stroke-linecap='round' transform='skewX(20)'",
+        "fill='none' stroke='red' stroke-width='.2' stroke-linejoin='bevel' stroke-linecap='square'",
+        "fill='none' stroke='red' stroke-width='.1' stroke-dasharray='2,1'",
+        "fill='none' stroke='red' stroke-width='.0005'",
+        "fill='none' stroke='red' stroke-width='9' vector-effect='non-scaling-stroke'",
+        "fill='red' stroke='blue' stroke-width='.1' comp-op='xor'",
+    };
+    uint64_t seed = 0;
+    for (const char* style : kStyles)
+        EXPECT_TRUE(isTrimmed("<circle r='50' fill='red'/><path d='" + d + "' " + style + "/>", ++seed))
+            << style;
+}
+
+// What Qt draws otherwise than most: what it takes for rectangles, for single lines, open, closed or too
+// short.
+TEST_F(TrimmedPaintTest, shapesOfTheirOwn) {
+    QByteArray rounded;
+    QByteArray rects;
+    for (int i = 1; i < 90; ++i) {
+        const QByteArray n = QByteArray::number(i);
+        const QByteArray y = QByteArray::number(i * 37 % 90);
+        rounded += "<rect x='" + n + ".243216' y='" + y + ".208' width='.35749" + n + "' height='.4885" + n +
+                   "' rx='5' ry='.6'/>";
+        rects += "<polygon points='" + n + ".1" + n + "," + y + ".3 " + n + ".6" + n + "7," + y + ".3 " + n +
+                 ".6" + n + "7," + y + ".9" + n + " " + n + ".1" + n + "," + y + ".9" + n + "'/>";
+    }
+    const struct {
+        QByteArray content;
+        bool isTrimmed;
+    } cases[] = {
+        {"<circle cx='50' cy='50' r='45'/><ellipse cx='40' cy='60' rx='70' ry='20' fill='red' stroke='#00f8' "
+         "stroke-width='3' transform='rotate(20)'/>",
+         true},
+        {"<path d='M0 -10 a5 5 0 1 1 8 6 a5 5 0 1 1 -3 10 a5 5 0 1 1 -10 0 a5 5 0 1 1 -3 -10 a5 5 0 1 1 8 -6 "
+         "z' stroke='red' stroke-width='.7' transform='translate(50,50) skewX(9) scale(-4,4)'/>",
+         true},
+        {"<polygon points='10,5 95,40 60,95 5,60 50,50 50,50' stroke='red' stroke-linejoin='round'/>", true},
+        {"<path d='M0,0 L99,50 M5,5 L60,95 M9,80 L95,85 L90,20' stroke='red' stroke-linecap='square'/>",
+         true},
+        {"<path d='M0,0 L99,50 M5,5 L60,95 M9,80 L95,85' stroke='red' stroke-linecap='round'/>", true},
+        // Dashes after a polyline that is open, and a path that is not near.
+        {"<g fill='none' stroke='red' stroke-width='.4'><polyline points='5,90 40,10 80,85'/><path d='M0,0 "
+         "h3 v3'/>"
+         "<path d='M20,20 h70 v70 h-50 z' stroke-width='4' stroke-dasharray='300,3'/></g>",
+         true},
+        {"<path d='M-6000,20 L90,30 L50,6000 L3,3' stroke='red'/>", true},
+        {rects, true},
+        {rounded, false},
+        {"<text x='9' y='60' font-size='70'>Ag</text><circle cx='50' cy='50' r='45'/>", false},
+    };
+    uint64_t seed = 0;
+    for (const auto& [content, trimmed] : cases)
+        EXPECT_EQ(isTrimmed(content, ++seed), trimmed) << content.constData();
+}

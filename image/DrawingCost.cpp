@@ -33,12 +33,25 @@ bool isPlainBrush(const QBrush& brush) {
     return brush.style() == Qt::NoBrush || brush.style() == Qt::SolidPattern;
 }
 
+// QPainter draws shapes with such a gradient into a picture first, for any device but its own.
+bool hasFocusOutside(const QBrush& brush) {
+    if (brush.style() != Qt::RadialGradientPattern) return false;
+    const auto& gradient = static_cast<const QRadialGradient&>(*brush.gradient());
+    const QPointF toFocus = gradient.focalPoint() - gradient.center();
+    return gradient.focalRadius() != 0.0 ||
+           QPointF::dotProduct(toFocus, toFocus) > gradient.radius() * gradient.radius();
+}
+
 class SurveyingEngine : public ProbeEngine {
   public:
     PaintSurvey survey() const {
-        return {longest_ <= kMaxDashesOfPath && all_ <= kMaxDashes, isPlain_ && isOfShapes_, isOfShapes_};
+        return {longest_ <= kMaxDashesOfPath && all_ <= kMaxDashes, isPlain_ && isOfShapes_,
+                isOfShapes_ && isTold_, isTold_};
     }
 
+    void updateState(const QPaintEngineState& of) override {
+        isTold_ = isTold_ && !hasFocusOutside(of.brush()) && !hasFocusOutside(of.pen().brush());
+    }
     void drawPath(const QPainterPath& path) override {
         noteBrushes();
         if (isDashed()) countDashes(path);
@@ -94,6 +107,7 @@ class SurveyingEngine : public ProbeEngine {
     double all_ = 0.0;
     bool isPlain_ = true;
     bool isOfShapes_ = true;
+    bool isTold_ = true;
 };
 
 }  // namespace

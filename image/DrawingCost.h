@@ -12,6 +12,7 @@ struct PaintSurvey {
     // Nothing but areas of one colour each, half-transparent or not: no gradients, pictures, texts.
     bool isPlain = true;
     bool isOfShapes = true;  // neither pictures nor texts
+    bool isTold = true;      // of all shapes, by what a paint device of ours is told to draw
 };
 PaintSurvey surveyPaint(QSvgRenderer& renderer);
 

@@ -137,7 +137,7 @@ std::unique_ptr<RendererPool::Loaded> RendererPool::load() const {
     // An animated document moves on from the moment it is first drawn.
     version->keep = !renderer->animated() && version->isSettled();
     version->area = QRectF(version->ownViewBox.topLeft(), QSizeF(renderer->defaultSize()));
-    if (version->keep) {
+    if (version->keep && survey.isTold) {
         version->cells = std::make_unique<CellRenderers>([of = version.get()] { return of->text(); },
                                                          version->area, culling_);
     }

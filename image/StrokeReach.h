@@ -1,23 +1,21 @@
-// How far from a path its stroke may lie. Used by culling and trimming.
+// How far from a path its stroke may lie. Used by culling and trimming; pure.
 #pragma once
 
+#include <QPainterPath>
 #include <QPen>
 #include <QTransform>
-#include <algorithm>
-#include <cmath>
 
 namespace tzsvg {
 
 // No length is enlarged more than that.
-inline double largestScale(const QTransform& t) {
-    return std::sqrt(t.m11() * t.m11() + t.m12() * t.m12() + t.m21() * t.m21() + t.m22() * t.m22());
-}
+double largestScale(const QTransform& t);
 
-// In the path's own units.
-inline double strokeRadius(const QPen& pen, bool isOneLine) {
-    const bool hasMiters =
-        !isOneLine && (pen.joinStyle() == Qt::MiterJoin || pen.joinStyle() == Qt::SvgMiterJoin);
-    return pen.widthF() * std::max(1.0, hasMiters ? pen.miterLimit() : 1.0);
-}
+// In the path's own units; of a path for which strokeIsTold().
+double strokeRadius(const QPen& pen, bool isOneLine);
+
+// Whether the stroke lies within its radius. Not where a curve turns back: Qt (QBezier::shifted()) moves a
+// control point outwards by half the width, divided by the cosine of half the turn, and after some tries
+// takes what comes of it, be it a thousand widths away.
+bool strokeIsTold(const QPainterPath& path, const QPen& pen);
 
 }  // namespace tzsvg

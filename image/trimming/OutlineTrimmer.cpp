@@ -13,11 +13,12 @@ enum Side : unsigned { kLeft = 1, kAbove = 2, kRight = 4, kBelow = 8, kAnySide =
 // How many pixels beyond the tile a piece is near.
 constexpr double kMargin = 16.0;
 
-// How far the lines that Qt makes of a curve, so many at most, may be from it.
-constexpr double kMostLines = 512.0;
+// How far the lines that Qt makes of a curve may be from it, and how many they are at most
+// (QBezier::addToPolygon(), which halves a curve nine times).
 constexpr double kMostDeviation = kMargin / 2.0;
+constexpr double kMostLines = 512.0;
 
-// Qt cuts what lies more than 2^23 pixels away.
+// Qt cuts what lies more than 2^23 pixels away, or is wider or higher than that. So nothing trimmed is.
 constexpr double kFarthest = 1U << 22U;
 
 // A curve is looked at in parts, each a half of the part before.
@@ -37,7 +38,7 @@ bool isOfSingleLines(const QPainterPath& path) {
 
 void addLine(const QPointF& end, QPainterPath& to) {
     const bool isLeftOut = to.currentPosition() == end;
-    const double elsewhere = end.x() / 2.0 + (end.x() > 0.0 ? -1.0 : 1.0);
+    const double elsewhere = end.x() / 2.0 + (end.x() > 0.0 ? -1.0 : 1.0);  // not taken for the end
     to.lineTo(isLeftOut ? QPointF(elsewhere, end.y()) : end);
     if (isLeftOut) to.setElementPositionAt(to.elementCount() - 1, end.x(), end.y());
 }
@@ -51,7 +52,7 @@ class OutlineTrimmer::Run {
     }
 
     void pass(const QPointF& end, unsigned sides) {
-        if ((sides_ & sides) == 0) finish();
+        if ((sides_ & sides) == 0) finish();  // then sides_ is kAnySide again
         sides_ &= sides;
         end_ = end;
     }
@@ -69,7 +70,8 @@ class OutlineTrimmer::Run {
 
     void finish() {
         if (sides_ == kAnySide) return;
-        // Lines above or below are not followed, nor are vertical ones beyond the tile.
+        // Qt follows a vertical line within the tile's rows alone, and level ones, and those above or below,
+        // not at all.
         if ((sides_ & (kAbove | kBelow)) == 0) addLine(corner(), to_);
         addLine(end_, to_);
         from_ = end_;
@@ -119,7 +121,6 @@ std::optional<OutlineTrimmer::Trimmed> OutlineTrimmer::stroked(const QPainterPat
     for (Pieces& pieces : subPathsOf(path, false)) {
         if (!markNear(pieces)) continue;
         trimmed.isNear = true;
-        keepJoined(pieces);
         append(pieces, trimmed.path);
     }
     if (trimmed.isNear && isOfSingleLines(trimmed.path))
@@ -160,7 +161,7 @@ std::vector<OutlineTrimmer::Pieces> OutlineTrimmer::subPathsOf(const QPainterPat
         unsigned sides = lastSides & endSides;
         // A curve lies within its control points.
         if (isCurve && sides != 0) sides &= sidesOf(first) & sidesOf(second);
-        subPaths.back().push_back({{last, first, second, end}, isCurve, sides, false, false});
+        subPaths.back().push_back({{last, first, second, end}, isCurve, sides, false});
         last = end;
         lastSides = endSides;
     };
@@ -185,7 +186,9 @@ std::vector<OutlineTrimmer::Pieces> OutlineTrimmer::subPathsOf(const QPainterPat
     return subPaths;
 }
 
-// Whether the lines that Qt makes of a curve are near to it.
+// Whether the lines that Qt makes of a curve are near to it: lines between n points, as far apart in the
+// curve's parameter, are no farther from it than an eighth of its second derivative, divided by n squared;
+// and the derivative is at most six times the second difference of its control points.
 bool OutlineTrimmer::isFineEnough(const Curve& c) const {
     const auto bend = [&](const QPointF& a, const QPointF& b, const QPointF& d) {
         return (toPixels_.map(a) - 2.0 * toPixels_.map(b) + toPixels_.map(d)).manhattanLength();
@@ -210,31 +213,16 @@ bool OutlineTrimmer::passesBy(const Curve& c, int halvings, Run* run) const {
            passesBy({half, (b + d) / 2, d, c[3]}, halvings - 1, run);
 }
 
-// Keeps what is near; false when nothing is.
+// Finds what is near; false when nothing is. A point that is near makes both its pieces near, so that joins
+// of strokes stay as they were.
 bool OutlineTrimmer::markNear(Pieces& pieces) const {
     bool isAny = false;
     for (Piece& piece : pieces) {
         piece.isNear = piece.sides == 0 && !(piece.isCurve && isFineEnough(piece.points) &&
                                              passesBy(piece.points, kMostHalvings, nullptr));
-        piece.isKept = piece.isNear;
         isAny = isAny || piece.isNear;
     }
     return isAny;
-}
-
-// Keeps what is joined near the tile to pieces that are, since a join depends on both.
-void OutlineTrimmer::keepJoined(Pieces& pieces) const {
-    const auto keep = [&](auto first, auto past, size_t endPoint) {
-        bool isJoined = false;
-        for (int round = 0; round < 2; ++round) {  // the last may be joined to the first
-            for (auto piece = first; piece != past; ++piece) {
-                if (isJoined) piece->isKept = true;
-                isJoined = piece->isNear && sidesOf(piece->points.at(endPoint)) == 0;
-            }
-        }
-    };
-    keep(pieces.begin(), pieces.end(), 3);
-    keep(pieces.rbegin(), pieces.rend(), 0);
 }
 
 // Whether all lies on one side.
@@ -247,7 +235,7 @@ bool OutlineTrimmer::isBeside(const Pieces& pieces) const {
 void OutlineTrimmer::append(const Pieces& pieces, QPainterPath& to) const {
     Run run(*this, pieces.front().points[0], to);
     for (const Piece& piece : pieces) {
-        if (piece.isKept) {
+        if (piece.isNear) {
             run.keep(piece);
         } else if (piece.sides != 0) {
             run.pass(piece.points[3], piece.sides);

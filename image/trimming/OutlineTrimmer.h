@@ -29,7 +29,7 @@ class OutlineTrimmer {
 
     struct Trimmed {
         QPainterPath path;
-        bool isNear;  // some of the outline
+        bool isNear;  // some of the outline; an area without may still cover the tile
     };
     // To be filled; an empty path when it paints nothing on the tile. Nothing when it is to be drawn as it
     // is: what lies too far, or is turned into nothing.
@@ -45,7 +45,6 @@ class OutlineTrimmer {
         bool isCurve;
         unsigned sides;  // of the tile on which all of it lies
         bool isNear;
-        bool isKept;
     };
     using Pieces = std::vector<Piece>;
     class Run;
@@ -57,7 +56,6 @@ class OutlineTrimmer {
     bool isFineEnough(const Curve& curve) const;
     bool passesBy(const Curve& curve, int halvings, Run* run) const;
     bool markNear(Pieces& pieces) const;
-    void keepJoined(Pieces& pieces) const;
     bool isBeside(const Pieces& pieces) const;
     void append(const Pieces& pieces, QPainterPath& to) const;
 

@@ -5,6 +5,7 @@
 #include <QSvgRenderer>
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <string_view>
 
 #include "image/PaintProbe.h"
@@ -95,9 +96,10 @@ class TrimmingEngine : public ProbeEngine {
     void closeStroker(const QPainterPath& path);
     Way way() const;
     bool isStrokedByOutline(const QPen& pen) const;
-    // Draws the path, or with `asItIs` when nothing may be left out of it.
+    // Draws the path, or by `asItIs` when nothing may be left out of it. Gives up when it may be a rounded
+    // rectangle near the tile.
     template <typename Draw>
-    void draw(const QPainterPath& path, bool mayBeOther, const Draw& asItIs);
+    void draw(const QPainterPath& path, bool mayBeRounded, const Draw& asItIs);
 
     QPainter& painter_;
     const QSize tile_;
@@ -143,27 +145,34 @@ TrimmingEngine::Way TrimmingEngine::way() const {
 bool TrimmingEngine::isStrokedByOutline(const QPen& pen) const {
     const QTransform& t = state->transform();
     constexpr double kPixels = 2.0;
-    const double smallestScale = std::abs(t.determinant()) / std::max(largestScale(t), 1e-300);
+    constexpr double kNotZero = 1e-300;
+    const double smallestScale = std::abs(t.determinant()) / std::max(largestScale(t), kNotZero);
     return pen.style() == Qt::SolidLine && pen.brush().style() == Qt::SolidPattern && !pen.isCosmetic() &&
            pen.widthF() * smallestScale > kPixels;
 }
 
 template <typename Draw>
-void TrimmingEngine::draw(const QPainterPath& path, bool mayBeOther, const Draw& asItIs) {
+void TrimmingEngine::draw(const QPainterPath& path, bool mayBeRounded, const Draw& asItIs) {
     const QPen& pen = state->pen();
     const bool isFilled = pen.style() == Qt::NoPen;
     if (hasGivenUp_ || (isFilled && state->brush().style() == Qt::NoBrush)) return;
     const Way drawn = way();
-    if (drawn == Way::kAsItIs && !mayBeOther) return asItIs();
+    if (drawn == Way::kAsItIs && !mayBeRounded) return asItIs();
     const OutlineTrimmer trimmer(state->transform(), tile_, isFilled ? 0.0 : strokeRadius(pen, false));
-    const auto trimmed = isFilled ? trimmer.filled(path) : trimmer.stroked(path);
-    if (mayBeOther && (!trimmed || trimmed->isNear || pen.isCosmetic())) {
+    std::optional<OutlineTrimmer::Trimmed> trimmed;
+    if (isFilled) {
+        trimmed = trimmer.filled(path);
+    } else if (strokeIsTold(path, pen)) {
+        trimmed = trimmer.stroked(path);
+    }
+    if (mayBeRounded && (!trimmed || trimmed->isNear || pen.isCosmetic())) {
         hasGivenUp_ = true;
         return;
     }
     if (drawn == Way::kAsItIs || !trimmed) return asItIs();
     if (!isFilled && !trimmed->isNear && isLeftOpen_) closeStroker(path);
     if (trimmed->path.isEmpty()) return;
+    if (!isFilled) isLeftOpen_ = false;
     QPainter& to = tilePainter();
     if (isFilled && isFitted(state->brush())) {
         to.setBrush(fittedTo(path.controlPointRect(), state->brush()));
@@ -194,7 +203,8 @@ void TrimmingEngine::drawPolygon(const QPointF* points, int count, PolygonDrawMo
     }
     const Qt::FillRule rule = mode == WindingMode ? Qt::WindingFill : Qt::OddEvenFill;
     const auto asItIs = [&] { tilePainter().drawPolygon(points, count, rule); };
-    if (count == 0 || mayBeRect(points, count)) return asItIs();
+    constexpr int kMostPoints = 0xffff;  // Qt cuts areas of more in two
+    if (count == 0 || count > kMostPoints || mayBeRect(points, count)) return asItIs();
     QPainterPath path(points[0]);
     for (int i = 1; i < count; ++i) addLine(points[i], path);
     addLine(points[0], path);

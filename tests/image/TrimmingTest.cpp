@@ -4,6 +4,7 @@
 
 #include <QLoggingCategory>
 #include <QPainterPath>
+#include <cmath>
 #include <random>
 
 #include "bench/exact/TileComparison.h"
@@ -174,6 +175,12 @@ TEST_F(TrimmedPaintTest, shapesOfTheirOwn) {
         rects += "<polygon points='" + n + ".1" + n + "," + y + ".3 " + n + ".6" + n + "7," + y + ".3 " + n +
                  ".6" + n + "7," + y + ".9" + n + " " + n + ".1" + n + "," + y + ".9" + n + "'/>";
     }
+    QByteArray many = "<polygon points='";
+    for (int i = 0; i < 66000; ++i) {
+        const double turn = i * 0.0000952;
+        many += QByteArray::number(50 + (40 + i % 3) * std::cos(turn)) + "," +
+                QByteArray::number(50 + (40 + i % 5) * std::sin(turn)) + " ";
+    }
     const struct {
         QByteArray content;
         bool isTrimmed;
@@ -197,8 +204,32 @@ TEST_F(TrimmedPaintTest, shapesOfTheirOwn) {
         {rects, true},
         {rounded, false},
         {"<text x='9' y='60' font-size='70'>Ag</text><circle cx='50' cy='50' r='45'/>", false},
+        {many + "' fill-opacity='.5'/>", true},
     };
     uint64_t seed = 0;
     for (const auto& [content, trimmed] : cases)
         EXPECT_EQ(isTrimmed(content, ++seed), trimmed) << content.constData();
+}
+
+// What a paint device of ours is not told, or told less than is painted: an area whose gradient has its focus
+// outside of the circle, a stroke that goes far beyond its curve, which turns back.
+TEST_F(TrimmedPaintTest, shapesThatCannotBeMeasured) {
+    QByteArray spikes;
+    for (int i = 0; i < 36; ++i) {
+        spikes += "<path fill='none' stroke='red' stroke-width='1' transform='translate(90,90) rotate(" +
+                  QByteArray::number(10 * i) +
+                  ")' d='M6.1746,25.7595 C6.1746,25.7595 6.1703,25.7415 14.3766,59.9768'/>";
+    }
+    const QByteArray drawings[] = {
+        "<radialGradient id='g' cx='.27' r='.32' fx='.94' fy='.82'><stop stop-color='red'/><stop "
+        "offset='1'/></radialGradient>"
+        "<circle r='5'/><ellipse cx='80' cy='90' rx='70' ry='80' fill='url(#g)' transform='rotate(-25)'/>",
+        "<circle r='5'/>" + spikes,
+    };
+    for (const QByteArray& drawing : drawings) {
+        write("<svg xmlns='http://www.w3.org/2000/svg' width='180' height='180'>" + drawing + "</svg>");
+        const auto compared =
+            tzbench::compareTiles(path(), 60, 2.0, 1, tzsvg::CullingSettings{1, 0, 60, 0, SIZE_MAX, 2.0, 0});
+        EXPECT_EQ(compared.different, 0U) << drawing.constData();
+    }
 }

@@ -1,0 +1,55 @@
+#include "image/StrokeReach.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace tzsvg {
+namespace {
+
+// In radians: 150 degrees, by which half a width becomes 1.93 widths.
+constexpr double kMostTurn = 2.618;
+constexpr double kMostWidths = 2.0;
+
+// How much the lines between a curve's control points turn, all together: no part of the curve turns more.
+// Infinite when a line is so short that rounding decides where it goes.
+double turnOf(const std::array<QPointF, 4>& points) {
+    constexpr double kShortest = 1e-9;
+    double turn = 0.0;
+    QPointF before;
+    for (size_t i = 1; i < points.size(); ++i) {
+        const QPointF line = points.at(i) - points.at(i - 1);
+        if (line.x() == 0.0 && line.y() == 0.0) continue;
+        if (line.manhattanLength() < kShortest * points.at(i).manhattanLength()) return HUGE_VAL;
+        const double cross = before.x() * line.y() - before.y() * line.x();
+        turn += std::atan2(std::abs(cross), QPointF::dotProduct(before, line));
+        before = line;
+    }
+    return turn;
+}
+
+}  // namespace
+
+double largestScale(const QTransform& t) {
+    return std::sqrt(t.m11() * t.m11() + t.m12() * t.m12() + t.m21() * t.m21() + t.m22() * t.m22());
+}
+
+double strokeRadius(const QPen& pen, bool isOneLine) {
+    if (isOneLine) return pen.widthF();
+    const bool hasMiters = pen.joinStyle() == Qt::MiterJoin || pen.joinStyle() == Qt::SvgMiterJoin;
+    return pen.widthF() * std::max(kMostWidths, hasMiters ? pen.miterLimit() : 0.0);
+}
+
+bool strokeIsTold(const QPainterPath& path, const QPen& pen) {
+    if (pen.style() != Qt::SolidLine) return true;  // dashes are made of lines
+    for (int i = 0; i < path.elementCount(); ++i) {
+        if (!path.elementAt(i).isCurveTo()) continue;
+        if (!(turnOf({path.elementAt(i - 1), path.elementAt(i), path.elementAt(i + 1),
+                      path.elementAt(i + 2)}) <= kMostTurn))
+            return false;
+        i += 2;
+    }
+    return true;
+}
+
+}  // namespace tzsvg

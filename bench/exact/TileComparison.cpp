@@ -4,11 +4,13 @@
 #include <QImage>
 #include <QPainter>
 #include <QSvgRenderer>
+#include <algorithm>
 #include <cstdio>
 #include <ctime>
 #include <memory>
 #include <vector>
 
+#include "bench/exact/EdgeFinder.h"
 #include "host/Host.h"
 #include "hostsdk/CTzUser_Image.h"
 #include "image/RendererPool.h"
@@ -81,15 +83,24 @@ void reportDifference(const QString& fileName, const TileKey& tile, const tzsvg:
 
 class Chooser {
   public:
-    Chooser(const LevelTable& levels, uint64_t seed) : levels_(levels), state_(seed) {}
+    Chooser(const LevelTable& levels, uint64_t seed, const QString& fileName, const QRectF& area)
+        : levels_(levels), state_(seed), area_(area), edges_(fileName, area) {}
 
-    // Most are of the levels that have more than one tile.
+    // Most are of the levels that have more than one tile, and half of those at edges.
     TileKey next() {
         const uint32_t key = below(4) != 0 ? 9 + below(8) : below(tzsvg::kLevelCount);
         const TzTileLevel& level = levels_.level(key);
         const uint32_t columns = (level.width + level.tileWidth - 1) / level.tileWidth;
         const uint32_t rows = (level.height + level.tileHeight - 1) / level.tileHeight;
-        return {key, index(std::min(columns, level.tileWidth)), index(std::min(rows, level.tileHeight))};
+        const uint32_t mostColumns = std::min(columns, level.tileWidth);
+        const uint32_t mostRows = std::min(rows, level.tileHeight);
+        if (below(2) == 0) return {key, index(mostColumns), index(mostRows)};
+        const QPointF edge = edges_.find([&](uint32_t bound) { return below(bound); }) - area_.topLeft();
+        const auto indexOf = [](double part, uint32_t side, uint32_t tileSide, uint32_t count) {
+            return static_cast<uint32_t>(std::clamp(part * side / tileSide, 0.0, count - 1.0));
+        };
+        return {key, indexOf(edge.x() / area_.width(), level.width, level.tileWidth, mostColumns),
+                indexOf(edge.y() / area_.height(), level.height, level.tileHeight, mostRows)};
     }
 
   private:
@@ -115,6 +126,8 @@ class Chooser {
 
     const LevelTable& levels_;
     uint64_t state_;
+    QRectF area_;
+    EdgeFinder edges_;
 };
 
 }  // namespace
@@ -138,7 +151,7 @@ TileComparison compareTiles(const QString& fileName, uint32_t count, double seco
     if (size.isEmpty()) return result;
     const LevelTable levels({static_cast<uint32_t>(size.width()), static_cast<uint32_t>(size.height())});
     std::unique_ptr<QSvgRenderer> bare;
-    Chooser chooser(levels, seed);
+    Chooser chooser(levels, seed, fileName, QRectF(ownViewBox.topLeft(), QSizeF(size)));
     const double began = processorSeconds();
     for (uint32_t i = 0; i < count && processorSeconds() - began < seconds; ++i) {
         const TileKey tile = chooser.next();

@@ -17,9 +17,9 @@ struct TileComparison {
     uint64_t different = 0;    // from all that Qt draws, by a pixel or more
 };
 
-// Some `count` tiles of a drawing, at the edges and at random, of all levels; fewer when they take more than
-// `seconds` of processor time, none of a file that is no drawing. What is different is named on standard
-// error. The same tiles for the same `seed`.
+// Some `count` tiles of a drawing, at its borders, at edges of its shapes and at random, of all levels; fewer
+// when they take more than `seconds` of processor time, none of a file that is no drawing. What is different
+// is named on standard error. The same tiles for the same `seed`.
 TileComparison compareTiles(const QString& fileName, uint32_t count, double seconds, uint64_t seed,
                             const tzsvg::CullingSettings& culling);
 

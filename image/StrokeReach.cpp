@@ -11,21 +11,28 @@ namespace {
 constexpr double kMostTurn = 2.618;
 constexpr double kMostWidths = 2.0;
 
-// How much the lines between a curve's control points turn, all together: no part of the curve turns more.
-// Infinite when a line is so short that rounding decides where it goes.
+// The angle that holds the directions of the lines between a curve's control points. Those of any part of the
+// curve are sums of these, so it holds them, too. Infinite when a line is so short that rounding decides
+// where it goes.
 double turnOf(const std::array<QPointF, 4>& points) {
     constexpr double kShortest = 1e-9;
-    double turn = 0.0;
+    double direction = 0.0;  // from that of the first line
+    double least = 0.0;
+    double most = 0.0;
     QPointF before;
     for (size_t i = 1; i < points.size(); ++i) {
         const QPointF line = points.at(i) - points.at(i - 1);
         if (line.x() == 0.0 && line.y() == 0.0) continue;
         if (line.manhattanLength() < kShortest * points.at(i).manhattanLength()) return HUGE_VAL;
-        const double cross = before.x() * line.y() - before.y() * line.x();
-        turn += std::atan2(std::abs(cross), QPointF::dotProduct(before, line));
+        if (!before.isNull()) {
+            const double cross = before.x() * line.y() - before.y() * line.x();
+            direction += std::atan2(cross, QPointF::dotProduct(before, line));
+            least = std::min(least, direction);
+            most = std::max(most, direction);
+        }
         before = line;
     }
-    return turn;
+    return most - least;
 }
 
 }  // namespace

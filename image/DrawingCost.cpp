@@ -79,6 +79,10 @@ class SurveyingEngine : public ProbeEngine {
     static constexpr double kTiny = 1e-300;
 
     void noteBrushes() {
+        // With a pen whose gradient fits the shape, QPainter fills rectangles in another way, as long as the
+        // pen is only laid aside: a device of ours is not told that.
+        const QGradient* const ofPen = state->pen().brush().gradient();
+        if (ofPen && ofPen->coordinateMode() != QGradient::LogicalMode) isOfShapes_ = false;
         isPlain_ = isPlain_ && isPlainBrush(state->brush()) && isPlainBrush(state->pen().brush());
     }
 

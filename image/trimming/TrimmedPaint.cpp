@@ -76,7 +76,7 @@ class TrimmingEngine : public ProbeEngine {
     void updateState(const QPaintEngineState& of) override;
     void drawPath(const QPainterPath& path) override;
     void drawPolygon(const QPointF* points, int count, PolygonDrawMode mode) override;
-    void drawRects(const QRectF* rects, int count) override { tilePainter().drawRects(rects, count); }
+    void drawRects(const QRectF* rects, int count) override;
     void drawEllipse(const QRectF& rect) override;
     void drawLines(const QLineF* lines, int count) override { tilePainter().drawLines(lines, count); }
     void drawPoints(const QPointF* points, int count) override { tilePainter().drawPoints(points, count); }
@@ -204,12 +204,25 @@ void TrimmingEngine::drawPolygon(const QPointF* points, int count, PolygonDrawMo
     const Qt::FillRule rule = mode == WindingMode ? Qt::WindingFill : Qt::OddEvenFill;
     const auto asItIs = [&] { tilePainter().drawPolygon(points, count, rule); };
     constexpr int kMostPoints = 0xffff;  // Qt cuts areas of more in two
-    if (count == 0 || count > kMostPoints || mayBeRect(points, count)) return asItIs();
+    if (count == 0 || count > kMostPoints) return asItIs();
+    const bool isRect = mayBeRect(points, count);
+    if (isRect && state->pen().style() != Qt::NoPen) return asItIs();
     QPainterPath path(points[0]);
     for (int i = 1; i < count; ++i) addLine(points[i], path);
     addLine(points[0], path);
     path.setFillRule(rule);
-    draw(path, false, asItIs);
+    draw(path, isRect, asItIs);
+}
+
+// Filled, they are drawn in another way while a pen is laid aside whose gradient fits its shape, be it of no
+// width: that is not told. So near one the tile is given up.
+void TrimmingEngine::drawRects(const QRectF* rects, int count) {
+    if (state->pen().style() != Qt::NoPen) return tilePainter().drawRects(rects, count);
+    for (int i = 0; i < count; ++i) {
+        QPainterPath path;
+        path.addRect(rects[i]);
+        draw(path, true, [&] { tilePainter().drawRects(rects + i, 1); });
+    }
 }
 
 void TrimmingEngine::drawEllipse(const QRectF& rect) {

@@ -4,6 +4,8 @@
 #include <array>
 #include <cmath>
 
+#include "image/CubicCurve.h"
+
 namespace tzsvg {
 namespace {
 
@@ -14,7 +16,7 @@ constexpr double kMostWidths = 2.0;
 // The angle that holds the directions of the lines between a curve's control points. Those of any part of the
 // curve are sums of these, so it holds them, too. Infinite when a line is so short that rounding decides
 // where it goes.
-double turnOf(const std::array<QPointF, 4>& points) {
+double turnOf(const CubicCurve& points) {
     constexpr double kShortest = 1e-9;
     double direction = 0.0;  // from that of the first line
     double least = 0.0;
@@ -35,6 +37,15 @@ double turnOf(const std::array<QPointF, 4>& points) {
     return most - least;
 }
 
+// Qt moves the curve as a whole where what comes of it lies, at five points of it, as far away as it should,
+// or nearly so; then no other point is more than two widths away. Or it moves parts of its halves.
+bool turnsBack(const CubicCurve& curve) {
+    const auto turnsLittle = [](const CubicCurve& c) { return turnOf(c) <= kMostTurn; };
+    if (turnsLittle(curve)) return false;
+    const std::array<CubicCurve, 2> halves = halvesOf(curve);
+    return !turnsLittle(halves[0]) || !turnsLittle(halves[1]);
+}
+
 }  // namespace
 
 double largestScale(const QTransform& t) {
@@ -51,8 +62,8 @@ bool strokeIsTold(const QPainterPath& path, const QPen& pen) {
     if (pen.style() != Qt::SolidLine) return true;  // dashes are made of lines
     for (int i = 0; i < path.elementCount(); ++i) {
         if (!path.elementAt(i).isCurveTo()) continue;
-        if (!(turnOf({path.elementAt(i - 1), path.elementAt(i), path.elementAt(i + 1),
-                      path.elementAt(i + 2)}) <= kMostTurn))
+        if (turnsBack(
+                {path.elementAt(i - 1), path.elementAt(i), path.elementAt(i + 1), path.elementAt(i + 2)}))
             return false;
         i += 2;
     }

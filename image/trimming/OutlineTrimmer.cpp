@@ -13,16 +13,12 @@ enum Side : unsigned { kLeft = 1, kAbove = 2, kRight = 4, kBelow = 8, kAnySide =
 // How many pixels beyond the tile a piece is near.
 constexpr double kMargin = 16.0;
 
-// How far the lines that Qt makes of a curve may be from it, and how many they are at most
-// (QBezier::addToPolygon(), which halves a curve nine times).
+// How far the lines that Qt makes of a curve may be from it.
 constexpr double kMostDeviation = kMargin / 2.0;
-constexpr double kMostLines = 512.0;
+constexpr double kMostLines = 1U << kMostHalvings;
 
 // Qt cuts what lies more than 2^23 pixels away, or is wider or higher than that. So nothing trimmed is.
 constexpr double kFarthest = 1U << 22U;
-
-// A curve is looked at in parts, each a half of the part before.
-constexpr int kMostHalvings = 8;
 
 // Of these Qt strokes each line alone, in another way than it strokes other paths.
 bool isOfSingleLines(const QPainterPath& path) {
@@ -43,42 +39,64 @@ void addLine(const QPointF& end, QPainterPath& to) {
     if (isLeftOut) to.setElementPositionAt(to.elementCount() - 1, end.x(), end.y());
 }
 
-// Puts a path together. Pieces on one side of the tile, one after the other, become one line, or two.
-class OutlineTrimmer::Run {
+// Puts a sub-path together. Pieces on one side of the tile, one after the other, become one line, or two.
+class OutlineTrimmer::SubPath {
   public:
-    Run(const OutlineTrimmer& trimmer, const QPointF& start, QPainterPath& to)
-        : trimmer_(trimmer), to_(to), from_(start), end_(start) {
-        to_.moveTo(start);
-    }
+    SubPath(const OutlineTrimmer& trimmer, const QPointF& start)
+        : trimmer_(trimmer), start_(start), from_(start), end_(start), path_(start) {}
 
+    const QPointF& start() const { return start_; }
+    const QPointF& end() const { return end_; }
+
+    // A piece on these sides.
     void pass(const QPointF& end, unsigned sides) {
         if ((sides_ & sides) == 0) finish();  // then sides_ is kAnySide again
         sides_ &= sides;
         end_ = end;
     }
 
-    void keep(const Piece& piece) {
-        finish();
-        const auto& [start, first, second, end] = piece.points;
-        if (piece.isCurve) {
-            to_.cubicTo(first, second, end);
-        } else {
-            addLine(end, to_);
+    void addLine(const QPointF& end) {
+        const unsigned from = trimmer_.sidesOf(end_);
+        const unsigned to = trimmer_.sidesOf(end);
+        if ((from & to) != 0) return pass(end, from & to);
+        if (const auto corner = trimmer_.cornerPassed(end_, end)) {
+            const unsigned around = trimmer_.sidesOf(*corner);
+            pass(*corner, from & around);
+            return pass(end, around & to);
         }
-        from_ = end;
+        finish();
+        tzsvg::addLine(end, path_);
+        setKept(end);
+    }
+
+    void addWhole(const CubicCurve& curve) {
+        finish();
+        path_.cubicTo(curve[1], curve[2], curve[3]);
+        setKept(curve[3]);
     }
 
     void finish() {
         if (sides_ == kAnySide) return;
         // Qt follows a vertical line within the tile's rows alone, and level ones, and those above or below,
         // not at all.
-        if ((sides_ & (kAbove | kBelow)) == 0) addLine(corner(), to_);
-        addLine(end_, to_);
+        if ((sides_ & (kAbove | kBelow)) == 0) tzsvg::addLine(corner(), path_);
+        tzsvg::addLine(end_, path_);
         from_ = end_;
         sides_ = kAnySide;
     }
 
+    bool isNear() const { return isNear_; }
+    // Whether all of it lies on one side; before finish().
+    bool isBeside() const { return path_.elementCount() == 1; }
+    const QPainterPath& path() const { return path_; }
+
   private:
+    void setKept(const QPointF& end) {
+        from_ = end;
+        end_ = end;
+        isNear_ = true;
+    }
+
     // On the same side, beside the one end and level with the other.
     QPointF corner() const {
         const QTransform& t = trimmer_.toPixels_;
@@ -87,14 +105,16 @@ class OutlineTrimmer::Run {
     }
 
     const OutlineTrimmer& trimmer_;
-    QPainterPath& to_;
+    const QPointF start_;
     QPointF from_;
     QPointF end_;
     unsigned sides_ = kAnySide;  // on which all since `from_` lies; any: there is nothing
+    bool isNear_ = false;
+    QPainterPath path_;
 };
 
 OutlineTrimmer::OutlineTrimmer(const QTransform& toPixels, QSize tile, double reach)
-    : toPixels_(toPixels), fromPixels_(toPixels.inverted()) {
+    : toPixels_(toPixels), fromPixels_(toPixels.inverted()), flatness_(flatnessOf(toPixels)) {
     const double by = kMargin + reach * largestScale(toPixels);
     left_ = -by;
     top_ = -by;
@@ -104,28 +124,21 @@ OutlineTrimmer::OutlineTrimmer(const QTransform& toPixels, QSize tile, double re
 
 std::optional<OutlineTrimmer::Trimmed> OutlineTrimmer::filled(const QPainterPath& path) const {
     if (!isTellable(path)) return std::nullopt;
-    Trimmed trimmed{{}, false};
-    trimmed.path.setFillRule(path.fillRule());
-    for (Pieces& pieces : subPathsOf(path, true)) {
-        const bool isNear = markNear(pieces);
-        if (!isNear && isBeside(pieces)) continue;
-        trimmed.isNear = trimmed.isNear || isNear;
-        append(pieces, trimmed.path);
-    }
-    return trimmed;
+    return trimmed(path, true,
+                   [&](const CubicCurve& curve, SubPath& to) { addLines(curve, kMostHalvings, to); });
 }
 
 std::optional<OutlineTrimmer::Trimmed> OutlineTrimmer::stroked(const QPainterPath& path) const {
-    if (!isTellable(path) || isOfSingleLines(path)) return std::nullopt;
-    Trimmed trimmed{{}, false};
-    for (Pieces& pieces : subPathsOf(path, false)) {
-        if (!markNear(pieces)) continue;
-        trimmed.isNear = true;
-        append(pieces, trimmed.path);
-    }
-    if (trimmed.isNear && isOfSingleLines(trimmed.path))
-        addLine(trimmed.path.currentPosition(), trimmed.path);  // without length, which paints nothing
-    return trimmed;
+    if (!isTellable(path)) return std::nullopt;
+    const Trimmed stroke = trimmed(path, false, [&](const CubicCurve& curve, SubPath& to) {
+        if (isFineEnough(curve) && passesBy(curve, kMostHalvings, nullptr)) {
+            static_cast<void>(passesBy(curve, kMostHalvings, &to));
+        } else {
+            to.addWhole(curve);
+        }
+    });
+    if (stroke.isNear && isOfSingleLines(path)) return std::nullopt;
+    return stroke;
 }
 
 bool OutlineTrimmer::isTellable(const QPainterPath& path) const {
@@ -144,52 +157,80 @@ unsigned OutlineTrimmer::sidesOf(const QPointF& point) const {
            (p.y() > bottom_ ? kBelow : 0U);
 }
 
-unsigned OutlineTrimmer::sidesOf(const Curve& curve) const {
-    return sidesOf(curve[0]) & sidesOf(curve[1]) & sidesOf(curve[2]) & sidesOf(curve[3]);
+// A curve lies within its control points.
+unsigned OutlineTrimmer::sidesOf(const CubicCurve& curve) const {
+    unsigned sides = kAnySide;
+    for (size_t i = 0; i < curve.size() && sides != 0; ++i) sides &= sidesOf(curve.at(i));
+    return sides;
 }
 
-std::vector<OutlineTrimmer::Pieces> OutlineTrimmer::subPathsOf(const QPainterPath& path, bool closes) const {
-    std::vector<Pieces> subPaths;
-    QPointF start;
-    QPointF last;
-    unsigned lastSides = 0;
-    bool isNew = true;
-    const auto add = [&](const QPointF& first, const QPointF& second, const QPointF& end, bool isCurve) {
-        if (isNew) subPaths.emplace_back();
-        isNew = false;
-        const unsigned endSides = sidesOf(end);
-        unsigned sides = lastSides & endSides;
-        // A curve lies within its control points.
-        if (isCurve && sides != 0) sides &= sidesOf(first) & sidesOf(second);
-        subPaths.back().push_back({{last, first, second, end}, isCurve, sides, false});
-        last = end;
-        lastSides = endSides;
-    };
+// Where a line goes from one side of the tile to another without coming near: a point on both, beside the
+// corner that it passes.
+std::optional<QPointF> OutlineTrimmer::cornerPassed(const QPointF& from, const QPointF& to) const {
+    const QPointF start = toPixels_.map(from);
+    const QPointF along = toPixels_.map(to) - start;
+    const std::array<QPointF, 4> corners = {
+        QPointF(left_ - 1.0, top_ - 1.0), QPointF(right_ + 1.0, top_ - 1.0),
+        QPointF(left_ - 1.0, bottom_ + 1.0), QPointF(right_ + 1.0, bottom_ + 1.0)};
+    std::array<double, 4> distances{};
+    for (size_t i = 0; i < corners.size(); ++i) {
+        const QPointF away = corners.at(i) - start;
+        distances.at(i) = along.x() * away.y() - along.y() * away.x();
+    }
+    const auto [least, most] = std::minmax_element(distances.begin(), distances.end());
+    if (!(*least > 0.0 || *most < 0.0)) return std::nullopt;
+    const auto nearest = *least > 0.0 ? least : most;
+    const QPointF corner =
+        fromPixels_.map(corners.at(static_cast<size_t>(std::distance(distances.begin(), nearest))));
+    const unsigned around = sidesOf(corner);
+    if ((sidesOf(from) & around) == 0 || (sidesOf(to) & around) == 0) return std::nullopt;
+    return corner;
+}
+
+// Areas are closed, and those on one side paint nothing; strokes paint where they are near.
+template <typename AddCurve>
+OutlineTrimmer::Trimmed OutlineTrimmer::trimmed(const QPainterPath& path, bool isArea,
+                                                const AddCurve& addCurve) const {
+    Trimmed trimmed{{}, false};
+    trimmed.path.setFillRule(path.fillRule());
+    std::optional<SubPath> subPath;
     const auto finish = [&] {
-        if (closes && !isNew && last != start) add(start, start, start, false);
-        isNew = true;
+        if (!subPath) return;
+        if (isArea && subPath->end() != subPath->start()) subPath->addLine(subPath->start());
+        if (!(isArea ? subPath->isBeside() : !subPath->isNear())) {
+            subPath->finish();
+            trimmed.path.addPath(subPath->path());
+            trimmed.isNear = trimmed.isNear || subPath->isNear();
+        }
+        subPath.reset();
     };
     for (int i = 0; i < path.elementCount(); ++i) {
         const QPainterPath::Element at = path.elementAt(i);
         if (at.isMoveTo()) {
             finish();
-            start = last = at;
-            lastSides = sidesOf(start);
+            subPath.emplace(*this, at);
         } else if (at.isLineTo()) {
-            add(at, at, at, false);
+            subPath->addLine(at);
         } else {
-            add(at, path.elementAt(i + 1), path.elementAt(i + 2), true);
+            addCurve({subPath->end(), at, path.elementAt(i + 1), path.elementAt(i + 2)}, *subPath);
             i += 2;
         }
     }
     finish();
-    return subPaths;
+    return trimmed;
+}
+
+// The lines that Qt makes of a curve, as far as they are near.
+void OutlineTrimmer::addLines(const CubicCurve& curve, int halvings, SubPath& to) const {
+    if (const unsigned sides = sidesOf(curve); sides != 0) return to.pass(curve[3], sides);
+    if (halvings == 0 || isFlat(curve, flatness_)) return to.addLine(curve[3]);
+    for (const CubicCurve& half : halvesOf(curve)) addLines(half, halvings - 1, to);
 }
 
 // Whether the lines that Qt makes of a curve are near to it: lines between n points, as far apart in the
 // curve's parameter, are no farther from it than an eighth of its second derivative, divided by n squared;
 // and the derivative is at most six times the second difference of its control points.
-bool OutlineTrimmer::isFineEnough(const Curve& c) const {
+bool OutlineTrimmer::isFineEnough(const CubicCurve& c) const {
     const auto bend = [&](const QPointF& a, const QPointF& b, const QPointF& d) {
         return (toPixels_.map(a) - 2.0 * toPixels_.map(b) + toPixels_.map(d)).manhattanLength();
     };
@@ -199,51 +240,14 @@ bool OutlineTrimmer::isFineEnough(const Curve& c) const {
 
 // Whether a curve is not near, and the way that it takes. Where it goes from one side to another, the point
 // lies on both.
-bool OutlineTrimmer::passesBy(const Curve& c, int halvings, Run* run) const {
-    if (const unsigned sides = sidesOf(c); sides != 0) {
-        if (run) run->pass(c[3], sides);
+bool OutlineTrimmer::passesBy(const CubicCurve& curve, int halvings, SubPath* by) const {
+    if (const unsigned sides = sidesOf(curve); sides != 0) {
+        if (by) by->pass(curve[3], sides);
         return true;
     }
     if (halvings == 0) return false;
-    const QPointF a = (c[0] + c[1]) / 2;
-    const QPointF b = (c[1] + c[2]) / 2;
-    const QPointF d = (c[2] + c[3]) / 2;
-    const QPointF half = (a + b + b + d) / 4;
-    return passesBy({c[0], a, (a + b) / 2, half}, halvings - 1, run) &&
-           passesBy({half, (b + d) / 2, d, c[3]}, halvings - 1, run);
-}
-
-// Finds what is near; false when nothing is. A point that is near makes both its pieces near, so that joins
-// of strokes stay as they were.
-bool OutlineTrimmer::markNear(Pieces& pieces) const {
-    bool isAny = false;
-    for (Piece& piece : pieces) {
-        piece.isNear = piece.sides == 0 && !(piece.isCurve && isFineEnough(piece.points) &&
-                                             passesBy(piece.points, kMostHalvings, nullptr));
-        isAny = isAny || piece.isNear;
-    }
-    return isAny;
-}
-
-// Whether all lies on one side.
-bool OutlineTrimmer::isBeside(const Pieces& pieces) const {
-    unsigned sides = kAnySide;
-    for (const Piece& piece : pieces) sides &= piece.sides;
-    return sides != 0;
-}
-
-void OutlineTrimmer::append(const Pieces& pieces, QPainterPath& to) const {
-    Run run(*this, pieces.front().points[0], to);
-    for (const Piece& piece : pieces) {
-        if (piece.isNear) {
-            run.keep(piece);
-        } else if (piece.sides != 0) {
-            run.pass(piece.points[3], piece.sides);
-        } else {
-            static_cast<void>(passesBy(piece.points, kMostHalvings, &run));
-        }
-    }
-    run.finish();
+    const std::array<CubicCurve, 2> halves = halvesOf(curve);
+    return passesBy(halves[0], halvings - 1, by) && passesBy(halves[1], halvings - 1, by);
 }
 
 }  // namespace tzsvg

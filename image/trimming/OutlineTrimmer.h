@@ -5,15 +5,16 @@
 // The pixels stay the same. Qt's rasterizer adds up, for each scan line, by how much the lines left of the
 // tile go down, in whole numbers; lines right of it, above or below count for nothing. So pieces that lie on
 // one side of the tile may be exchanged for any others there, from the same point to the same point, while
-// each piece that comes near is handed on as it was: Qt makes the same lines of it, wherever the others are.
+// each line that comes near is handed on as it was. Of a curve that comes near these are the lines that Qt
+// makes of it, computed here the same way (QBezier::addToPolygon() of Qt 6.4), without those that do not.
 #pragma once
 
 #include <QPainterPath>
 #include <QSize>
 #include <QTransform>
-#include <array>
 #include <optional>
-#include <vector>
+
+#include "image/CubicCurve.h"
 
 namespace tzsvg {
 
@@ -31,36 +32,29 @@ class OutlineTrimmer {
         QPainterPath path;
         bool isNear;  // some of the outline; an area without may still cover the tile
     };
-    // To be filled; an empty path when it paints nothing on the tile. Nothing when it is to be drawn as it
-    // is: what lies too far, or is turned into nothing.
+    // To be filled; an empty path when it paints nothing on the tile. Of lines alone. Nothing when it is to
+    // be drawn as it is: what lies too far, or is turned into nothing.
     std::optional<Trimmed> filled(const QPainterPath& path) const;
-    // To be stroked; an empty path when nothing is near. Nothing, too, for single lines, which Qt strokes
-    // each alone.
+    // To be stroked; an empty path when nothing is near. Curves that are near stay whole. Nothing, too, for
+    // single lines that are near, which Qt strokes each alone.
     std::optional<Trimmed> stroked(const QPainterPath& path) const;
 
   private:
-    using Curve = std::array<QPointF, 4>;
-    struct Piece {
-        Curve points;  // of a line all but the first are its end
-        bool isCurve;
-        unsigned sides;  // of the tile on which all of it lies
-        bool isNear;
-    };
-    using Pieces = std::vector<Piece>;
-    class Run;
+    class SubPath;
 
     unsigned sidesOf(const QPointF& point) const;
-    unsigned sidesOf(const Curve& curve) const;
+    unsigned sidesOf(const CubicCurve& curve) const;
     bool isTellable(const QPainterPath& path) const;
-    std::vector<Pieces> subPathsOf(const QPainterPath& path, bool closes) const;
-    bool isFineEnough(const Curve& curve) const;
-    bool passesBy(const Curve& curve, int halvings, Run* run) const;
-    bool markNear(Pieces& pieces) const;
-    bool isBeside(const Pieces& pieces) const;
-    void append(const Pieces& pieces, QPainterPath& to) const;
+    std::optional<QPointF> cornerPassed(const QPointF& from, const QPointF& to) const;
+    bool isFineEnough(const CubicCurve& curve) const;
+    template <typename AddCurve>
+    Trimmed trimmed(const QPainterPath& path, bool isArea, const AddCurve& addCurve) const;
+    void addLines(const CubicCurve& curve, int halvings, SubPath& to) const;
+    bool passesBy(const CubicCurve& curve, int halvings, SubPath* by) const;
 
     QTransform toPixels_;
     QTransform fromPixels_;
+    double flatness_;
     double left_;
     double top_;
     double right_;

@@ -11,52 +11,15 @@
 #include "image/PaintProbe.h"
 #include "image/StrokeReach.h"
 #include "image/trimming/OutlineTrimmer.h"
+#include "image/trimming/RectShapes.h"
 
 namespace tzsvg {
 namespace {
 
-bool isAlmost(const QPointF& a, const QPointF& b, double unit) {
-    constexpr double kRounding = 1e-6;
-    return std::abs(a.x() - b.x()) <= kRounding * unit && std::abs(a.y() - b.y()) <= kRounding * unit;
-}
-
-// Whether a path may be what QPainter makes of a rectangle with rounded corners for a device of ours. For an
-// image it makes another one, whose numbers the path does not tell.
-bool mayBeRoundedRect(const QPainterPath& path) {
-    constexpr int kFewest = 5;  // corners without a radius
-    constexpr int kMost = 18;
-    if (path.elementCount() < kFewest || path.elementCount() > kMost) return false;
-    const QRectF box = path.controlPointRect();
-    const QPointF first = path.elementAt(0);
-    const QPointF corner = path.elementAt(1).isCurveTo() ? QPointF(path.elementAt(3)) : box.topLeft();
-    QPainterPath rounded;
-    rounded.addRoundedRect(box, std::abs(corner.x() - first.x()), std::abs(corner.y() - first.y()));
-    if (rounded.elementCount() != path.elementCount()) return false;
-    const double unit = std::abs(box.left()) + std::abs(box.top()) + box.width() + box.height();
-    for (int i = 0; i < path.elementCount(); ++i) {
-        if (path.elementAt(i).type != rounded.elementAt(i).type ||
-            !isAlmost(path.elementAt(i), rounded.elementAt(i), unit))
-            return false;
-    }
-    return true;
-}
-
-// Qt fills these otherwise than other polygons.
-bool mayBeRect(const QPointF* points, int count) {
-    constexpr int kCorners = 4;
-    if (count != kCorners && count != kCorners + 1) return false;
-    for (int i = 1; i < kCorners; ++i) {
-        if (points[i].x() != points[i - 1].x() && points[i].y() != points[i - 1].y()) return false;
-    }
-    return true;
-}
-
-bool isFitted(const QBrush& brush) {
-    return brush.gradient() && brush.gradient()->coordinateMode() != QGradient::LogicalMode;
-}
-
 // A gradient that is fitted to the shape it fills, as one that fits this shape whatever it fills.
-QBrush fittedTo(const QRectF& shape, const QBrush& brush) {
+QBrush fittedTo(const QPainterPath& path, const QBrush& brush) {
+    if (!brush.gradient() || brush.gradient()->coordinateMode() == QGradient::LogicalMode) return brush;
+    const QRectF shape = path.controlPointRect();
     QGradient gradient = *brush.gradient();
     const QTransform fit(shape.width(), 0.0, 0.0, shape.height(), shape.x(), shape.y());
     const bool isOfShape = gradient.coordinateMode() == QGradient::ObjectMode;
@@ -64,6 +27,26 @@ QBrush fittedTo(const QRectF& shape, const QBrush& brush) {
     QBrush fitted(gradient);
     fitted.setTransform(isOfShape ? brush.transform() * fit : fit * brush.transform());
     return fitted;
+}
+
+// Whether curves are cut with the same numbers here and in Qt: where a processor multiplies and adds in one
+// go, compilers do so now here, now there.
+constexpr bool isComputedAlike() {
+#if defined(__x86_64__) && !defined(__FMA__)
+    return true;
+#else
+    return false;
+#endif
+}
+
+// The outline that Qt fills for a stroke.
+QPainterPath strokeOf(const QPainterPath& path, const QPen& pen) {
+    QPainterPathStroker stroker;
+    stroker.setWidth(pen.widthF());
+    stroker.setCapStyle(pen.capStyle());
+    stroker.setJoinStyle(pen.joinStyle());
+    stroker.setMiterLimit(pen.miterLimit());
+    return stroker.createStroke(path);
 }
 
 // Hands on what it is told to a painter of the tile.
@@ -78,7 +61,7 @@ class TrimmingEngine : public ProbeEngine {
     void drawPolygon(const QPointF* points, int count, PolygonDrawMode mode) override;
     void drawRects(const QRectF* rects, int count) override;
     void drawEllipse(const QRectF& rect) override;
-    void drawLines(const QLineF* lines, int count) override { tilePainter().drawLines(lines, count); }
+    void drawLines(const QLineF* lines, int count) override;
     void drawPoints(const QPointF* points, int count) override { tilePainter().drawPoints(points, count); }
     // No shape is drawn as any of these.
     void drawPixmap(const QRectF& /*to*/, const QPixmap& /*pixmap*/, const QRectF& /*from*/) override {
@@ -100,6 +83,7 @@ class TrimmingEngine : public ProbeEngine {
     // rectangle near the tile.
     template <typename Draw>
     void draw(const QPainterPath& path, bool mayBeRounded, const Draw& asItIs);
+    void fill(const QPainterPath& path, const QBrush& brush);
 
     QPainter& painter_;
     const QSize tile_;
@@ -156,29 +140,35 @@ void TrimmingEngine::draw(const QPainterPath& path, bool mayBeRounded, const Dra
     const QPen& pen = state->pen();
     const bool isFilled = pen.style() == Qt::NoPen;
     if (hasGivenUp_ || (isFilled && state->brush().style() == Qt::NoBrush)) return;
-    const Way drawn = way();
-    if (drawn == Way::kAsItIs && !mayBeRounded) return asItIs();
-    const OutlineTrimmer trimmer(state->transform(), tile_, isFilled ? 0.0 : strokeRadius(pen, false));
+    const OutlineTrimmer areas(state->transform(), tile_, 0.0);
     std::optional<OutlineTrimmer::Trimmed> trimmed;
     if (isFilled) {
-        trimmed = trimmer.filled(path);
-    } else if (strokeIsTold(path, pen)) {
-        trimmed = trimmer.stroked(path);
+        trimmed = areas.filled(path);
+    } else if (state->brush().style() == Qt::NoBrush && !pen.isCosmetic() && strokeIsTold(path, pen)) {
+        trimmed = OutlineTrimmer(state->transform(), tile_, strokeRadius(pen, false)).stroked(path);
     }
-    if (mayBeRounded && (!trimmed || trimmed->isNear || pen.isCosmetic())) {
+    if (mayBeRounded && (!trimmed || trimmed->isNear)) {
         hasGivenUp_ = true;
         return;
     }
-    if (drawn == Way::kAsItIs || !trimmed) return asItIs();
-    if (!isFilled && !trimmed->isNear && isLeftOpen_) closeStroker(path);
-    if (trimmed->path.isEmpty()) return;
-    if (!isFilled) isLeftOpen_ = false;
-    QPainter& to = tilePainter();
-    if (isFilled && isFitted(state->brush())) {
-        to.setBrush(fittedTo(path.controlPointRect(), state->brush()));
-        changed_ |= DirtyBrush;
+    if (!trimmed) return asItIs();
+    const Way drawn = way();
+    if (drawn == Way::kAsItIs && (!trimmed->path.isEmpty() || isLeftOpen_)) return asItIs();
+    if (drawn == Way::kStroked && !trimmed->path.isEmpty()) {
+        trimmed = areas.filled(strokeOf(trimmed->path, pen));
+        if (!trimmed) return asItIs();
     }
-    to.drawPath(trimmed->path);
+    if (!isFilled && isLeftOpen_) closeStroker(path);
+    if (!trimmed->path.isEmpty())
+        fill(trimmed->path, isFilled ? fittedTo(path, state->brush()) : pen.brush());
+}
+
+void TrimmingEngine::fill(const QPainterPath& path, const QBrush& brush) {
+    QPainter& to = tilePainter();
+    to.setPen(Qt::NoPen);
+    to.setBrush(brush);
+    to.drawPath(path);
+    changed_ |= DirtyPen | DirtyBrush;
 }
 
 // A polyline leaves its being open behind in Qt's stroker, until another path is stroked, and dashes follow
@@ -214,6 +204,19 @@ void TrimmingEngine::drawPolygon(const QPointF* points, int count, PolygonDrawMo
     draw(path, isRect, asItIs);
 }
 
+// A shape's line comes alone.
+void TrimmingEngine::drawLines(const QLineF* lines, int count) {
+    const QPen& pen = state->pen();
+    if (count == 1 && !pen.isCosmetic() && !isLeftOpen_) {
+        const OutlineTrimmer trimmer(state->transform(), tile_, strokeRadius(pen, true));
+        QPainterPath line(lines[0].p1());
+        addLine(lines[0].p2(), line);
+        const auto trimmed = trimmer.stroked(line);
+        if (trimmed && trimmed->path.isEmpty()) return;
+    }
+    tilePainter().drawLines(lines, count);
+}
+
 // Filled, they are drawn in another way while a pen is laid aside whose gradient fits its shape, be it of no
 // width: that is not told. So near one the tile is given up.
 void TrimmingEngine::drawRects(const QRectF* rects, int count) {
@@ -237,8 +240,7 @@ void TrimmingEngine::drawEllipse(const QRectF& rect) {
 
 bool isTrimmingProven() {
     constexpr std::string_view kVersion = "6.4.";
-    return sizeof(void*) == sizeof(uint64_t) &&
-           std::string_view(qVersion()).substr(0, kVersion.size()) == kVersion;
+    return isComputedAlike() && std::string_view(qVersion()).substr(0, kVersion.size()) == kVersion;
 }
 
 bool renderTrimmed(QSvgRenderer& renderer, const TileView& view, QPainter& painter) {

@@ -1,111 +1,13 @@
-// Outlines without the pieces that a tile does not see: what is left of them, and that no pixel tells, for
-// all that Qt draws in a way of its own.
+// That no pixel tells that outlines were trimmed, for all that Qt draws in a way of its own.
 #include <gtest/gtest.h>
 
 #include <QLoggingCategory>
-#include <QPainterPath>
 #include <cmath>
 #include <random>
 
 #include "bench/exact/TileComparison.h"
-#include "image/trimming/OutlineTrimmer.h"
 #include "image/trimming/TrimmedPaint.h"
 #include "tests/image/ImageFixture.h"
-
-using tzsvg::OutlineTrimmer;
-
-namespace {
-
-QPainterPath pathOf(std::initializer_list<QPointF> points) {
-    QPainterPath path(*points.begin());
-    for (const QPointF* point = points.begin() + 1; point != points.end(); ++point)
-        tzsvg::addLine(*point, path);
-    return path;
-}
-
-const QSize kTile(256, 256);
-
-OutlineTrimmer trimmer(double reach, const QTransform& toPixels = {}) {
-    return {toPixels, kTile, reach};
-}
-
-}  // namespace
-
-TEST(OutlineTrimmer, keepsWhatIsNear) {
-    const QPainterPath near = pathOf({{-15, 100}, {100, 100}, {100, 300}, {-15, 100}, {-15, 100 + 1e-13}});
-    EXPECT_EQ(trimmer(0.0).filled(near)->path, near);
-    EXPECT_EQ(trimmer(5.0).stroked(near)->path, near);
-    // With the pieces that are joined to it there, those of no length as well.
-    const QPainterPath stroked = pathOf(
-        {{0, 9000}, {0, 5000}, {50, 4000}, {100, 100}, {100, 100}, {400, -400}, {400, -500}, {0, -2000}});
-    EXPECT_EQ(trimmer(50.0).stroked(stroked)->path,
-              pathOf({{0, 9000}, {50, 4000}, {100, 100}, {100, 100}, {400, -400}, {0, -2000}}));
-    const QPainterPath joined =
-        pathOf({{-300, 900}, {-200, 800}, {-400, 100}, {-60, 100}, {900, 100}, {700, 9}, {800, 5}});
-    EXPECT_EQ(trimmer(50.0).stroked(joined)->path,
-              pathOf({{-300, 900}, {-300, 100}, {-400, 100}, {-60, 100}, {900, 100}, {900, 5}, {800, 5}}));
-}
-
-TEST(OutlineTrimmer, piecesOnOneSideBecomeALine) {
-    // Left of the tile level lines and upright ones, above it a line.
-    const QPainterPath area = pathOf({{100, 100},
-                                      {-100, 100},
-                                      {-300, 50},
-                                      {-200, 200},
-                                      {-500, 150},
-                                      {-400, -90},
-                                      {0, -70},
-                                      {200, -80},
-                                      {100, 100}});
-    EXPECT_EQ(trimmer(0.0).filled(area)->path,
-              pathOf({{100, 100}, {-100, 100}, {-100, -90}, {-400, -90}, {200, -80}, {100, 100}}));
-    // The pixels' sides count, not the path's.
-    QTransform turned;
-    turned.rotate(90);
-    const auto sideways = [&](const QPointF& point) { return turned.inverted().map(point); };
-    const QPainterPath lying = pathOf({sideways({-100, 0}), sideways({-300, 200}), sideways({100, 200})});
-    const QPainterPath trimmed = trimmer(0.0, turned).filled(lying)->path;
-    ASSERT_EQ(trimmed.elementCount(), 5);
-    EXPECT_EQ(turned.map(QPointF(trimmed.elementAt(1))), QPointF(-100, 200));
-}
-
-// What goes round the tile, near or not, stays around it; what lies beside it goes.
-TEST(OutlineTrimmer, areasStayAroundTheTile) {
-    QPainterPath around;
-    around.addEllipse(QPointF(128, 128), 5000, 9000);
-    const auto trimmed = trimmer(0.0).filled(around);
-    EXPECT_FALSE(trimmed->isNear);
-    EXPECT_TRUE(trimmed->path.contains(QRectF(0, 0, 256, 256)));
-    for (int i = 0; i < trimmed->path.elementCount(); ++i)
-        EXPECT_FALSE(trimmed->path.elementAt(i).isCurveTo());
-    EXPECT_TRUE(trimmer(50.0).stroked(around)->path.isEmpty());
-    EXPECT_TRUE(trimmer(0.0).filled(around.translated(5300, 0))->path.isEmpty());
-
-    QPainterPath touching;
-    touching.addEllipse(QPointF(5200, 128), 5000, 9000);
-    EXPECT_TRUE(trimmer(0.0).filled(touching)->isNear);
-    EXPECT_FALSE(trimmer(0.0).filled(touching.translated(100, 0))->isNear);
-    EXPECT_TRUE(trimmer(60.0).stroked(touching.translated(100, 0))->isNear);
-}
-
-TEST(OutlineTrimmer, leavesAloneWhatCannotBeTold) {
-    QTransform flat;
-    flat.scale(1.0, 0.0);
-    const QPainterPath far = pathOf({{-100, 100}, {-200, 300}, {-5e6, 300}, {-100, 600}});
-    EXPECT_FALSE(trimmer(0.0).filled(far));
-    EXPECT_FALSE(trimmer(1.0).stroked(far));
-    EXPECT_FALSE(trimmer(0.0, flat).filled(pathOf({{0, 0}, {9, 9}, {0, 9}})));
-    QPainterPath vast(QPointF(-4e6, -4e6));
-    vast.cubicTo(-4e6, 4e6, 4e6, 4e6, 4e6, -4e6);
-    EXPECT_TRUE(trimmer(0.0).filled(vast)->isNear);
-    EXPECT_FALSE(trimmer(0.0, QTransform().scale(0.1, 0.1)).filled(vast)->isNear);
-    // Lines that Qt strokes each alone; what is left of others is none of these.
-    QPainterPath lines = pathOf({{-100, 100}, {-200, 300}});
-    lines.addPath(pathOf({{0, 0}, {9, 9}}));
-    EXPECT_FALSE(trimmer(1.0).stroked(lines));
-    lines.addPath(pathOf({{900, 0}, {990, 9}, {900, 800}}));
-    EXPECT_EQ(trimmer(1.0).stroked(lines)->path, pathOf({{0, 0}, {9, 9}, {9, 9}}));
-}
 
 struct TrimmedPaintTest : ImageTest {
     // Compares tiles of all levels. Whether outlines were trimmed for any.

@@ -79,7 +79,10 @@ class OutlineTrimmer::SubPath {
         if (sides_ == kAnySide) return;
         // Qt follows a vertical line within the tile's rows alone, and level ones, and those above or below,
         // not at all.
-        if ((sides_ & (kAbove | kBelow)) == 0) tzsvg::addLine(corner(), path_);
+        if ((sides_ & (kAbove | kBelow)) == 0) {
+            const QPointF beside = corner();
+            if ((trimmer_.sidesOf(beside) & sides_) != 0) tzsvg::addLine(beside, path_);  // but for rounding
+        }
         tzsvg::addLine(end_, path_);
         from_ = end_;
         sides_ = kAnySide;
@@ -167,24 +170,31 @@ unsigned OutlineTrimmer::sidesOf(const CubicCurve& curve) const {
 // Where a line goes from one side of the tile to another without coming near: a point on both, beside the
 // corner that it passes.
 std::optional<QPointF> OutlineTrimmer::cornerPassed(const QPointF& from, const QPointF& to) const {
+    struct Corner {
+        QPointF at;
+        unsigned sides;
+        double distance;
+    };
+    std::array<Corner, 4> corners = {{{{left_ - 1.0, top_ - 1.0}, kLeft | kAbove, 0.0},
+                                      {{right_ + 1.0, top_ - 1.0}, kRight | kAbove, 0.0},
+                                      {{left_ - 1.0, bottom_ + 1.0}, kLeft | kBelow, 0.0},
+                                      {{right_ + 1.0, bottom_ + 1.0}, kRight | kBelow, 0.0}}};
     const QPointF start = toPixels_.map(from);
     const QPointF along = toPixels_.map(to) - start;
-    const std::array<QPointF, 4> corners = {
-        QPointF(left_ - 1.0, top_ - 1.0), QPointF(right_ + 1.0, top_ - 1.0),
-        QPointF(left_ - 1.0, bottom_ + 1.0), QPointF(right_ + 1.0, bottom_ + 1.0)};
-    std::array<double, 4> distances{};
-    for (size_t i = 0; i < corners.size(); ++i) {
-        const QPointF away = corners.at(i) - start;
-        distances.at(i) = along.x() * away.y() - along.y() * away.x();
+    for (Corner& corner : corners) {
+        const QPointF away = corner.at - start;
+        corner.distance = along.x() * away.y() - along.y() * away.x();
     }
-    const auto [least, most] = std::minmax_element(distances.begin(), distances.end());
-    if (!(*least > 0.0 || *most < 0.0)) return std::nullopt;
-    const auto nearest = *least > 0.0 ? least : most;
-    const QPointF corner =
-        fromPixels_.map(corners.at(static_cast<size_t>(std::distance(distances.begin(), nearest))));
-    const unsigned around = sidesOf(corner);
-    if ((sidesOf(from) & around) == 0 || (sidesOf(to) & around) == 0) return std::nullopt;
-    return corner;
+    const auto [least, most] =
+        std::minmax_element(corners.begin(), corners.end(),
+                            [](const Corner& a, const Corner& b) { return a.distance < b.distance; });
+    if (!(least->distance > 0.0 || most->distance < 0.0)) return std::nullopt;
+    const Corner& passed = least->distance > 0.0 ? *least : *most;
+    const QPointF beside = fromPixels_.map(passed.at);
+    const bool isBeside = sidesOf(beside) == passed.sides;  // but for rounding
+    if (!isBeside || (sidesOf(from) & passed.sides) == 0 || (sidesOf(to) & passed.sides) == 0)
+        return std::nullopt;
+    return beside;
 }
 
 // Areas are closed, and those on one side paint nothing; strokes paint where they are near.

@@ -106,6 +106,40 @@ TEST(OutlineTrimmer, areasStayAroundTheTile) {
     EXPECT_TRUE(trimmer(60.0).stroked(touching.translated(100, 0))->isNear);
 }
 
+// However the outline is turned into pixels, be it so that rounding moves them.
+TEST(OutlineTrimmer, areasGoRoundTheTileAsOftenAsBefore) {
+    constexpr double kAlmostFlat = 1.0 + 1e-14;
+    const QTransform transforms[] = {
+        {1, 0, 0, 1, 0, 0}, {0.7, -3, 2, 0.5, 900, -70}, {300, 300, 300, 300 * kAlmostFlat, -150000, 0}};
+    std::mt19937 random(11);
+    for (const QTransform& toPixels : transforms) {
+        const bool isAlmostFlat = toPixels.m11() == toPixels.m21();
+        const auto point = [&] {
+            const double size = std::pow(10.0, 1 + random() % 5);
+            const auto pixels = [&] {
+                return size * (static_cast<double>(random() % 2001) / 1000 - 1) + 128;
+            };
+            const double x = pixels();
+            const double y = pixels();
+            if (!isAlmostFlat) return toPixels.inverted().map(QPointF(x, y));
+            const double far = (y - x - 150000) / 300 / (kAlmostFlat - 1.0);
+            return QPointF((x + 150000) / 300 - far, far);
+        };
+        const auto isAround = [&](const QPainterPath& path) {
+            QPolygonF pixels;
+            for (int i = 0; i < path.elementCount(); ++i) pixels << toPixels.map(QPointF(path.elementAt(i)));
+            return pixels.containsPoint(QPointF(127.3, 128.7), Qt::WindingFill);
+        };
+        for (int i = 0; i < 5000; ++i) {
+            QPainterPath area(point());
+            for (unsigned n = 2 + random() % 8; n > 0; --n) tzsvg::addLine(point(), area);
+            const auto trimmed = trimmer(0.0, toPixels).filled(area);
+            if (!trimmed) continue;
+            EXPECT_EQ(isAround(trimmed->path), isAround(area)) << i;
+        }
+    }
+}
+
 TEST(OutlineTrimmer, leavesAloneWhatCannotBeTold) {
     QTransform flat;
     flat.scale(1.0, 0.0);

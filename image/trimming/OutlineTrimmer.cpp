@@ -30,6 +30,11 @@ bool isOfSingleLines(const QPainterPath& path) {
     return true;
 }
 
+// QPointF::operator== takes points for the same that are almost.
+bool isSame(const QPointF& a, const QPointF& b) {
+    return a.x() == b.x() && a.y() == b.y();
+}
+
 }  // namespace
 
 void addLine(const QPointF& end, QPainterPath& to) {
@@ -42,8 +47,8 @@ void addLine(const QPointF& end, QPainterPath& to) {
 // Puts a sub-path together. Pieces on one side of the tile, one after the other, become one line, or two.
 class OutlineTrimmer::SubPath {
   public:
-    SubPath(const OutlineTrimmer& trimmer, const QPointF& start)
-        : trimmer_(trimmer), start_(start), from_(start), end_(start), path_(start) {}
+    SubPath(const OutlineTrimmer& trimmer, bool isOfArea, const QPointF& start)
+        : trimmer_(trimmer), isOfArea_(isOfArea), start_(start), from_(start), end_(start), path_(start) {}
 
     const QPointF& start() const { return start_; }
     const QPointF& end() const { return end_; }
@@ -64,9 +69,13 @@ class OutlineTrimmer::SubPath {
             pass(*corner, from & around);
             return pass(end, around & to);
         }
+        const QLineF whole(end_, end);
+        const QLineF cut = isOfArea_ ? trimmer_.cut(whole) : whole;
+        if (!isSame(cut.p1(), end_)) pass(cut.p1(), from & trimmer_.sidesOf(cut.p1()));
         finish();
-        tzsvg::addLine(end, path_);
-        setKept(end);
+        tzsvg::addLine(cut.p2(), path_);
+        setKept(cut.p2());
+        if (!isSame(cut.p2(), end)) pass(end, trimmer_.sidesOf(cut.p2()) & to);
     }
 
     void addWhole(const CubicCurve& curve) {
@@ -108,6 +117,7 @@ class OutlineTrimmer::SubPath {
     }
 
     const OutlineTrimmer& trimmer_;
+    const bool isOfArea_;
     const QPointF start_;
     QPointF from_;
     QPointF end_;
@@ -117,7 +127,10 @@ class OutlineTrimmer::SubPath {
 };
 
 OutlineTrimmer::OutlineTrimmer(const QTransform& toPixels, QSize tile, double reach)
-    : toPixels_(toPixels), fromPixels_(toPixels.inverted()), flatness_(flatnessOf(toPixels)) {
+    : toPixels_(toPixels),
+      rows_(tile.height()),
+      fromPixels_(toPixels.inverted()),
+      flatness_(flatnessOf(toPixels)) {
     const double by = kMargin + reach * largestScale(toPixels);
     left_ = -by;
     top_ = -by;
@@ -197,6 +210,27 @@ std::optional<QPointF> OutlineTrimmer::cornerPassed(const QPointF& from, const Q
     return beside;
 }
 
+RasterPoint OutlineTrimmer::rasterPoint(const QPointF& point) const {
+    const QPointF p = toPixels_.map(point) * kRasterUnits;
+    return {qRound(p.x()), qRound(p.y())};
+}
+
+// As it is where rounding moves the points between which it would be cut.
+QLineF OutlineTrimmer::cut(const QLineF& line) const {
+    const RasterLine whole = {rasterPoint(line.p1()), rasterPoint(line.p2())};
+    const auto cut = cutToRows(whole, rows_);
+    if (!cut) return line;
+    const auto point = [&](size_t i) {
+        const RasterPoint& at = cut->at(i);
+        if (at == whole.at(i)) return i == 0 ? line.p1() : line.p2();
+        return fromPixels_.map(QPointF(static_cast<double>(at.x), static_cast<double>(at.y)) / kRasterUnits);
+    };
+    const QLineF shorter(point(0), point(1));
+    const bool isExact =
+        rasterPoint(shorter.p1()) == cut->front() && rasterPoint(shorter.p2()) == cut->back();
+    return isExact ? shorter : line;
+}
+
 // Areas are closed, and those on one side paint nothing; strokes paint where they are near.
 template <typename AddCurve>
 OutlineTrimmer::Trimmed OutlineTrimmer::trimmed(const QPainterPath& path, bool isArea,
@@ -218,7 +252,7 @@ OutlineTrimmer::Trimmed OutlineTrimmer::trimmed(const QPainterPath& path, bool i
         const QPainterPath::Element at = path.elementAt(i);
         if (at.isMoveTo()) {
             finish();
-            subPath.emplace(*this, at);
+            subPath.emplace(*this, isArea, at);
         } else if (at.isLineTo()) {
             subPath->addLine(at);
         } else {

@@ -6,15 +6,18 @@
 // tile go down, in whole numbers; lines right of it, above or below count for nothing. So pieces that lie on
 // one side of the tile may be exchanged for any others there, from the same point to the same point, while
 // each line that comes near is handed on as it was. Of a curve that comes near these are the lines that Qt
-// makes of it, computed here the same way (QBezier::addToPolygon() of Qt 6.4), without those that do not.
+// makes of it, computed here the same way (QBezier::addToPolygon() of Qt 6.4), without those that do not. A
+// long line through the tile is cut (LineCut.h).
 #pragma once
 
+#include <QLineF>
 #include <QPainterPath>
 #include <QSize>
 #include <QTransform>
 #include <optional>
 
 #include "image/CubicCurve.h"
+#include "image/trimming/LineCut.h"
 
 namespace tzsvg {
 
@@ -46,6 +49,8 @@ class OutlineTrimmer {
     unsigned sidesOf(const CubicCurve& curve) const;
     bool isTellable(const QPainterPath& path) const;
     std::optional<QPointF> cornerPassed(const QPointF& from, const QPointF& to) const;
+    RasterPoint rasterPoint(const QPointF& point) const;
+    QLineF cut(const QLineF& line) const;
     bool isFineEnough(const CubicCurve& curve) const;
     template <typename AddCurve>
     Trimmed trimmed(const QPainterPath& path, bool isArea, const AddCurve& addCurve) const;
@@ -53,6 +58,7 @@ class OutlineTrimmer {
     bool passesBy(const CubicCurve& curve, int halvings, SubPath* by) const;
 
     QTransform toPixels_;
+    int rows_;
     QTransform fromPixels_;
     double flatness_;
     double left_;

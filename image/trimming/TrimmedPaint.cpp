@@ -39,8 +39,15 @@ constexpr bool isComputedAlike() {
 #endif
 }
 
-// The outline that Qt fills for a stroke.
-QPainterPath strokeOf(const QPainterPath& path, const QPen& pen) {
+// The outline that Qt fills for a stroke. Nothing where it may not be: QPainterPath leaves out lines of a
+// millionth of a millionth of their coordinates, which Qt's engine keeps, and where these are large that is
+// seen.
+std::optional<QPainterPath> strokeOf(const QPainterPath& path, const QPen& pen, double scale) {
+    constexpr double kMostPixels = 1U << 22U;
+    const QRectF box = path.controlPointRect();
+    const double most =
+        std::max({std::abs(box.left()), std::abs(box.right()), std::abs(box.top()), std::abs(box.bottom())});
+    if (!(most * scale < kMostPixels)) return std::nullopt;
     QPainterPathStroker stroker;
     stroker.setWidth(pen.widthF());
     stroker.setCapStyle(pen.capStyle());
@@ -155,7 +162,8 @@ void TrimmingEngine::draw(const QPainterPath& path, bool mayBeRounded, const Dra
     const Way drawn = way();
     if (drawn == Way::kAsItIs && (!trimmed->path.isEmpty() || isLeftOpen_)) return asItIs();
     if (drawn == Way::kStroked && !trimmed->path.isEmpty()) {
-        trimmed = areas.filled(strokeOf(trimmed->path, pen));
+        const auto outline = strokeOf(trimmed->path, pen, largestScale(state->transform()));
+        trimmed = outline ? areas.filled(*outline) : std::nullopt;
         if (!trimmed) return asItIs();
     }
     if (!isFilled && isLeftOpen_) closeStroker(path);

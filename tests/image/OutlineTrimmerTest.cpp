@@ -1,6 +1,9 @@
 // Outlines without the pieces that a tile does not see: what is left of them. And how far strokes reach.
 #include <gtest/gtest.h>
 
+#include <QImage>
+#include <QLineF>
+#include <QPainter>
 #include <QPainterPath>
 #include <QPen>
 #include <cmath>
@@ -138,6 +141,39 @@ TEST(OutlineTrimmer, areasGoRoundTheTileAsOftenAsBefore) {
             EXPECT_EQ(isAround(trimmed->path), isAround(area)) << i;
         }
     }
+}
+
+// Lines through the tile are cut, where Qt paints the same as without; most of them can be.
+TEST(OutlineTrimmer, longLinesAreCut) {
+    const auto painted = [](const QPainterPath& path) {
+        QImage image(kTile, QImage::Format_ARGB32);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.fillPath(path, Qt::red);
+        return image;
+    };
+    std::mt19937 random(13);
+    const auto upTo = [&](double most) { return most * static_cast<double>(random() % 1000001) / 1e6; };
+    constexpr int kAreas = 300;
+    int uncut = 0;
+    for (int i = 0; i < kAreas; ++i) {
+        const QPointF middle(upTo(256), upTo(256));
+        const QPointF along(upTo(20000) - 10000, i % 5 == 0 ? 3000 : 20000 + upTo(9000));
+        const QPointF end = middle + along * upTo(1.0);
+        const QPainterPath area = pathOf({middle - along, end, i % 2 == 0 ? middle : QPointF(300, -9000)});
+        const QPainterPath trimmed = trimmer(0.0).filled(area)->path;
+        EXPECT_EQ(painted(trimmed), painted(area)) << i;
+        for (int n = 1; n < trimmed.elementCount(); ++n) {
+            const QLineF line(trimmed.elementAt(n - 1), trimmed.elementAt(n));
+            const bool isInRows = std::min(line.y1(), line.y2()) < 256 && std::max(line.y1(), line.y2()) > 0;
+            if (isInRows && line.dx() != 0.0 && std::abs(line.dy()) > 3000) ++uncut;
+        }
+    }
+    EXPECT_LT(uncut, kAreas / 10);
+    // Lines whose numbers overflow in Qt.
+    const QPainterPath tall = pathOf({{-100, -4e6}, {300, 4e6}, {-500, 4e6}});
+    EXPECT_EQ(trimmer(0.0).filled(tall)->path.elementAt(1), tall.elementAt(1));
 }
 
 TEST(OutlineTrimmer, leavesAloneWhatCannotBeTold) {

@@ -62,6 +62,21 @@ TEST_F(TrimmedPaintTest, paths) {
             << style;
 }
 
+// Coordinates so large that QPainterPath takes the ends of a round join for the same point, and Qt does not.
+TEST_F(TrimmedPaintTest, strokesFarFromTheOrigin) {
+    std::mt19937 random(9);
+    QByteArray d;
+    for (int i = 0; i < 200; ++i) {
+        d += i == 0 ? "M" : " L";
+        for (int n = 0; n < 2; ++n) d += QByteArray::number(1e10 + random() % 10000 / 100.0, 'f', 2) + ' ';
+    }
+    EXPECT_TRUE(
+        isTrimmed("<circle r='90'/><path transform='translate(-10000000000,-10000000000)' fill='none' "
+                  "stroke='red' stroke-width='.2' stroke-linejoin='round' d='" +
+                      d + "'/>",
+                  1));
+}
+
 // What Qt draws otherwise than most: what it takes for rectangles, for single lines, open, closed or too
 // short.
 TEST_F(TrimmedPaintTest, shapesOfTheirOwn) {

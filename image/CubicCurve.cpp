@@ -4,21 +4,6 @@
 #include <cmath>
 
 namespace tzsvg {
-namespace {
-
-// How many pixels a unit is (qt_scaleForTransform()).
-double scaleOf(const QTransform& t) {
-    if (t.type() <= QTransform::TxTranslate) return 1.0;
-    if (t.type() == QTransform::TxScale) return std::max(std::abs(t.m11()), std::abs(t.m22()));
-    const auto sumOfSquares = [](double a, double b) { return a * a + b * b; };
-    const std::array<double, 2> columns = {sumOfSquares(t.m11(), t.m21()), sumOfSquares(t.m12(), t.m22())};
-    const std::array<double, 2> rows = {sumOfSquares(t.m11(), t.m12()), sumOfSquares(t.m21(), t.m22())};
-    const bool isOfColumns = std::abs(columns[0] - columns[1]) > std::abs(rows[0] - rows[1]);
-    const auto& squares = isOfColumns ? columns : rows;
-    return std::sqrt(std::max(squares[0], squares[1]));
-}
-
-}  // namespace
 
 std::array<CubicCurve, 2> halvesOf(const CubicCurve& c) {
     const auto middle = [](const QPointF& a, const QPointF& b) { return (a + b) * 0.5; };
@@ -43,6 +28,17 @@ bool isFlat(const CubicCurve& c, double flatness) {
     return std::abs(chord.x() * first.y() - chord.y() * first.x()) +
                std::abs(chord.x() * second.y() - chord.y() * second.x()) <
            flatness * length;
+}
+
+double scaleOf(const QTransform& t) {
+    if (t.type() <= QTransform::TxTranslate) return 1.0;
+    if (t.type() == QTransform::TxScale) return std::max(std::abs(t.m11()), std::abs(t.m22()));
+    const auto sumOfSquares = [](double a, double b) { return a * a + b * b; };
+    const std::array<double, 2> columns = {sumOfSquares(t.m11(), t.m21()), sumOfSquares(t.m12(), t.m22())};
+    const std::array<double, 2> rows = {sumOfSquares(t.m11(), t.m12()), sumOfSquares(t.m21(), t.m22())};
+    const bool isOfColumns = std::abs(columns[0] - columns[1]) > std::abs(rows[0] - rows[1]);
+    const auto& squares = isOfColumns ? columns : rows;
+    return std::sqrt(std::max(squares[0], squares[1]));
 }
 
 double flatnessOf(const QTransform& toPixels) {

@@ -18,6 +18,9 @@ constexpr int kMostHalvings = 9;
 // As QBezier::addToPolygon(). `flatness`: see below.
 bool isFlat(const CubicCurve& curve, double flatness);
 
+// How many pixels a unit is to Qt (qt_scaleForTransform()).
+double scaleOf(const QTransform& toPixels);
+
 // A quarter of a pixel in the curve's units, as QOutlineMapper has it.
 double flatnessOf(const QTransform& toPixels);
 

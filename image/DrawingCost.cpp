@@ -44,9 +44,15 @@ bool hasFocusOutside(const QBrush& brush) {
 
 class SurveyingEngine : public ProbeEngine {
   public:
+    explicit SurveyingEngine(QSize picture) {
+        constexpr double kSides = 4.0;
+        const double by = kSides * std::max(picture.width(), picture.height());
+        surroundings_ = QRectF(QPointF(), picture).adjusted(-by, -by, by, by);
+    }
+
     PaintSurvey survey() const {
         return {longest_ <= kMaxDashesOfPath && all_ <= kMaxDashes, isPlain_ && isOfShapes_,
-                isOfShapes_ && isTold_, isTold_};
+                isOfShapes_ && isTold_, isTold_, isVast_};
     }
 
     void updateState(const QPaintEngineState& of) override {
@@ -54,12 +60,19 @@ class SurveyingEngine : public ProbeEngine {
     }
     void drawPath(const QPainterPath& path) override {
         noteBrushes();
+        noteSize(path.controlPointRect());
         if (isDashed()) countDashes(path);
     }
     // Most need no path.
     void drawPolygon(const QPointF* points, int count, PolygonDrawMode mode) override {
         noteBrushes();
-        if (isDashed()) ProbeEngine::drawPolygon(points, count, mode);
+        if (isDashed()) return ProbeEngine::drawPolygon(points, count, mode);
+        const auto isLower = [](const QPointF& a, const QPointF& b) { return a.y() < b.y(); };
+        const auto isFurther = [](const QPointF& a, const QPointF& b) { return a.x() < b.x(); };
+        if (count == 0) return;
+        const auto [left, right] = std::minmax_element(points, points + count, isFurther);
+        const auto [top, bottom] = std::minmax_element(points, points + count, isLower);
+        noteSize(QRectF(QPointF(left->x(), top->y()), QPointF(right->x(), bottom->y())));
     }
     void drawRects(const QRectF* rects, int count) override {
         noteBrushes();
@@ -84,6 +97,13 @@ class SurveyingEngine : public ProbeEngine {
         const QGradient* const ofPen = state->pen().brush().gradient();
         if (ofPen && ofPen->coordinateMode() != QGradient::LogicalMode) isOfShapes_ = false;
         isPlain_ = isPlain_ && isPlainBrush(state->brush()) && isPlainBrush(state->pen().brush());
+    }
+
+    void noteSize(const QRectF& box) {
+        const QRectF of = state->transform().mapRect(box);  // has no height when a line is level
+        const bool isWithin = of.left() >= surroundings_.left() && of.right() <= surroundings_.right() &&
+                              of.top() >= surroundings_.top() && of.bottom() <= surroundings_.bottom();
+        isVast_ = isVast_ || !isWithin;
     }
 
     bool isDashed() const {
@@ -112,12 +132,14 @@ class SurveyingEngine : public ProbeEngine {
     bool isPlain_ = true;
     bool isOfShapes_ = true;
     bool isTold_ = true;
+    bool isVast_ = false;
+    QRectF surroundings_;
 };
 
 }  // namespace
 
 PaintSurvey surveyPaint(QSvgRenderer& renderer) {
-    SurveyingEngine engine;
+    SurveyingEngine engine(renderer.defaultSize());
     ProbeDevice device(renderer.defaultSize(), engine);
     QPainter painter(&device);
     renderer.render(&painter);

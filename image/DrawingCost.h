@@ -13,6 +13,7 @@ struct PaintSurvey {
     bool isPlain = true;
     bool isOfShapes = true;  // neither pictures nor texts, nor pens that change how others are filled
     bool isTold = true;      // of all shapes, by what a paint device of ours is told to draw
+    bool isVast = false;     // an outline goes far beyond the picture
 };
 PaintSurvey surveyPaint(QSvgRenderer& renderer);
 

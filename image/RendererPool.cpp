@@ -194,9 +194,9 @@ bool RendererPool::Lease::isPlain() const {
 
 // Glyphs may be pictures, a nested svg is clipped, and an animated drawing moves on while it is drawn.
 TrimmingPause* RendererPool::Lease::trimming(const TileView& view) {
-    const bool isTrimmed = loaded_ && loaded_->taken.survey.isOfShapes && isSmall(view) &&
-                           !loaded_->version->hasTextOrNested && !renderer()->animated() &&
-                           isTrimmingProven();
+    const bool isTrimmed =
+        loaded_ && loaded_->taken.survey.isOfShapes && (isSmall(view) || loaded_->taken.survey.isVast) &&
+        !loaded_->version->hasTextOrNested && !renderer()->animated() && isTrimmingProven();
     return isTrimmed ? &loaded_->taken.pause : nullptr;
 }
 

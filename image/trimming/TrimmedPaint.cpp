@@ -8,6 +8,7 @@
 #include <optional>
 #include <string_view>
 
+#include "image/CubicCurve.h"
 #include "image/PaintProbe.h"
 #include "image/StrokeReach.h"
 #include "image/trimming/OutlineTrimmer.h"
@@ -134,12 +135,9 @@ TrimmingEngine::Way TrimmingEngine::way() const {
 
 // Whether Qt makes an outline of the stroke and fills it: neither dashes nor lines of a pixel.
 bool TrimmingEngine::isStrokedByOutline(const QPen& pen) const {
-    const QTransform& t = state->transform();
-    constexpr double kPixels = 2.0;
-    constexpr double kNotZero = 1e-300;
-    const double smallestScale = std::abs(t.determinant()) / std::max(largestScale(t), kNotZero);
+    constexpr double kPixels = 1.01;
     return pen.style() == Qt::SolidLine && pen.brush().style() == Qt::SolidPattern && !pen.isCosmetic() &&
-           pen.widthF() * smallestScale > kPixels;
+           pen.widthF() * scaleOf(state->transform()) > kPixels;
 }
 
 template <typename Draw>

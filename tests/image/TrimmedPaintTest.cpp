@@ -128,6 +128,25 @@ TEST_F(TrimmedPaintTest, shapesOfTheirOwn) {
     }
 }
 
+// Of these all tiles are, since Qt follows their outlines however coarse the level.
+TEST_F(TrimmedPaintTest, vastDrawingsAtAllLevels) {
+    const struct {
+        const char* content;
+        bool isVast;
+    } cases[] = {{"<polygon points='-400,-900 500,1000 30,700'/>", true},
+                 {"<path d='M5,5 L60,95 C900,80 95,85 90,20' fill='none' stroke='red'/>", true},
+                 {"<path d='M5,5 L60,95 C90,80 95,85 90,20' fill='none' stroke='red'/><path d='M5,50 H60' "
+                  "stroke='red'/>",
+                  false}};
+    for (const auto& [content, isVast] : cases) {
+        write("<svg xmlns='http://www.w3.org/2000/svg' width='100' height='100'>" + QByteArray(content) +
+              "</svg>");
+        const auto compared = tzbench::compareTiles(path(), 40, 2.0, 1, tzsvg::CullingSettings());
+        EXPECT_EQ(compared.different, 0U) << content;
+        EXPECT_EQ(compared.trimmed + compared.ofOneColour == compared.tiles, isVast) << content;
+    }
+}
+
 // Near these outlines are not trimmed: a pixel here and there would differ.
 TEST_F(TrimmedPaintTest, roundedRectangles) {
     std::mt19937 random(3);

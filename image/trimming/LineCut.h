@@ -9,7 +9,7 @@
 
 namespace tzsvg {
 
-constexpr int kRasterUnits = 64;  // of a pixel
+constexpr int64_t kRasterUnits = 64;  // of a pixel
 
 // In 64ths of a pixel, as Qt rounds an outline's points.
 struct RasterPoint {

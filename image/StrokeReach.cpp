@@ -58,8 +58,7 @@ double strokeRadius(const QPen& pen, bool isOneLine) {
     return pen.widthF() * std::max(kMostWidths, hasMiters ? pen.miterLimit() : 0.0);
 }
 
-bool strokeIsTold(const QPainterPath& path, const QPen& pen) {
-    if (pen.style() != Qt::SolidLine) return true;  // dashes are made of lines
+bool strokeIsTold(const QPainterPath& path) {
     for (int i = 0; i < path.elementCount(); ++i) {
         if (!path.elementAt(i).isCurveTo()) continue;
         if (turnsBack(

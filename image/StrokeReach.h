@@ -15,7 +15,8 @@ double strokeRadius(const QPen& pen, bool isOneLine);
 
 // Whether the stroke lies within its radius. Not where a curve turns back: Qt (QBezier::shifted()) moves a
 // control point outwards by half the width, divided by the cosine of half the turn, and after some tries
-// takes what comes of it, be it a thousand widths away.
-bool strokeIsTold(const QPainterPath& path, const QPen& pen);
+// takes what comes of it, be it a thousand widths away. Dashed or not: for dashes that are too small it
+// strokes the curve.
+bool strokeIsTold(const QPainterPath& path);
 
 }  // namespace tzsvg

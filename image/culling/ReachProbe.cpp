@@ -84,7 +84,7 @@ bool ReachProbe::measure(const QPainterPath& path, bool fills, Reach& reach) con
     reach.isFilled = reach.isFilled || hasArea;
     // Widths that stay when the drawing is enlarged. One pixel is what smooth edges take.
     if (!t.isAffine() || (strokes && pen.isCosmetic() && pen.widthF() > 1.0)) return false;
-    if (strokes && !strokeIsTold(path, pen)) return false;
+    if (strokes && !strokeIsTold(path)) return false;
     const bool isOneLine = path.elementCount() == 2 && path.elementAt(1).isLineTo();
     const double radius = strokes && !pen.isCosmetic() ? strokeRadius(pen, isOneLine) : 0.0;
     if (!addBox(path, t, radius, reach.box)) return false;

@@ -149,7 +149,7 @@ void TrimmingEngine::draw(const QPainterPath& path, bool mayBeRounded, const Dra
     std::optional<OutlineTrimmer::Trimmed> trimmed;
     if (isFilled) {
         trimmed = areas.filled(path);
-    } else if (state->brush().style() == Qt::NoBrush && !pen.isCosmetic() && strokeIsTold(path, pen)) {
+    } else if (state->brush().style() == Qt::NoBrush && !pen.isCosmetic() && strokeIsTold(path)) {
         trimmed = OutlineTrimmer(state->transform(), tile_, strokeRadius(pen, false)).stroked(path);
     }
     if (mayBeRounded && (!trimmed || trimmed->isNear)) {

@@ -162,19 +162,21 @@ TEST_F(TrimmedPaintTest, roundedRectangles) {
 }
 
 // What a paint device of ours is not told, or told less than is painted: an area whose gradient has its focus
-// outside of the circle, a stroke that goes far beyond its curve, which turns back.
+// outside of the circle, a stroke that goes far beyond its curve, which turns back, or dashes too small to be
+// drawn, for which Qt makes such a stroke.
 TEST_F(TrimmedPaintTest, shapesThatCannotBeMeasured) {
     QByteArray spikes;
     for (int i = 0; i < 36; ++i) {
-        spikes += "<path fill='none' stroke='red' stroke-width='1' transform='translate(90,90) rotate(" +
-                  QByteArray::number(10 * i) +
-                  ")' d='M6.1746,25.7595 C6.1746,25.7595 6.1703,25.7415 14.3766,59.9768'/>";
+        spikes += "<path transform='translate(90,90) rotate(" + QByteArray::number(10 * i) +
+                  ")' d='M6.1746,25.7595 C6.1746,25.7595 6.1703,25.7415 14.3766,59.9768 M-90-90h.001M110 "
+                  "110h.001'/>";
     }
     const QByteArray drawings[] = {
         "<radialGradient id='g' cx='.27' r='.32' fx='.94' fy='.82'><stop stop-color='red'/><stop "
         "offset='1'/></radialGradient>"
         "<circle r='5'/><ellipse cx='80' cy='90' rx='70' ry='80' fill='url(#g)' transform='rotate(-25)'/>",
-        "<circle r='5'/>" + spikes,
+        "<circle r='5'/><g fill='none' stroke='red'>" + spikes + "</g>",
+        "<circle r='5'/><g fill='none' stroke='red' stroke-dasharray='.0005'>" + spikes + "</g>",
     };
     for (const QByteArray& drawing : drawings) {
         write("<svg xmlns='http://www.w3.org/2000/svg' width='180' height='180'>" + drawing + "</svg>");

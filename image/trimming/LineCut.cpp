@@ -1,7 +1,6 @@
 #include "image/trimming/LineCut.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace tzsvg {
 namespace {
@@ -11,9 +10,6 @@ constexpr int64_t kBeyond = 17 * kRasterUnits;
 
 // Lines that are no longer than this beyond the rows stay as they are.
 constexpr int64_t kFar = 1024 * kRasterUnits;
-
-// In a taller line Qt's numbers overflow.
-constexpr int64_t kTallest = (int64_t{1} << 22U) * kRasterUnits;
 
 int64_t flooredQuotient(int64_t number, int64_t by) {  // by > 0
     const int64_t quotient = number / by;
@@ -86,8 +82,7 @@ std::optional<RasterLine> cutToRows(const RasterLine& whole, int rows) {
     const int64_t below = rows * kRasterUnits + kBeyond;
     const bool isFarAbove = down[0].y < above - kFar;
     const bool isFarBelow = down[1].y > below + kFar;
-    if (!(isFarAbove || isFarBelow) || line.height() > kTallest || std::abs(line.width()) > kTallest)
-        return std::nullopt;
+    if (!isFarAbove && !isFarBelow) return std::nullopt;
     constexpr int64_t kMost = kFar;
     for (int64_t count = kMost / 32; count <= kMost; count *= 2) {
         const RasterLine cut = {isFarAbove ? line.nearest(above, count, true) : down[0],

@@ -20,7 +20,8 @@ struct RasterPoint {
 using RasterLine = std::array<RasterPoint, 2>;
 
 // The line, without what is far above the first row of pixels or below the last; an end that is not far stays
-// as it is. Nothing when no part of it is far, or when no points are found for it to end at.
+// as it is. Of less than 2^24 pixels each way. Nothing when no part of it is far, or when no points are found
+// for it to end at.
 //
 // Where a line enters and leaves a row of pixels is all that counts there (gray_render_line() in
 // qgrayraster.c), and Qt computes that, in whole 256ths of a pixel, as the integer below the exact number. So

@@ -30,10 +30,10 @@ QBrush fittedTo(const QPainterPath& path, const QBrush& brush) {
     return fitted;
 }
 
-// Whether curves are cut with the same numbers here and in Qt: where a processor multiplies and adds in one
-// go, compilers do so now here, now there.
+// Whether curves and lines are cut with the same numbers here and in Qt: where a processor multiplies and
+// adds in one go, compilers do so now here, now there, and Qt's rasterizer counts in `long`.
 constexpr bool isComputedAlike() {
-#if defined(__x86_64__) && !defined(__FMA__)
+#if defined(__x86_64__) && defined(__LP64__) && !defined(__FMA__)
     return true;
 #else
     return false;
@@ -160,7 +160,7 @@ void TrimmingEngine::draw(const QPainterPath& path, bool mayBeRounded, const Dra
     const Way drawn = way();
     if (drawn == Way::kAsItIs && (!trimmed->path.isEmpty() || isLeftOpen_)) return asItIs();
     if (drawn == Way::kStroked && !trimmed->path.isEmpty()) {
-        const auto outline = strokeOf(trimmed->path, pen, largestScale(state->transform()));
+        const auto outline = strokeOf(trimmed->path, pen, scaleOf(state->transform()));
         trimmed = outline ? areas.filled(*outline) : std::nullopt;
         if (!trimmed) return asItIs();
     }

@@ -145,6 +145,7 @@ void TrimmingEngine::draw(const QPainterPath& path, bool mayBeRounded, const Dra
     const QPen& pen = state->pen();
     const bool isFilled = pen.style() == Qt::NoPen;
     if (hasGivenUp_ || (isFilled && state->brush().style() == Qt::NoBrush)) return;
+    if (path.isEmpty()) return asItIs();
     const OutlineTrimmer areas(state->transform(), tile_, 0.0);
     std::optional<OutlineTrimmer::Trimmed> trimmed;
     if (isFilled) {
@@ -237,9 +238,7 @@ void TrimmingEngine::drawRects(const QRectF* rects, int count) {
 void TrimmingEngine::drawEllipse(const QRectF& rect) {
     QPainterPath path;
     path.addEllipse(rect);
-    const auto asItIs = [&] { tilePainter().drawEllipse(rect); };
-    if (path.isEmpty()) return asItIs();
-    draw(path, false, asItIs);
+    draw(path, false, [&] { tilePainter().drawEllipse(rect); });
 }
 
 }  // namespace

@@ -20,7 +20,13 @@ constexpr double kMostLines = 1U << kMostHalvings;
 // Qt cuts what lies more than 2^23 pixels away, or is wider or higher than that. So nothing trimmed is.
 constexpr double kFarthest = 1U << 22U;
 
-// Of these Qt strokes each line alone, in another way than it strokes other paths.
+// QPointF::operator== takes points for the same that are almost.
+bool isSame(const QPointF& a, const QPointF& b) {
+    return a.x() == b.x() && a.y() == b.y();
+}
+
+}  // namespace
+
 bool isOfSingleLines(const QPainterPath& path) {
     for (int i = 0; i < path.elementCount(); ++i) {
         if (path.elementAt(i).type !=
@@ -29,13 +35,6 @@ bool isOfSingleLines(const QPainterPath& path) {
     }
     return true;
 }
-
-// QPointF::operator== takes points for the same that are almost.
-bool isSame(const QPointF& a, const QPointF& b) {
-    return a.x() == b.x() && a.y() == b.y();
-}
-
-}  // namespace
 
 void addLine(const QPointF& end, QPainterPath& to) {
     const bool isLeftOut = to.currentPosition() == end;

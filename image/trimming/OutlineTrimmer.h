@@ -21,6 +21,9 @@
 
 namespace tzsvg {
 
+// Of these Qt strokes each line alone, in another way than it strokes other paths.
+bool isOfSingleLines(const QPainterPath& path);
+
 // QPainterPath::lineTo() leaves out a line to where the path is, or almost is. This does not: such a line may
 // have a join, and a point counts.
 void addLine(const QPointF& end, QPainterPath& to);

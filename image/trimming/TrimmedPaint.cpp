@@ -84,7 +84,7 @@ class TrimmingEngine : public ProbeEngine {
   private:
     enum class Way { kAsItIs, kFilled, kStroked };
     QPainter& tilePainter();
-    void closeStroker(const QPainterPath& path);
+    void strokeNothingOf(const QPainterPath& path);
     Way way() const;
     bool isStrokedByOutline(const QPen& pen) const;
     // Draws the path, or by `asItIs` when nothing may be left out of it. Gives up when it may be a rounded
@@ -96,7 +96,7 @@ class TrimmingEngine : public ProbeEngine {
     QPainter& painter_;
     const QSize tile_;
     DirtyFlags changed_;
-    bool isLeftOpen_ = false;  // Qt's stroker, by a polyline
+    bool hasPolyline_ = false;  // before the shape
     bool hasGivenUp_ = false;
 };
 
@@ -159,13 +159,14 @@ void TrimmingEngine::draw(const QPainterPath& path, bool mayBeRounded, const Dra
     }
     if (!trimmed) return asItIs();
     const Way drawn = way();
-    if (drawn == Way::kAsItIs && (!trimmed->path.isEmpty() || isLeftOpen_)) return asItIs();
+    if (drawn == Way::kAsItIs && (!trimmed->path.isEmpty() || hasPolyline_)) return asItIs();
+    if (drawn == Way::kStroked && hasPolyline_ && isOfSingleLines(path)) return asItIs();
     if (drawn == Way::kStroked && !trimmed->path.isEmpty()) {
         const auto outline = strokeOf(trimmed->path, pen, scaleOf(state->transform()));
         trimmed = outline ? areas.filled(*outline) : std::nullopt;
         if (!trimmed) return asItIs();
     }
-    if (!isFilled && isLeftOpen_) closeStroker(path);
+    if (!isFilled && hasPolyline_) strokeNothingOf(path);
     if (!trimmed->path.isEmpty())
         fill(trimmed->path, isFilled ? fittedTo(path, state->brush()) : pen.brush());
 }
@@ -178,15 +179,15 @@ void TrimmingEngine::fill(const QPainterPath& path, const QBrush& brush) {
     changed_ |= DirtyPen | DirtyBrush;
 }
 
-// A polyline leaves its being open behind in Qt's stroker, until another path is stroked, and dashes follow
-// it. A stroke that is left out must not leave that out.
-void TrimmingEngine::closeStroker(const QPainterPath& path) {
+// A polyline leaves its being open behind in Qt's stroker, dashes follow it, and another path's stroke ends
+// it, or not: where it is invisible or of single lines. So Qt strokes a path of no length for each that it is
+// not given.
+void TrimmingEngine::strokeNothingOf(const QPainterPath& path) {
     const QPointF first = path.elementAt(0);
     QPainterPath nothing(first);
     addLine(first, nothing);
     addLine(first, nothing);
     tilePainter().drawPath(nothing);
-    isLeftOpen_ = false;
 }
 
 void TrimmingEngine::drawPath(const QPainterPath& path) {
@@ -195,7 +196,7 @@ void TrimmingEngine::drawPath(const QPainterPath& path) {
 
 void TrimmingEngine::drawPolygon(const QPointF* points, int count, PolygonDrawMode mode) {
     if (mode == PolylineMode) {
-        isLeftOpen_ = true;
+        hasPolyline_ = true;
         return tilePainter().drawPolyline(points, count);
     }
     const Qt::FillRule rule = mode == WindingMode ? Qt::WindingFill : Qt::OddEvenFill;
@@ -214,7 +215,7 @@ void TrimmingEngine::drawPolygon(const QPointF* points, int count, PolygonDrawMo
 // A shape's line comes alone.
 void TrimmingEngine::drawLines(const QLineF* lines, int count) {
     const QPen& pen = state->pen();
-    if (count == 1 && !pen.isCosmetic() && !isLeftOpen_) {
+    if (count == 1 && !pen.isCosmetic() && !hasPolyline_) {
         const OutlineTrimmer trimmer(state->transform(), tile_, strokeRadius(pen, true));
         QPainterPath line(lines[0].p1());
         addLine(lines[0].p2(), line);

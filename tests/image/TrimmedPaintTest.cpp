@@ -112,6 +112,15 @@ TEST_F(TrimmedPaintTest, shapesOfTheirOwn) {
          "h3 v3'/>"
          "<path d='M20,20 h70 v70 h-50 z' stroke-width='4' stroke-dasharray='300,3'/></g>",
          true},
+        // The same, where the path between does not end that: single lines, an invisible one.
+        {"<g fill='none' stroke='blue' stroke-width='3'><polyline points='2,2 4,2 4,4'/><path d='M97,97 "
+         "L99,99'/><path d='M12,12 L24,14 L8,16 z' stroke-dasharray='4000,1'/></g>",
+         true},
+        {"<g fill='none' stroke='blue' stroke-width='3'><polyline points='2,2 4,2 4,4'/><path d='M60,98 "
+         "L61,99 "
+         "L40,99' stroke-opacity='0'/><path d='M97,97 L99,99 L80,99'/><path d='M12,12 L24,14 L8,16 z' "
+         "stroke-dasharray='4000,1'/></g>",
+         true},
         {"<path d='M-6000,20 L90,30 L50,6000 L3,3' stroke='red'/>", true},
         // With a gradient's pen, which Qt lays aside for the fill.
         {"<rect x='97' y='70.44281' width='3.31875815' height='1.97714051' stroke='url(#l)'/>", false},

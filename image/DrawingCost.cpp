@@ -45,7 +45,7 @@ bool hasFocusOutside(const QBrush& brush) {
 class SurveyingEngine : public ProbeEngine {
   public:
     explicit SurveyingEngine(QSize picture) {
-        constexpr double kSides = 4.0;
+        constexpr double kSides = 4.0;  // of the picture; what goes farther is vast
         const double by = kSides * std::max(picture.width(), picture.height());
         surroundings_ = QRectF(QPointF(), picture).adjusted(-by, -by, by, by);
     }

@@ -8,7 +8,7 @@ class QSvgRenderer;
 
 namespace tzsvg {
 
-// Whether it is sure, with this version of Qt, to draw the same pixels.
+// Whether it is sure to draw the same pixels, with this version of Qt and on this processor.
 bool isTrimmingProven();
 
 // As QSvgRenderer::render() does, for drawings of shapes alone (PaintSurvey). Gives up, false, when something

@@ -44,15 +44,8 @@ bool hasFocusOutside(const QBrush& brush) {
 
 class SurveyingEngine : public ProbeEngine {
   public:
-    explicit SurveyingEngine(QSize picture) {
-        constexpr double kSides = 4.0;  // of the picture; what goes farther is vast
-        const double by = kSides * std::max(picture.width(), picture.height());
-        surroundings_ = QRectF(QPointF(), picture).adjusted(-by, -by, by, by);
-    }
-
     PaintSurvey survey() const {
-        return {longest_ <= kMaxDashesOfPath && all_ <= kMaxDashes, isPlain_ && isOfShapes_,
-                isOfShapes_ && isTold_, isTold_, isVast_};
+        return {longest_ <= kMaxDashesOfPath && all_ <= kMaxDashes, isPlain_, isTold_};
     }
 
     void updateState(const QPaintEngineState& of) override {
@@ -60,19 +53,12 @@ class SurveyingEngine : public ProbeEngine {
     }
     void drawPath(const QPainterPath& path) override {
         noteBrushes();
-        noteSize(path.controlPointRect());
         if (isDashed()) countDashes(path);
     }
     // Most need no path.
     void drawPolygon(const QPointF* points, int count, PolygonDrawMode mode) override {
         noteBrushes();
-        if (isDashed()) return ProbeEngine::drawPolygon(points, count, mode);
-        const auto isLower = [](const QPointF& a, const QPointF& b) { return a.y() < b.y(); };
-        const auto isFurther = [](const QPointF& a, const QPointF& b) { return a.x() < b.x(); };
-        if (count == 0) return;
-        const auto [left, right] = std::minmax_element(points, points + count, isFurther);
-        const auto [top, bottom] = std::minmax_element(points, points + count, isLower);
-        noteSize(QRectF(QPointF(left->x(), top->y()), QPointF(right->x(), bottom->y())));
+        if (isDashed()) ProbeEngine::drawPolygon(points, count, mode);
     }
     void drawRects(const QRectF* rects, int count) override {
         noteBrushes();
@@ -80,30 +66,19 @@ class SurveyingEngine : public ProbeEngine {
     }
 
     void drawPixmap(const QRectF& /*to*/, const QPixmap& /*pixmap*/, const QRectF& /*from*/) override {
-        isOfShapes_ = false;
+        isPlain_ = false;
     }
     void drawImage(const QRectF& /*to*/, const QImage& /*image*/, const QRectF& /*from*/,
                    Qt::ImageConversionFlags /*flags*/) override {
-        isOfShapes_ = false;
+        isPlain_ = false;
     }
-    void drawTextItem(const QPointF& /*at*/, const QTextItem& /*text*/) override { isOfShapes_ = false; }
+    void drawTextItem(const QPointF& /*at*/, const QTextItem& /*text*/) override { isPlain_ = false; }
 
   private:
     static constexpr double kTiny = 1e-300;
 
     void noteBrushes() {
-        // With a pen whose gradient fits the shape, QPainter fills rectangles in another way, as long as the
-        // pen is only laid aside: a device of ours is not told that.
-        const QGradient* const ofPen = state->pen().brush().gradient();
-        if (ofPen && ofPen->coordinateMode() != QGradient::LogicalMode) isOfShapes_ = false;
         isPlain_ = isPlain_ && isPlainBrush(state->brush()) && isPlainBrush(state->pen().brush());
-    }
-
-    void noteSize(const QRectF& box) {
-        const QRectF of = state->transform().mapRect(box);  // has no height when a line is level
-        const bool isWithin = of.left() >= surroundings_.left() && of.right() <= surroundings_.right() &&
-                              of.top() >= surroundings_.top() && of.bottom() <= surroundings_.bottom();
-        isVast_ = isVast_ || !isWithin;
     }
 
     bool isDashed() const {
@@ -130,16 +105,13 @@ class SurveyingEngine : public ProbeEngine {
     double longest_ = 0.0;
     double all_ = 0.0;
     bool isPlain_ = true;
-    bool isOfShapes_ = true;
     bool isTold_ = true;
-    bool isVast_ = false;
-    QRectF surroundings_;
 };
 
 }  // namespace
 
 PaintSurvey surveyPaint(QSvgRenderer& renderer) {
-    SurveyingEngine engine(renderer.defaultSize());
+    SurveyingEngine engine;
     ProbeDevice device(renderer.defaultSize(), engine);
     QPainter painter(&device);
     renderer.render(&painter);

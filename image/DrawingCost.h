@@ -11,9 +11,7 @@ struct PaintSurvey {
     bool isWithinLimits = true;  // kMaxDashesOfPath, kMaxDashes
     // Nothing but areas of one colour each, half-transparent or not: no gradients, pictures, texts.
     bool isPlain = true;
-    bool isOfShapes = true;  // neither pictures nor texts, nor pens that change how others are filled
-    bool isTold = true;      // of all shapes, by what a paint device of ours is told to draw
-    bool isVast = false;     // an outline goes far beyond the picture
+    bool isTold = true;  // of all shapes, by what a paint device of ours is told to draw
 };
 PaintSurvey surveyPaint(QSvgRenderer& renderer);
 

@@ -6,7 +6,6 @@
 
 #include "image/DrawingCost.h"
 #include "image/culling/CellRenderers.h"
-#include "image/trimming/TrimmedPaint.h"
 #include "svg/guard/DocumentGuard.h"
 
 namespace tzsvg {
@@ -142,7 +141,7 @@ std::unique_ptr<RendererPool::Loaded> RendererPool::load() const {
                                                          version->area, culling_);
     }
     return std::make_unique<Loaded>(
-        Loaded{{std::move(renderer), survey, {}, 0, {}, {}}, std::move(version), false});
+        Loaded{{std::move(renderer), survey, {}, 0, {}}, std::move(version), false});
 }
 
 // Gives a document that was just loaded its number: the latest one's, when the files look the same.
@@ -188,31 +187,17 @@ bool RendererPool::Lease::isOfCell() const {
     return loaded_ && loaded_->isOfCell;
 }
 
-bool RendererPool::Lease::isPlain() const {
-    return loaded_ && loaded_->taken.survey.isPlain;
-}
-
-// Glyphs may be pictures, a nested svg is clipped, and an animated drawing moves on while it is drawn.
-TrimmingPause* RendererPool::Lease::trimming(const TileView& view) {
-    const bool isTrimmed =
-        loaded_ && loaded_->taken.survey.isOfShapes && (isSmall(view) || loaded_->taken.survey.isVast) &&
-        !loaded_->version->hasTextOrNested && !renderer()->animated() && isTrimmingProven();
-    return isTrimmed ? &loaded_->taken.pause : nullptr;
-}
-
 PaintedEdges* RendererPool::Lease::edges(const TileView& view) {
     // An animated drawing's edges move, glyphs may be pictures, which have none, and Qt fits a nested svg to
     // the size of what it paints on, which is another for a row.
-    if (!isPlain() || !isSmall(view) || loaded_->version->hasTextOrNested || renderer()->animated())
-        return nullptr;
+    if (!loaded_ || !loaded_->taken.survey.isPlain) return nullptr;
+    const QRectF& area = loaded_->version->area;
+    const bool isSmall =
+        view.viewBox.width() <= pool_->culling_.smallTile * std::max(area.width(), area.height());
+    if (!isSmall || loaded_->version->hasTextOrNested || renderer()->animated()) return nullptr;
     std::optional<PaintedEdges>& edges = loaded_->taken.edges;
     if (!edges) edges.emplace(*renderer(), loaded_->version->area);
     return &*edges;
-}
-
-bool RendererPool::Lease::isSmall(const TileView& view) const {
-    const QRectF& area = loaded_->version->area;
-    return view.viewBox.width() <= pool_->culling_.smallTile * std::max(area.width(), area.height());
 }
 
 QRectF RendererPool::Lease::ownViewBox() const {

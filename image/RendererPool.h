@@ -25,7 +25,6 @@
 #include "image/TileGeometry.h"
 #include "image/culling/CullingSettings.h"
 #include "image/culling/PaintedEdges.h"
-#include "image/trimming/TrimmingPause.h"
 
 namespace tzsvg {
 
@@ -61,13 +60,6 @@ class RendererPool {
         // Whether it is one of the shapes around a tile, not of the whole drawing.
         bool isOfCell() const;
 
-        // Whether it paints areas of one colour each and nothing else.
-        bool isPlain() const;
-
-        // Whether outlines may be trimmed to the tile (trimming/TrimmedPaint.h): then there is a pause, which
-        // may not be over.
-        TrimmingPause* trimming(const TileView& view);
-
         // By which to see whether a tile is of one colour; nothing where that is not to be had.
         PaintedEdges* edges(const TileView& view);
 
@@ -80,7 +72,6 @@ class RendererPool {
       private:
         friend class RendererPool;
         Lease(RendererPool& pool, std::unique_ptr<Loaded> loaded, uint64_t document);
-        bool isSmall(const TileView& view) const;
 
         RendererPool* pool_;
         std::unique_ptr<Loaded> loaded_;

@@ -6,16 +6,10 @@
 #include <optional>
 
 #include "image/TileGeometry.h"
-#include "image/UndividedPaint.h"
-#include "image/trimming/TrimmedPaint.h"
+#include "image/painting/TileCanvas.h"
 
 namespace tzsvg {
 namespace {
-
-void renderWhole(QSvgRenderer& renderer, const TileView& view, QPainter& painter) {
-    renderer.setViewBox(view.viewBox);
-    renderer.render(&painter, view.target);
-}
 
 // Whether outlines were trimmed.
 bool drawView(const TileView& view, RendererPool::Lease& lease, QImage& pixels) {
@@ -24,20 +18,12 @@ bool drawView(const TileView& view, RendererPool::Lease& lease, QImage& pixels) 
     // beyond it.
     const QRect target(0, 0, qRound(view.target.width()), qRound(view.target.height()));
     if (target.isEmpty()) return false;
-    const auto draw = [&](const auto& render) {
-        QPainter painter(&pixels);
-        if (target != pixels.rect()) painter.setClipRect(target);
-        return render(*lease.renderer(), view, painter);
-    };
-    TrimmingPause* const pause = lease.trimming(view);
-    if (pause && pause->isOver()) {
-        const bool isDrawn = draw(renderTrimmed);
-        pause->note(isDrawn);
-        if (isDrawn) return true;
-        pixels.fill(Qt::transparent);
-    }
-    draw(renderWhole);
-    return false;
+    TileCanvas canvas(pixels);
+    QPainter painter(&canvas.device());
+    if (target != pixels.rect()) painter.setClipRect(target);
+    lease.renderer()->setViewBox(view.viewBox);
+    lease.renderer()->render(&painter, view.target);
+    return canvas.hasTrimmed();
 }
 
 // The one colour of a tile's first row.
@@ -85,12 +71,7 @@ DrawnTile drawTile(const LevelTable& levels, const TileKey& tile, RendererPool& 
     if (!view) return drawn;
     drawn.isOfOneColour = fillAlike(*view, lease, drawn.pixels);
     if (drawn.isOfOneColour) return drawn;
-    const auto draw = [&] { drawn.isTrimmed = drawView(*view, lease, drawn.pixels); };
-    if (lease.isPlain()) {
-        paintUndivided(draw);
-    } else {
-        draw();
-    }
+    drawn.isTrimmed = drawView(*view, lease, drawn.pixels);
     return drawn;
 }
 

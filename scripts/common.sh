@@ -3,7 +3,7 @@
 # shellcheck shell=bash
 
 # shellcheck disable=SC2034 # read by those who source this
-build_packages=(cmake ninja-build g++ git qt6-base-dev qt6-svg-dev libgl-dev libgtest-dev libcli11-dev
+build_packages=(cmake ninja-build g++ git qt6-base-dev qt6-base-private-dev qt6-svg-dev libgl-dev libgtest-dev libcli11-dev
     rapidjson-dev zlib1g-dev libdeflate-dev libfontconfig-dev librsvg2-bin pkg-config)
 
 fail() {

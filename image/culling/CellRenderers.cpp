@@ -138,7 +138,7 @@ std::optional<CellRenderers::Taken> CellRenderers::load(const Cell& cell,
     const DrawingParts& drawing = measured_->drawing;
     if (!renderer->load(drawing.text(drawing.with(measured_->reach.partsOf(shapes))))) return std::nullopt;
     const PaintSurvey survey = surveyPaint(*renderer);
-    return Taken{std::move(renderer), survey, cell, shapes.size(), {}, {}};
+    return Taken{std::move(renderer), survey, cell, shapes.size(), {}};
 }
 
 std::optional<CellRenderers::Taken> CellRenderers::takeIdle(const Cell& cell) {

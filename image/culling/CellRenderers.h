@@ -25,7 +25,6 @@
 #include "image/culling/DrawingParts.h"
 #include "image/culling/PaintedEdges.h"
 #include "image/culling/PartReach.h"
-#include "image/trimming/TrimmingPause.h"
 
 namespace tzsvg {
 
@@ -46,7 +45,6 @@ class CellRenderers {
         Cell cell;
         size_t shapes;
         std::optional<PaintedEdges> edges;  // once they were asked for
-        TrimmingPause pause;
     };
 
     // `read` gives the document's text, or nothing when it is not at hand any more; `area` is what of the

@@ -121,7 +121,7 @@ TEST_F(RendererPoolTest, animationsStartWithTheirFirstPicture) {
     EXPECT_GT(qRed(image.pixel(4, 4)), qBlue(image.pixel(4, 4)));
 }
 
-// What may be painted undivided: nothing that is not of one colour all over.
+// Of what tiles of one colour may be learnt: nothing that is not of one colour all over.
 TEST_F(RendererPoolTest, tellsPlainDrawings) {
     const struct {
         const char* content;
@@ -137,10 +137,6 @@ TEST_F(RendererPoolTest, tellsPlainDrawings) {
     writePhoto(qRgb(255, 0, 0));
     for (const auto& test : cases) {
         write(svg(test.content), 60);
-        EXPECT_EQ(RendererPool(path(), CTzUser_ThreadService(host.service<ITzThreadService>()).createMutex())
-                      .lend()
-                      .isPlain(),
-                  test.isPlain)
-            << test.content;
+        EXPECT_EQ(tzsvg::loadDrawing(path()).survey.isPlain, test.isPlain) << test.content;
     }
 }

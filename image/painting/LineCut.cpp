@@ -1,4 +1,4 @@
-#include "image/trimming/LineCut.h"
+#include "image/painting/LineCut.h"
 
 #include <algorithm>
 

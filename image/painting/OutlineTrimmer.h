@@ -1,6 +1,6 @@
 // An outline without what a tile cannot see of it. Qt follows every line of an outline that is level with the
 // tile, scan line by scan line, however far beside it, and once for each band of the tile; a deep tile of a
-// simple drawing is nearly all that. Used by TrimmingEngine; pure.
+// simple drawing is nearly all that. Used by TileEngine; pure.
 //
 // The pixels stay the same. Qt's rasterizer adds up, for each scan line, by how much the lines left of the
 // tile go down, in whole numbers; lines right of it, above or below count for nothing. So pieces that lie on
@@ -15,18 +15,32 @@
 #include <QSize>
 #include <QTransform>
 #include <optional>
+#include <vector>
 
 #include "image/CubicCurve.h"
-#include "image/trimming/LineCut.h"
+#include "image/painting/LineCut.h"
 
 namespace tzsvg {
 
-// Of these Qt strokes each line alone, in another way than it strokes other paths.
-bool isOfSingleLines(const QPainterPath& path);
+// The points of an outline, and what each ends, as Qt's paint engines are handed them: QPainterPath would
+// leave out lines that end almost where they begin.
+struct Outline {
+    std::vector<QPointF> points;
+    std::vector<QPainterPath::ElementType> types;
 
-// QPainterPath::lineTo() leaves out a line to where the path is, or almost is. This does not: such a line may
-// have a join, and a point counts.
-void addLine(const QPointF& end, QPainterPath& to);
+    bool isEmpty() const { return points.empty(); }
+    void moveTo(const QPointF& point);
+    void lineTo(const QPointF& point);
+    void cubicTo(const QPointF& control1, const QPointF& control2, const QPointF& end);
+};
+
+// Another's points.
+struct OutlineView {
+    const QPointF* points;
+    const QPainterPath::ElementType* types;  // null: it is one sub-path of lines
+    int count;
+    bool isClosed;  // by one line more
+};
 
 class OutlineTrimmer {
   public:
@@ -34,29 +48,24 @@ class OutlineTrimmer {
     // in the outline's units; 0 for an area.
     OutlineTrimmer(const QTransform& toPixels, QSize tile, double reach);
 
-    struct Trimmed {
-        QPainterPath path;
-        bool isNear;  // some of the outline; an area without may still cover the tile
-    };
-    // To be filled; an empty path when it paints nothing on the tile. Of lines alone. Nothing when it is to
-    // be drawn as it is: what lies too far, or is turned into nothing.
-    std::optional<Trimmed> filled(const QPainterPath& path) const;
-    // To be stroked; an empty path when nothing is near. Curves that are near stay whole. Nothing, too, for
-    // single lines that are near, which Qt strokes each alone.
-    std::optional<Trimmed> stroked(const QPainterPath& path) const;
+    // To be filled; empty when it paints nothing on the tile. Of lines alone. Nothing when it is to be drawn
+    // as it is: what lies too far, or is turned into nothing.
+    std::optional<Outline> filled(const OutlineView& outline) const;
+    // To be stroked; empty when nothing is near. Curves that are near stay whole.
+    std::optional<Outline> stroked(const OutlineView& outline) const;
 
   private:
     class SubPath;
 
     unsigned sidesOf(const QPointF& point) const;
     unsigned sidesOf(const CubicCurve& curve) const;
-    bool isTellable(const QPainterPath& path) const;
+    bool isTellable(const OutlineView& outline) const;
     std::optional<QPointF> cornerPassed(const QPointF& from, const QPointF& to) const;
     RasterPoint rasterPoint(const QPointF& point) const;
     QLineF cut(const QLineF& line) const;
     bool isFineEnough(const CubicCurve& curve) const;
     template <typename AddCurve>
-    Trimmed trimmed(const QPainterPath& path, bool isArea, const AddCurve& addCurve) const;
+    Outline trimmed(const OutlineView& outline, bool isArea, const AddCurve& addCurve) const;
     void addLines(const CubicCurve& curve, int halvings, SubPath& to) const;
     bool passesBy(const CubicCurve& curve, int halvings, SubPath* by) const;
 

@@ -1,4 +1,4 @@
-#include "image/trimming/OutlineTrimmer.h"
+#include "image/painting/OutlineTrimmer.h"
 
 #include <algorithm>
 #include <cmath>
@@ -27,30 +27,38 @@ bool isSame(const QPointF& a, const QPointF& b) {
 
 }  // namespace
 
-bool isOfSingleLines(const QPainterPath& path) {
-    for (int i = 0; i < path.elementCount(); ++i) {
-        if (path.elementAt(i).type !=
-            (i % 2 == 0 ? QPainterPath::MoveToElement : QPainterPath::LineToElement))
-            return false;
-    }
-    return true;
+void Outline::moveTo(const QPointF& point) {
+    points.push_back(point);
+    types.push_back(QPainterPath::MoveToElement);
 }
 
-void addLine(const QPointF& end, QPainterPath& to) {
-    const bool isLeftOut = to.currentPosition() == end;
-    const double elsewhere = end.x() / 2.0 + (end.x() > 0.0 ? -1.0 : 1.0);  // not taken for the end
-    to.lineTo(isLeftOut ? QPointF(elsewhere, end.y()) : end);
-    if (isLeftOut) to.setElementPositionAt(to.elementCount() - 1, end.x(), end.y());
+void Outline::lineTo(const QPointF& point) {
+    points.push_back(point);
+    types.push_back(QPainterPath::LineToElement);
 }
 
-// Puts a sub-path together. Pieces on one side of the tile, one after the other, become one line, or two.
+void Outline::cubicTo(const QPointF& control1, const QPointF& control2, const QPointF& end) {
+    points.insert(points.end(), {control1, control2, end});
+    types.insert(types.end(), {QPainterPath::CurveToElement, QPainterPath::CurveToDataElement,
+                               QPainterPath::CurveToDataElement});
+}
+
+// Adds a sub-path to an outline. Pieces on one side of the tile, one after the other, become one line, or
+// two.
 class OutlineTrimmer::SubPath {
   public:
-    SubPath(const OutlineTrimmer& trimmer, bool isOfArea, const QPointF& start)
-        : trimmer_(trimmer), isOfArea_(isOfArea), start_(start), from_(start), end_(start), path_(start) {}
+    SubPath(const OutlineTrimmer& trimmer, bool isOfArea, const QPointF& start, Outline& outline)
+        : trimmer_(trimmer),
+          isOfArea_(isOfArea),
+          outline_(outline),
+          before_(outline.points.size()),
+          start_(start),
+          from_(start),
+          end_(start) {
+        outline_.moveTo(start);
+    }
 
-    const QPointF& start() const { return start_; }
-    const QPointF& end() const { return end_; }
+    const QPointF& at() const { return end_; }
 
     // A piece on these sides.
     void pass(const QPointF& end, unsigned sides) {
@@ -72,14 +80,14 @@ class OutlineTrimmer::SubPath {
         const QLineF cut = isOfArea_ ? trimmer_.cut(whole) : whole;
         if (!isSame(cut.p1(), end_)) pass(cut.p1(), from & trimmer_.sidesOf(cut.p1()));
         finish();
-        tzsvg::addLine(cut.p2(), path_);
+        outline_.lineTo(cut.p2());
         setKept(cut.p2());
         if (!isSame(cut.p2(), end)) pass(end, trimmer_.sidesOf(cut.p2()) & to);
     }
 
     void addWhole(const CubicCurve& curve) {
         finish();
-        path_.cubicTo(curve[1], curve[2], curve[3]);
+        outline_.cubicTo(curve[1], curve[2], curve[3]);
         setKept(curve[3]);
     }
 
@@ -89,17 +97,21 @@ class OutlineTrimmer::SubPath {
         // not at all.
         if ((sides_ & (kAbove | kBelow)) == 0) {
             const QPointF beside = corner();
-            if ((trimmer_.sidesOf(beside) & sides_) != 0) tzsvg::addLine(beside, path_);  // but for rounding
+            if ((trimmer_.sidesOf(beside) & sides_) != 0) outline_.lineTo(beside);  // but for rounding
         }
-        tzsvg::addLine(end_, path_);
+        outline_.lineTo(end_);
         from_ = end_;
         sides_ = kAnySide;
     }
 
-    bool isNear() const { return isNear_; }
-    // Whether all of it lies on one side; before finish().
-    bool isBeside() const { return path_.elementCount() == 1; }
-    const QPainterPath& path() const { return path_; }
+    // Areas are closed, and those on one side paint nothing; strokes paint where they are near.
+    void end() {
+        if (isOfArea_ && end_ != start_) addLine(start_);
+        const bool isBeside = outline_.points.size() == before_ + 1;
+        if (isOfArea_ ? !isBeside : isNear_) return finish();
+        outline_.points.resize(before_);
+        outline_.types.resize(before_);
+    }
 
   private:
     void setKept(const QPointF& end) {
@@ -117,12 +129,13 @@ class OutlineTrimmer::SubPath {
 
     const OutlineTrimmer& trimmer_;
     const bool isOfArea_;
+    Outline& outline_;
+    const size_t before_;  // points of other sub-paths
     const QPointF start_;
     QPointF from_;
     QPointF end_;
     unsigned sides_ = kAnySide;  // on which all since `from_` lies; any: there is nothing
     bool isNear_ = false;
-    QPainterPath path_;
 };
 
 OutlineTrimmer::OutlineTrimmer(const QTransform& toPixels, QSize tile, double reach)
@@ -137,32 +150,29 @@ OutlineTrimmer::OutlineTrimmer(const QTransform& toPixels, QSize tile, double re
     bottom_ = tile.height() + by;
 }
 
-std::optional<OutlineTrimmer::Trimmed> OutlineTrimmer::filled(const QPainterPath& path) const {
-    if (!isTellable(path)) return std::nullopt;
-    return trimmed(path, true,
+std::optional<Outline> OutlineTrimmer::filled(const OutlineView& outline) const {
+    if (!isTellable(outline)) return std::nullopt;
+    return trimmed(outline, true,
                    [&](const CubicCurve& curve, SubPath& to) { addLines(curve, kMostHalvings, to); });
 }
 
-std::optional<OutlineTrimmer::Trimmed> OutlineTrimmer::stroked(const QPainterPath& path) const {
-    if (!isTellable(path)) return std::nullopt;
-    const Trimmed stroke = trimmed(path, false, [&](const CubicCurve& curve, SubPath& to) {
+std::optional<Outline> OutlineTrimmer::stroked(const OutlineView& outline) const {
+    if (!isTellable(outline)) return std::nullopt;
+    return trimmed(outline, false, [&](const CubicCurve& curve, SubPath& to) {
         if (isFineEnough(curve) && passesBy(curve, kMostHalvings, nullptr)) {
             static_cast<void>(passesBy(curve, kMostHalvings, &to));
         } else {
             to.addWhole(curve);
         }
     });
-    if (stroke.isNear && isOfSingleLines(path)) return std::nullopt;
-    return stroke;
 }
 
-bool OutlineTrimmer::isTellable(const QPainterPath& path) const {
+bool OutlineTrimmer::isTellable(const OutlineView& outline) const {
     if (!toPixels_.isAffine() || !toPixels_.isInvertible()) return false;
-    for (int i = 0; i < path.elementCount(); ++i) {
-        const QPointF p = toPixels_.map(QPointF(path.elementAt(i)));
-        if (!(std::abs(p.x()) + right_ < kFarthest && std::abs(p.y()) + bottom_ < kFarthest)) return false;
-    }
-    return true;
+    return std::all_of(outline.points, outline.points + outline.count, [&](const QPointF& point) {
+        const QPointF p = toPixels_.map(point);
+        return std::abs(p.x()) + right_ < kFarthest && std::abs(p.y()) + bottom_ < kFarthest;
+    });
 }
 
 // On which sides of the tile it lies; none when it may be near.
@@ -230,36 +240,27 @@ QLineF OutlineTrimmer::cut(const QLineF& line) const {
     return isExact ? shorter : line;
 }
 
-// Areas are closed, and those on one side paint nothing; strokes paint where they are near.
 template <typename AddCurve>
-OutlineTrimmer::Trimmed OutlineTrimmer::trimmed(const QPainterPath& path, bool isArea,
-                                                const AddCurve& addCurve) const {
-    Trimmed trimmed{{}, false};
-    trimmed.path.setFillRule(path.fillRule());
+Outline OutlineTrimmer::trimmed(const OutlineView& outline, bool isArea, const AddCurve& addCurve) const {
+    Outline trimmed;
     std::optional<SubPath> subPath;
-    const auto finish = [&] {
-        if (!subPath) return;
-        if (isArea && subPath->end() != subPath->start()) subPath->addLine(subPath->start());
-        if (!(isArea ? subPath->isBeside() : !subPath->isNear())) {
-            subPath->finish();
-            trimmed.path.addPath(subPath->path());
-            trimmed.isNear = trimmed.isNear || subPath->isNear();
-        }
-        subPath.reset();
-    };
-    for (int i = 0; i < path.elementCount(); ++i) {
-        const QPainterPath::Element at = path.elementAt(i);
-        if (at.isMoveTo()) {
-            finish();
-            subPath.emplace(*this, isArea, at);
-        } else if (at.isLineTo()) {
+    for (int i = 0; i < outline.count; ++i) {
+        const QPointF& at = outline.points[i];
+        const auto type = outline.types ? outline.types[i]
+                          : i > 0       ? QPainterPath::LineToElement
+                                        : QPainterPath::MoveToElement;
+        if (type == QPainterPath::MoveToElement) {
+            if (subPath) subPath->end();
+            subPath.emplace(*this, isArea, at, trimmed);
+        } else if (type == QPainterPath::LineToElement) {
             subPath->addLine(at);
         } else {
-            addCurve({subPath->end(), at, path.elementAt(i + 1), path.elementAt(i + 2)}, *subPath);
+            addCurve({subPath->at(), at, outline.points[i + 1], outline.points[i + 2]}, *subPath);
             i += 2;
         }
     }
-    finish();
+    if (subPath && outline.isClosed) subPath->addLine(outline.points[0]);
+    if (subPath) subPath->end();
     return trimmed;
 }
 

@@ -29,10 +29,6 @@ double dashesOf(const QPainterPath& path, double period) {
     return dashes;
 }
 
-bool isPlainBrush(const QBrush& brush) {
-    return brush.style() == Qt::NoBrush || brush.style() == Qt::SolidPattern;
-}
-
 // QPainter draws shapes with such a gradient into a picture first, for any device but its own.
 bool hasFocusOutside(const QBrush& brush) {
     if (brush.style() != Qt::RadialGradientPattern) return false;
@@ -44,42 +40,24 @@ bool hasFocusOutside(const QBrush& brush) {
 
 class SurveyingEngine : public ProbeEngine {
   public:
-    PaintSurvey survey() const {
-        return {longest_ <= kMaxDashesOfPath && all_ <= kMaxDashes, isPlain_, isTold_};
-    }
+    PaintSurvey survey() const { return {longest_ <= kMaxDashesOfPath && all_ <= kMaxDashes, isTold_}; }
 
     void updateState(const QPaintEngineState& of) override {
         isTold_ = isTold_ && !hasFocusOutside(of.brush()) && !hasFocusOutside(of.pen().brush());
     }
     void drawPath(const QPainterPath& path) override {
-        noteBrushes();
         if (isDashed()) countDashes(path);
     }
     // Most need no path.
     void drawPolygon(const QPointF* points, int count, PolygonDrawMode mode) override {
-        noteBrushes();
         if (isDashed()) ProbeEngine::drawPolygon(points, count, mode);
     }
     void drawRects(const QRectF* rects, int count) override {
-        noteBrushes();
         if (isDashed()) ProbeEngine::drawRects(rects, count);
     }
 
-    void drawPixmap(const QRectF& /*to*/, const QPixmap& /*pixmap*/, const QRectF& /*from*/) override {
-        isPlain_ = false;
-    }
-    void drawImage(const QRectF& /*to*/, const QImage& /*image*/, const QRectF& /*from*/,
-                   Qt::ImageConversionFlags /*flags*/) override {
-        isPlain_ = false;
-    }
-    void drawTextItem(const QPointF& /*at*/, const QTextItem& /*text*/) override { isPlain_ = false; }
-
   private:
     static constexpr double kTiny = 1e-300;
-
-    void noteBrushes() {
-        isPlain_ = isPlain_ && isPlainBrush(state->brush()) && isPlainBrush(state->pen().brush());
-    }
 
     bool isDashed() const {
         return state->pen().style() != Qt::NoPen && state->pen().style() != Qt::SolidLine;
@@ -104,7 +82,6 @@ class SurveyingEngine : public ProbeEngine {
 
     double longest_ = 0.0;
     double all_ = 0.0;
-    bool isPlain_ = true;
     bool isTold_ = true;
 };
 

@@ -9,9 +9,7 @@ namespace tzsvg {
 
 struct PaintSurvey {
     bool isWithinLimits = true;  // kMaxDashesOfPath, kMaxDashes
-    // Nothing but areas of one colour each, half-transparent or not: no gradients, pictures, texts.
-    bool isPlain = true;
-    bool isTold = true;  // of all shapes, by what a paint device of ours is told to draw
+    bool isTold = true;          // of all shapes, by what a paint device of ours is told to draw
 };
 PaintSurvey surveyPaint(QSvgRenderer& renderer);
 

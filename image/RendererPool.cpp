@@ -25,7 +25,7 @@ LoadedDrawing loadDrawing(const QString& fileName) {
     if (!survey.isWithinLimits) return {};
     // Drawing it has started an animation.
     if (renderer->animated()) renderer = load();
-    return {std::move(renderer), document->linkedFiles, survey, document->hasTextOrNested};
+    return {std::move(renderer), document->linkedFiles, survey};
 }
 
 // One state of the files that a document is made of.
@@ -63,7 +63,6 @@ struct RendererPool::Version {
     QRectF ownViewBox;
     QRectF area;  // what of the drawing can be seen, in its view box's units
     uint64_t number = 0;
-    bool hasTextOrNested = false;
     bool keep = false;                     // whether its renderers may be kept
     std::unique_ptr<CellRenderers> cells;  // when they may
 };
@@ -128,11 +127,10 @@ std::unique_ptr<RendererPool::Loaded> RendererPool::takeIdle() {
 std::unique_ptr<RendererPool::Loaded> RendererPool::load() const {
     auto version = std::make_shared<Version>();
     version->sources.push_back({fileName_, FileStamp::of(fileName_)});
-    auto [renderer, linkedFiles, survey, hasTextOrNested] = loadDrawing(fileName_);
+    auto [renderer, linkedFiles, survey] = loadDrawing(fileName_);
     if (!renderer) return nullptr;
     for (const QString& linked : linkedFiles) version->sources.push_back({linked, FileStamp::of(linked)});
     version->ownViewBox = renderer->viewBoxF();
-    version->hasTextOrNested = hasTextOrNested;
     // An animated document moves on from the moment it is first drawn.
     version->keep = !renderer->animated() && version->isSettled();
     version->area = QRectF(version->ownViewBox.topLeft(), QSizeF(renderer->defaultSize()));
@@ -140,8 +138,7 @@ std::unique_ptr<RendererPool::Loaded> RendererPool::load() const {
         version->cells = std::make_unique<CellRenderers>([of = version.get()] { return of->text(); },
                                                          version->area, culling_);
     }
-    return std::make_unique<Loaded>(
-        Loaded{{std::move(renderer), survey, {}, 0, {}}, std::move(version), false});
+    return std::make_unique<Loaded>(Loaded{{std::move(renderer), {}, 0}, std::move(version), false});
 }
 
 // Gives a document that was just loaded its number: the latest one's, when the files look the same.
@@ -185,19 +182,6 @@ QSvgRenderer* RendererPool::Lease::renderer() const {
 
 bool RendererPool::Lease::isOfCell() const {
     return loaded_ && loaded_->isOfCell;
-}
-
-PaintedEdges* RendererPool::Lease::edges(const TileView& view) {
-    // An animated drawing's edges move, glyphs may be pictures, which have none, and Qt fits a nested svg to
-    // the size of what it paints on, which is another for a row.
-    if (!loaded_ || !loaded_->taken.survey.isPlain) return nullptr;
-    const QRectF& area = loaded_->version->area;
-    const bool isSmall =
-        view.viewBox.width() <= pool_->culling_.smallTile * std::max(area.width(), area.height());
-    if (!isSmall || loaded_->version->hasTextOrNested || renderer()->animated()) return nullptr;
-    std::optional<PaintedEdges>& edges = loaded_->taken.edges;
-    if (!edges) edges.emplace(*renderer(), loaded_->version->area);
-    return &*edges;
 }
 
 QRectF RendererPool::Lease::ownViewBox() const {

@@ -24,7 +24,6 @@
 #include "image/FileStamp.h"
 #include "image/TileGeometry.h"
 #include "image/culling/CullingSettings.h"
-#include "image/culling/PaintedEdges.h"
 
 namespace tzsvg {
 
@@ -32,7 +31,6 @@ struct LoadedDrawing {
     std::unique_ptr<QSvgRenderer> renderer;
     QStringList linkedFiles;  // which the document links to
     PaintSurvey survey;
-    bool hasTextOrNested = false;  // SafeDocument
 };
 
 // Loads a drawing after the guard has looked at the document; no renderer when the guard refuses it or Qt
@@ -59,9 +57,6 @@ class RendererPool {
 
         // Whether it is one of the shapes around a tile, not of the whole drawing.
         bool isOfCell() const;
-
-        // By which to see whether a tile is of one colour; nothing where that is not to be had.
-        PaintedEdges* edges(const TileView& view);
 
         // The document's own view box, whatever the renderer's was set to.
         QRectF ownViewBox() const;

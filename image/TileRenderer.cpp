@@ -1,9 +1,7 @@
 #include "image/TileRenderer.h"
 
 #include <QPainter>
-#include <algorithm>
 #include <new>
-#include <optional>
 
 #include "image/TileGeometry.h"
 #include "image/painting/TileCanvas.h"
@@ -26,32 +24,6 @@ bool drawView(const TileView& view, RendererPool::Lease& lease, QImage& pixels) 
     return canvas.hasTrimmed();
 }
 
-// The one colour of a tile's first row.
-std::optional<QRgb> colourOfRow(const TileView& view, RendererPool::Lease& lease, const QImage& pixels) {
-    QImage row(pixels.width(), 1, pixels.format());
-    if (row.isNull()) throw std::bad_alloc();
-    row.fill(Qt::transparent);
-    drawView(view, lease, row);
-    const auto* const first = reinterpret_cast<const QRgb*>(row.constScanLine(0));
-    const bool isAlike = std::all_of(first, first + row.width(), [&](QRgb pixel) { return pixel == *first; });
-    return isAlike ? std::optional(*first) : std::nullopt;
-}
-
-// Fills a tile of one colour; false when it is not known for one.
-bool fillAlike(const TileView& view, RendererPool::Lease& lease, QImage& pixels) {
-    if (view.target != QRectF(pixels.rect())) return false;
-    PaintedEdges* const edges = lease.edges(view);
-    if (!edges) return false;
-    const Box area = paintedAround(view.viewBox, view.target.size());
-    std::optional<QRgb> colour = edges->learntColour(area);
-    if (!colour && edges->leaveAlike(area)) {
-        colour = colourOfRow(view, lease, pixels);
-        if (colour) edges->learn(area, *colour);
-    }
-    if (colour) pixels.fill(*colour);
-    return colour.has_value();
-}
-
 }  // namespace
 
 DrawnTile drawTile(const LevelTable& levels, const TileKey& tile, RendererPool& renderers) {
@@ -69,8 +41,6 @@ DrawnTile drawTile(const LevelTable& levels, const TileKey& tile, RendererPool& 
     if (!lease.renderer()) return drawn;
     const auto view = viewOf(lease.ownViewBox());
     if (!view) return drawn;
-    drawn.isOfOneColour = fillAlike(*view, lease, drawn.pixels);
-    if (drawn.isOfOneColour) return drawn;
     drawn.isTrimmed = drawView(*view, lease, drawn.pixels);
     return drawn;
 }

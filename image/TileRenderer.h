@@ -13,9 +13,8 @@ struct DrawnTile {
     QImage pixels;          // of the level's full tile size, ARGB32 with straight alpha
     uint64_t document = 0;  // the number of the document that it shows
     // How it was drawn; the pixels are the same.
-    bool isOfCell = false;       // only the shapes around it were
-    bool isOfOneColour = false;  // only its first row was
-    bool isTrimmed = false;      // without the pieces of outlines that it does not see
+    bool isOfCell = false;   // only the shapes around it were
+    bool isTrimmed = false;  // without the pieces of outlines that it does not see
 };
 
 // A file that does not load at present gives a transparent tile. Throws std::bad_alloc.

@@ -75,10 +75,9 @@ void reportDifference(const QString& fileName, const TileKey& tile, const tzsvg:
         }
     }
     std::fprintf(
-        stderr, "%s: level key %u, column %u, row %u, drawn %s%s%s: %d pixels differ, in %dx%d at %d,%d\n",
+        stderr, "%s: level key %u, column %u, row %u, drawn %s%s: %d pixels differ, in %dx%d at %d,%d\n",
         qPrintable(fileName), tile.level, tile.column, tile.row, drawn.isOfCell ? "in part" : "whole",
-        drawn.isOfOneColour ? ", one row" : "", drawn.isTrimmed ? ", trimmed" : "", pixels, where.width(),
-        where.height(), where.x(), where.y());
+        drawn.isTrimmed ? ", trimmed" : "", pixels, where.width(), where.height(), where.x(), where.y());
 }
 
 class Chooser {
@@ -159,7 +158,6 @@ TileComparison compareTiles(const QString& fileName, uint32_t count, double seco
         const tzsvg::DrawnTile drawn = drawTile(levels, tile, renderers);
         ++result.tiles;
         if (drawn.isOfCell) ++result.ofCells;
-        if (drawn.isOfOneColour) ++result.ofOneColour;
         if (drawn.isTrimmed) ++result.trimmed;
         const QImage expected = bareTile(levels, tile, *bare, ownViewBox);
         if (drawn.pixels == expected) continue;

@@ -10,11 +10,10 @@ namespace tzbench {
 
 struct TileComparison {
     uint64_t tiles = 0;
-    uint64_t ofCells = 0;      // of those, drawn by a renderer of a part of the drawing
-    uint64_t ofOneColour = 0;  // of which one row was drawn, or none
-    uint64_t trimmed = 0;      // of which outlines were trimmed
-    uint64_t unsteady = 0;     // that Qt itself draws in two ways, and the image in one of them
-    uint64_t different = 0;    // from all that Qt draws, by a pixel or more
+    uint64_t ofCells = 0;    // of those, drawn by a renderer of a part of the drawing
+    uint64_t trimmed = 0;    // of which outlines were trimmed
+    uint64_t unsteady = 0;   // that Qt itself draws in two ways, and the image in one of them
+    uint64_t different = 0;  // from all that Qt draws, by a pixel or more
 };
 
 // Some `count` tiles of a drawing, at its borders, at edges of its shapes and at random, of all levels; fewer

@@ -28,9 +28,6 @@ constexpr size_t kCostOfRenderer = 32;
 // The cell of all tiles that nothing reaches.
 constexpr CellRenderers::Cell kEmptyCell = {63, 0, 0};
 
-// What a tile's own renderer goes by, which no other tile will want.
-constexpr CellRenderers::Cell kOwnCell = {62, 0, 0};
-
 }  // namespace
 
 CellRenderers::CellRenderers(std::function<std::optional<QByteArray>()> read, const QRectF& area,
@@ -122,14 +119,13 @@ std::optional<CellRenderers::Taken> CellRenderers::take(const TileView& view) {
     const Box tile = paintedAround(view.viewBox, view.target.size());
     if (!boxOf(cell).contains(tile)) return std::nullopt;
 
-    const PartReach::Numbers own = reach.reaching(tile, shapes);
-    const size_t leftOut = reach.boxesTouching(tile, shapes) - own.size();
-    if (!own.empty() && leftOut > 0 && own.size() / settings_.loadedForOneLeftOut <= leftOut)
-        return load(kOwnCell, own);
     if (!pays(shapes.size())) return std::nullopt;
-    if (own.empty()) cell = kEmptyCell;
+    if (reach.reaching(tile, shapes).empty()) {
+        cell = kEmptyCell;
+        shapes.clear();
+    }
     if (std::optional<Taken> idle = takeIdle(cell)) return idle;
-    return load(cell, own.empty() ? own : shapes);
+    return load(cell, shapes);
 }
 
 std::optional<CellRenderers::Taken> CellRenderers::load(const Cell& cell,
@@ -137,8 +133,7 @@ std::optional<CellRenderers::Taken> CellRenderers::load(const Cell& cell,
     auto renderer = std::make_unique<QSvgRenderer>();
     const DrawingParts& drawing = measured_->drawing;
     if (!renderer->load(drawing.text(drawing.with(measured_->reach.partsOf(shapes))))) return std::nullopt;
-    const PaintSurvey survey = surveyPaint(*renderer);
-    return Taken{std::move(renderer), survey, cell, shapes.size(), {}};
+    return Taken{std::move(renderer), cell, shapes.size()};
 }
 
 std::optional<CellRenderers::Taken> CellRenderers::takeIdle(const Cell& cell) {
@@ -157,7 +152,6 @@ size_t CellRenderers::costOf(const Taken& taken) const {
 }
 
 void CellRenderers::giveBack(Taken taken) noexcept {
-    if (taken.cell == kOwnCell) return;
     std::list<Idle> dropped;  // goes after the lock
     // A renderer that cannot be put away is loaded again when it is needed.
     static_cast<void>(tzGate([&] {

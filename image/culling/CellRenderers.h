@@ -1,8 +1,7 @@
 // Renderers of parts of one drawing: the picture is cut into cells, halved again and again, and a cell's
 // renderer has only what may paint in that cell. A tile is drawn by the renderer of a cell that it lies in,
 // pixel by pixel as the whole drawing's renderer would draw it, since Qt does the same for every shape that
-// is left. Where outlines of shapes go round a tile, the tile has a renderer of its own without them. Owned
-// by a RendererPool, for one state of the drawing's file; any thread may ask.
+// is left. Owned by a RendererPool, for one state of the drawing's file; any thread may ask.
 //
 // Nothing is prepared before a tile is asked for that would gain from it. Then the drawing is measured
 // (ReachMeasuring.h); threads that come meanwhile draw as if there were no cells.
@@ -19,11 +18,9 @@
 #include <optional>
 #include <unordered_map>
 
-#include "image/DrawingCost.h"
 #include "image/TileGeometry.h"
 #include "image/culling/CullingSettings.h"
 #include "image/culling/DrawingParts.h"
-#include "image/culling/PaintedEdges.h"
 #include "image/culling/PartReach.h"
 
 namespace tzsvg {
@@ -41,10 +38,8 @@ class CellRenderers {
     };
     struct Taken {
         std::unique_ptr<QSvgRenderer> renderer;
-        PaintSurvey survey;
         Cell cell;
         size_t shapes;
-        std::optional<PaintedEdges> edges;  // once they were asked for
     };
 
     // `read` gives the document's text, or nothing when it is not at hand any more; `area` is what of the

@@ -172,7 +172,7 @@ bool isProvenText(std::string_view xml) {
     // `comp-op` mixes colours in other ways than covering. That a polyline was open stays set in the
     // painter's stroker until the next solid stroke, and the ends of dashes come out by it.
     return !contains(xml, "comp-op") && !contains(xml, "<?xml-stylesheet") &&
-           !(contains(xml, "dasharray") && contains(xml, "<polyline"));
+           !(contains(xml, "dasharray") && contains(xml, "polyline"));
 }
 
 TagAttributes::TagAttributes(std::string_view tag) : rest_(tag.substr(indexOf(tag, 0, isBlank))) {}

@@ -1,4 +1,4 @@
-// When a part of a drawing is worth a renderer of its own, and a look at its outlines. Changed only by tests,
+// When a part of a drawing is worth a renderer of its own. Changed only by tests,
 // which want it always.
 #pragma once
 
@@ -18,14 +18,6 @@ struct CullingSettings {
     // passes, which costs about as much as loading one.
     size_t keptGradients = 60;
     size_t worthLoadingWithMore = 2;
-
-    // A tile gets a drawing of its own when that leaves out a shape whose box the tile lies in, for so many
-    // shapes that are loaded: Qt follows the outline of such a shape, across the whole picture if need be.
-    size_t loadedForOneLeftOut = 4;
-
-    // The part of the picture's longer side that a tile shows at most for its outlines to be looked at: few
-    // larger ones are of one colour, and most of an outline is in them.
-    double smallTile = 1.0 / 8.0;
 
     // Cells of fewer shapes are not halved further, so that tiles share them.
     size_t fewShapes = 64;

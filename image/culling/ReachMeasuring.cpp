@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "image/culling/OutlineStrips.h"
 #include "image/culling/ReachProbe.h"
 
 namespace tzsvg {
@@ -23,25 +22,23 @@ using Kind = DrawingPart::Kind;
 // Beyond so many times the drawing's size, what is lost when numbers cancel out may be pixels.
 constexpr double kMostMagnitude = 1 << 20;
 
-// A shape smaller than this part of the drawing, a tile of the finest level, is told by its box alone, and so
-// is one of many lines.
-constexpr double kSmallShape = 1.0 / 256.0;
-constexpr size_t kMostStrips = 1024;
-
 constexpr size_t kShapesAtOnce = 4096;
+
+double longerSide(const QRectF& area) {
+    return std::max(area.width(), area.height());
+}
 
 // Gathers what is painted shape by shape; which is painted is for the derived classes to say.
 class ShapeProbe : public ReachProbe {
   public:
     PartReach takeReach() {
-        reach_.finish(side());
+        reach_.finish(side_);
         return std::move(reach_);
     }
 
   protected:
     explicit ShapeProbe(const QRectF& area)
-        : ReachProbe(std::max(area.width(), area.height()), kMostMagnitude, kMostStrips),
-          reach_(area.topLeft()) {}
+        : ReachProbe(kMostMagnitude * longerSide(area)), side_(longerSide(area)), reach_(area.topLeft()) {}
 
     void beginShape(uint32_t part, bool isMeasurable) {
         current_ = part;
@@ -50,18 +47,14 @@ class ShapeProbe : public ReachProbe {
 
     void endShape() {
         if (current_ == DrawingPart::kRoot) return;
-        if (!shape_.box.isFinite() && shape_.box.left <= shape_.box.right) isUnknown_ = true;
-        if (isUnknown_) shape_ = {Box::everywhere(), {}, false};
-        if (shape_.strips.size() > kMostStrips || shape_.box.largerSide() < kSmallShape * side() ||
-            isBox(shape_))
-            shape_.strips.clear();
-        reach_.add(current_, shape_);
+        if (!shape_.isFinite() && shape_.left <= shape_.right) isUnknown_ = true;
+        reach_.add(current_, isUnknown_ ? Box::everywhere() : shape_);
         shape_ = {};
         isUnknown_ = false;
         current_ = DrawingPart::kRoot;
     }
 
-    void addUnmeasured(uint32_t part) { reach_.add(part, {Box::everywhere(), {}, false}); }
+    void addUnmeasured(uint32_t part) { reach_.add(part, Box::everywhere()); }
 
     void add(const QPainterPath& path, bool fills) override {
         if (current_ != DrawingPart::kRoot && !isUnknown_) isUnknown_ = !measure(path, fills, shape_);
@@ -69,9 +62,10 @@ class ShapeProbe : public ReachProbe {
     void addUnknown() override { isUnknown_ = true; }
 
   private:
+    const double side_;
     PartReach reach_;
     uint32_t current_ = DrawingPart::kRoot;  // the shape that is being drawn
-    Reach shape_;
+    Box shape_;
     bool isUnknown_ = false;
 };
 
@@ -214,8 +208,8 @@ std::optional<PartReach> measureMarked(const DrawingParts& drawing, const QRectF
 }  // namespace
 
 std::optional<PartReach> measureReach(const DrawingParts& drawing, const QRectF& area, QSvgRenderer& whole) {
-    const double side = std::max(area.width(), area.height());
-    if (std::max(std::abs(area.x()), std::abs(area.y())) > kMostMagnitude * side) return std::nullopt;
+    if (std::max(std::abs(area.x()), std::abs(area.y())) > kMostMagnitude * longerSide(area))
+        return std::nullopt;
     std::optional<PartReach> reach;
     if (drawing.isFilledInOrder()) reach = measureInOrder(drawing, area, whole);
     return reach ? std::move(reach) : measureMarked(drawing, area);

@@ -6,15 +6,8 @@
 #include <cmath>
 
 #include "image/StrokeReach.h"
-#include "image/culling/OutlineStrips.h"
 
 namespace tzsvg {
-namespace {
-
-// The lines that stand for a curve are no farther from it than this part of the drawing.
-constexpr double kFineEnough = 1.0 / 2048.0;
-
-}  // namespace
 
 void ReachProbe::drawPath(const QPainterPath& path) {
     add(path, state->brush().style() != Qt::NoBrush);
@@ -75,22 +68,17 @@ bool ReachProbe::isMeasurable(const QTransform& t, const QPointF& p) const {
            std::abs(t.m12() * p.x()) + std::abs(t.m22() * p.y()) + std::abs(t.dy()) <= largest_;
 }
 
-bool ReachProbe::measure(const QPainterPath& path, bool fills, Reach& reach) const {
+bool ReachProbe::measure(const QPainterPath& path, bool fills, Box& reach) const {
     const QTransform& t = state->transform();
     const QPen& pen = state->pen();
     const bool strokes = pen.style() != Qt::NoPen && pen.brush().style() != Qt::NoBrush;
     if (path.elementCount() == 0 || (!fills && !strokes)) return true;
-    const bool hasArea = fills && !isOfLines(path);
-    reach.isFilled = reach.isFilled || hasArea;
     // Widths that stay when the drawing is enlarged. One pixel is what smooth edges take.
     if (!t.isAffine() || (strokes && pen.isCosmetic() && pen.widthF() > 1.0)) return false;
     if (strokes && !strokeIsTold(path)) return false;
     const bool isOneLine = path.elementCount() == 2 && path.elementAt(1).isLineTo();
     const double radius = strokes && !pen.isCosmetic() ? strokeRadius(pen, isOneLine) : 0.0;
-    if (!addBox(path, t, radius, reach.box)) return false;
-    const OutlineStrips outline(t, radius * largestScale(t), kFineEnough * side_, mostStrips_);
-    outline.append(path, hasArea, reach.strips);
-    return true;
+    return addBox(path, t, radius, reach);
 }
 
 bool ReachProbe::addBox(const QPainterPath& path, const QTransform& t, double radius, Box& box) const {

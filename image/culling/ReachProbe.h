@@ -1,5 +1,5 @@
 // A probe that measures the reach of each path it is told to paint, in the coordinates of the drawing's root.
-// Used by ReachMeasuring, by shape, and by PaintedEdges, for a drawing as a whole.
+// Used by ReachMeasuring.
 #pragma once
 
 #include "image/PaintProbe.h"
@@ -23,16 +23,13 @@ class ReachProbe : public ProbeEngine {
     void drawTextItem(const QPointF& at, const QTextItem& text) override;
 
   protected:
-    // Of a drawing with that longer side; what lies farther out than so many sides cannot be measured. Not
-    // much more than `mostStrips` are kept.
-    ReachProbe(double side, double mostSides, size_t mostStrips)
-        : side_(side), largest_(mostSides * side), mostStrips_(mostStrips) {}
+    // What lies farther out than `largest` cannot be measured.
+    explicit ReachProbe(double largest) : largest_(largest) {}
 
-    double side() const { return side_; }
     bool isMeasurable(const QTransform& t, const QPointF& p) const;
 
     // Adds what the painter would colour now, filling the path or not; false when that cannot be told.
-    bool measure(const QPainterPath& path, bool fills, Reach& reach) const;
+    bool measure(const QPainterPath& path, bool fills, Box& reach) const;
 
   private:
     // What is told of every path, with the painter's state.
@@ -41,9 +38,7 @@ class ReachProbe : public ProbeEngine {
 
     bool addBox(const QPainterPath& path, const QTransform& t, double radius, Box& box) const;
 
-    const double side_;
     const double largest_;
-    const size_t mostStrips_;
 };
 
 }  // namespace tzsvg

@@ -85,12 +85,13 @@ std::optional<Outline> TileEngine::thinned(const QVectorPath& path, const QPen& 
     return OutlineTrimmer(state()->matrix, tile_, reach).stroked(viewOf(path));
 }
 
-// An open path leaves its being open behind in Qt's stroker, and dashes follow it, until another path is
-// stroked: that one is then, wherever it is.
+// An open path, which is a polyline, leaves its being open behind in Qt's stroker, and dashes follow it,
+// until another path is stroked. So it is stroked wherever it is, and so is the next path after it.
 void TileEngine::stroke(const QVectorPath& path, const QPen& pen) {
     const std::optional<Outline> outline = thinned(path, pen);
-    if (outline && outline->isEmpty() && !isStrokerOpen_) return;
-    if (outline && !outline->isEmpty()) {
+    const bool isNear = !outline || !outline->isEmpty();
+    if (!isNear && !path.hasExplicitOpen() && !isStrokerOpen_) return;
+    if (outline && isNear) {
         QRasterPaintEngine::stroke(pathOf(*outline, path), pen);
     } else {
         QRasterPaintEngine::stroke(path, pen);
@@ -107,9 +108,8 @@ void TileEngine::stroke(const QVectorPath& path, const QPen& pen) {
 void TileEngine::drawPolygon(const QPointF* points, int count, PolygonDrawMode mode) {
     const QVectorPath path(reinterpret_cast<const qreal*>(points), count, nullptr,
                            QVectorPath::polygonFlags(mode));
-    const bool isStrokedAlone = mode != PolylineMode && state()->brush.style() == Qt::NoBrush;
-    if (isStrokedAlone && !QVectorPath::isRect(path.points(), count)) return stroke(path, state()->pen);
-    if (mode == PolylineMode) isStrokerOpen_ = true;
+    const bool isFilled = state()->brush.style() != Qt::NoBrush || QVectorPath::isRect(path.points(), count);
+    if (mode == PolylineMode || !isFilled) return stroke(path, state()->pen);
     QRasterPaintEngine::drawPolygon(points, count, mode);
 }
 

@@ -78,7 +78,6 @@ class Inspection {
 
     bool stylesWithinLimits() const { return styles_.withinLimits(); }
     bool sawUse() const { return sawUse_; }
-    bool sawTextOrNested() const { return sawTextOrNested_; }
 
   private:
     struct OpenElement {
@@ -106,8 +105,6 @@ class Inspection {
         open_.push_back({0, name == QLatin1String("style")});
         inStyle_ = inStyle_ || open_.back().isStyle;
         sawUse_ = sawUse_ || name == QLatin1String("use");
-        sawTextOrNested_ = sawTextOrNested_ || name.startsWith(QLatin1String("text")) ||
-                           (name == QLatin1String("svg") && open_.size() > 1);
         // A gradient takes all stops up to the next gradient, wherever they stand.
         if (name == QLatin1String("linearGradient") || name == QLatin1String("radialGradient")) stops_ = 0;
         if (name == QLatin1String("stop") && ++stops_ > kMaxGradientStops) return Danger::kStops;
@@ -126,7 +123,6 @@ class Inspection {
     int stops_ = 0;  // of the present gradient
     bool inStyle_ = false;
     bool sawUse_ = false;
-    bool sawTextOrNested_ = false;
 };
 
 // A second reading, for the few documents with uses: IDs are kept for these alone.
@@ -168,7 +164,6 @@ DangerousPlace look(const Xml& xml, const QString& fileName, SafeDocument& docum
     const DangerousPlace found = readTokens(
         reader, [&](QXmlStreamReader::TokenType token) { return inspection.inspect(token, reader); });
     document.linkedFiles = links.files();
-    document.hasTextOrNested = inspection.sawTextOrNested();
     if (found.danger != Danger::kNone) return found;
     if (!inspection.stylesWithinLimits()) return {Danger::kStyles, 0};
     if (inspection.sawUse() && !usesWithinLimits(Reader(xml))) return {Danger::kUses, 0};

@@ -28,8 +28,6 @@ enum class Danger {
 struct SafeDocument {
     QByteArray bytes;         // the XML of a compressed file; empty: the renderer reads the file
     QStringList linkedFiles;  // files besides the document that the renderer reads, there or not
-    bool hasTextOrNested =
-        false;  // whether there are `text` elements, or `svg` elements within the outermost
 };
 
 // Nothing when there is a danger. What the document type declares outside is never fetched: neither Qt's

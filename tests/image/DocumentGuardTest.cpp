@@ -175,19 +175,13 @@ TEST_F(GuardTest, dashes) {
     }
 }
 
-TEST_F(GuardTest, linkedFilesAndTextAreTold) {
+TEST_F(GuardTest, linkedFilesAreTold) {
     write("document.svg", image("photo.png"));
     const auto document = inspectDocument(path("document.svg"));
     ASSERT_TRUE(document);
     EXPECT_EQ(document->linkedFiles, QStringList(path("photo.png")));
     write("document.svg", linkedStyles("small.css"));
     EXPECT_EQ(inspectDocument(path("document.svg"))->linkedFiles, QStringList(path("small.css")));
-    EXPECT_FALSE(inspectDocument(path("document.svg"))->hasTextOrNested);
-    for (const char* name : {"text", "svg"}) {
-        write("document.svg",
-              svg(QByteArray("<g xmlns:s='http://www.w3.org/2000/svg'><s:") + name + "/></g>"));
-        EXPECT_TRUE(inspectDocument(path("document.svg"))->hasTextOrNested) << name;
-    }
 }
 
 TEST_F(GuardTest, compressed) {

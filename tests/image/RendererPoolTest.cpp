@@ -120,23 +120,3 @@ TEST_F(RendererPoolTest, animationsStartWithTheirFirstPicture) {
     painter.end();
     EXPECT_GT(qRed(image.pixel(4, 4)), qBlue(image.pixel(4, 4)));
 }
-
-// Of what tiles of one colour may be learnt: nothing that is not of one colour all over.
-TEST_F(RendererPoolTest, tellsPlainDrawings) {
-    const struct {
-        const char* content;
-        bool isPlain;
-    } cases[] = {
-        {"<rect width='9' height='9' fill='red' opacity='0.5'/><circle r='5' stroke='blue' fill='none'/>",
-         true},
-        {"<linearGradient id='g'><stop/></linearGradient><rect width='9' height='9'/>", true},
-        {"<linearGradient id='g'><stop/></linearGradient><rect width='9' height='9' fill='url(#g)'/>", false},
-        {"<linearGradient id='g'><stop/></linearGradient><path d='M0 0L5 5' stroke='url(#g)'/>", false},
-        {"<image width='9' height='9' xlink:href='photo.png'/>", false},
-    };
-    writePhoto(qRgb(255, 0, 0));
-    for (const auto& test : cases) {
-        write(svg(test.content), 60);
-        EXPECT_EQ(tzsvg::loadDrawing(path()).survey.isPlain, test.isPlain) << test.content;
-    }
-}

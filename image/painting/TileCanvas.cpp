@@ -33,8 +33,8 @@ bool TileCanvas::hasTrimmed() const {
 }
 
 // The engine is derived from Qt's own, which is no public interface: it is used with the very version that it
-// was compiled with, and that it was proved with. Curves and lines are cut with the same numbers here and in Qt
-// where both compute alike: where a processor multiplies and adds in one go, compilers do so now here, now
+// was compiled with, and that it was proved with. Curves and lines are cut with the same numbers here and in
+// Qt where both compute alike: where a processor multiplies and adds in one go, compilers do so now here, now
 // there, and Qt's rasterizer counts in `long`.
 bool TileCanvas::isOurs() {
 #if defined(__x86_64__) && defined(__LP64__) && !defined(__FMA__)

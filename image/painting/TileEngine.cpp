@@ -3,7 +3,6 @@
 #include <private/qpainter_p.h>
 #include <private/qpainterpath_p.h>
 #include <QImage>
-
 #include <algorithm>
 #include <cmath>
 
@@ -36,19 +35,24 @@ QSpanData& TileEngine::setUp(const QBrush& brush) {
     return state()->brushData;
 }
 
-// Whether there is enough beside the tile to be worth a look. `by`: how far from the path it paints.
-bool TileEngine::reachesFar(const QVectorPath& path, double by) const {
-    constexpr double kFar = 128.0;                                             // pixels
-    if (!state()->renderHints.testFlag(QPainter::Antialiasing)) return false;  // another rasterizer
-    const QRectF tile(QPointF(), tile_);
-    const QRectF reach = state()->matrix.mapRect(path.controlPointRect().adjusted(-by, -by, by, by));
-    return reach.intersects(tile) && !tile.adjusted(-kFar, -kFar, kFar, kFar).contains(reach);
+// Where in the tile's pixels it may paint, when that is no farther from the path than `by`.
+QRectF TileEngine::reachOf(const QVectorPath& path, double by) const {
+    return state()->matrix.mapRect(path.controlPointRect().adjusted(-by, -by, by, by));
+}
+
+// Whether there is enough beside the tile to be worth a look. Edges that are not smooth have another
+// rasterizer.
+bool TileEngine::isWorthTrimming(const QRectF& reach) const {
+    constexpr double kFar = 128.0;
+    return state()->renderHints.testFlag(QPainter::Antialiasing) &&
+           !QRectF(QPointF(), tile_).adjusted(-kFar, -kFar, kFar, kFar).contains(reach);
 }
 
 std::optional<Outline> TileEngine::trimmed(const QVectorPath& path) const {
     const bool isSeen = state()->brushData.blend != nullptr;
-    if (path.isEmpty() || path.shape() == QVectorPath::RectangleHint || !isSeen || !reachesFar(path, 0.0))
-        return std::nullopt;
+    if (path.isEmpty() || path.shape() == QVectorPath::RectangleHint || !isSeen) return std::nullopt;
+    const QRectF reach = reachOf(path, 0.0);
+    if (!reach.intersects(QRectF(QPointF(), tile_)) || !isWorthTrimming(reach)) return std::nullopt;
     return OutlineTrimmer(state()->matrix, tile_, 0.0).filled(viewOf(path));
 }
 
@@ -80,9 +84,10 @@ bool TileEngine::isSmall(const QVectorPath& path) const {
 
 std::optional<Outline> TileEngine::thinned(const QVectorPath& path, const QPen& pen) const {
     if (path.isEmpty() || !isOutlined(path, pen) || !isSmall(path)) return std::nullopt;
-    const double reach = strokeRadius(pen, false);
-    if (!reachesFar(path, reach) || !strokeIsTold(path.convertToPainterPath())) return std::nullopt;
-    return OutlineTrimmer(state()->matrix, tile_, reach).stroked(viewOf(path));
+    const double radius = strokeRadius(pen, false);
+    if (!isWorthTrimming(reachOf(path, radius)) || !strokeIsTold(path.convertToPainterPath()))
+        return std::nullopt;
+    return OutlineTrimmer(state()->matrix, tile_, radius).stroked(viewOf(path));
 }
 
 // An open path, which is a polyline, leaves its being open behind in Qt's stroker, and dashes follow it,

@@ -30,7 +30,8 @@ class TileEngine : public QRasterPaintEngine {
 
   private:
     QSpanData& setUp(const QBrush& brush);
-    bool reachesFar(const QVectorPath& path, double by) const;
+    QRectF reachOf(const QVectorPath& path, double by) const;
+    bool isWorthTrimming(const QRectF& reach) const;
     bool isSmall(const QVectorPath& path) const;
     bool isOutlined(const QVectorPath& path, const QPen& pen) const;
     std::optional<Outline> trimmed(const QVectorPath& path) const;

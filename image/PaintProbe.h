@@ -1,5 +1,5 @@
 // A paint device on which nothing is drawn: an engine looks at what the painter is told to draw. Used by
-// DrawingCost, ReachProbe and TrimmedPaint, each with an engine of its own.
+// DrawingCost and ReachProbe, each with an engine of its own.
 #pragma once
 
 #include <QPaintDevice>

@@ -1,8 +1,6 @@
 // Runs one function on several threads. Used by the commands that take `--threads`.
 #pragma once
 
-#include <sched.h>
-
 #include <functional>
 #include <system_error>
 #include <thread>
@@ -18,10 +16,7 @@ class WorkerThreads {
         threads_.reserve(count);
         for (uint32_t i = 0; i < count; ++i) {
             try {
-                threads_.emplace_back([work, i] {
-                    workInBulk();
-                    work(i);
-                });
+                threads_.emplace_back(work, i);
             } catch (const std::system_error&) {
                 if (i == 0) throw;
                 return;
@@ -38,15 +33,6 @@ class WorkerThreads {
     }
 
   private:
-    // A thread that is woken waits for its turn, instead of interrupting the one that woke it; so do the
-    // threads that it starts. Qt hands parts of a gradient to other threads, for microseconds, and waits: a
-    // pyramid of gradients takes three quarters of the time so. Where the system does not allow it, nothing
-    // is lost.
-    static void workInBulk() {
-        const sched_param none{};
-        static_cast<void>(sched_setscheduler(0, SCHED_BATCH, &none));
-    }
-
     std::vector<std::thread> threads_;
 };
 

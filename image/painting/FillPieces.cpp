@@ -3,8 +3,14 @@
 namespace tzsvg {
 namespace {
 
-// What blendPieces() stands for. A thread fills one shape at a time.
-thread_local ProcessSpans blendPiece = nullptr;
+// What blendPieces() stands for is kept with the brush, in the place of the function for glyphs of bitmaps,
+// which only pens use: it is told of nothing else.
+void keepBlend(QSpanData& brush, ProcessSpans blend) {
+    brush.bitmapBlit = reinterpret_cast<BitmapBlitFunc>(blend);
+}
+ProcessSpans keptBlend(const void* brush) {
+    return reinterpret_cast<ProcessSpans>(static_cast<const QSpanData*>(brush)->bitmapBlit);
+}
 
 // Qt's blend functions keep pixels on the stack: where these are aligned to 32 bytes they are computed by
 // vector, elsewhere one by one, and now and then that comes out different by one. The threads of Qt's pool
@@ -18,14 +24,14 @@ thread_local ProcessSpans blendPiece = nullptr;
         *end = 0;
         if (reinterpret_cast<uintptr_t>(end) % kVector != 0) break;
     }
-    blendPiece(count, spans, brush);
+    keptBlend(brush)(count, spans, brush);
 }
 
 // The pieces are those of Qt, each with too few spans for it to cut.
 void blendPieces(int count, const QSpan* spans, void* brush) {
     constexpr int kSpansOfPiece = 64;
     const int pieces = (count + kSpansOfPiece / 2) / kSpansOfPiece;
-    if (pieces < 2) return blendPiece(count, spans, brush);
+    if (pieces < 2) return keptBlend(brush)(count, spans, brush);
     int done = 0;
     for (int i = 0; i < pieces; ++i) {
         const int ofPiece = (count - done) / (pieces - i);
@@ -37,9 +43,9 @@ void blendPieces(int count, const QSpan* spans, void* brush) {
 }  // namespace
 
 FillPieces::FillPieces(QSpanData& brush)
-    : brush_(brush), blend_(brush.blend), unclippedBlend_(brush.unclipped_blend) {
+    : brush_(brush), blend_(brush.blend), unclippedBlend_(brush.unclipped_blend), glyphs_(brush.bitmapBlit) {
     if (!unclippedBlend_ || unclippedBlend_ == blendPieces) return;
-    blendPiece = unclippedBlend_;
+    keepBlend(brush, unclippedBlend_);
     // With a clip, blend() cuts the spans and calls the other.
     brush.unclipped_blend = blendPieces;
     if (blend_ == unclippedBlend_) brush.blend = blendPieces;
@@ -47,9 +53,10 @@ FillPieces::FillPieces(QSpanData& brush)
 
 // Painting a shape's stroke sets the brush up anew.
 FillPieces::~FillPieces() {
-    if (unclippedBlend_ == blendPieces) return;
-    if (brush_.unclipped_blend == blendPieces) brush_.unclipped_blend = unclippedBlend_;
-    if (brush_.blend == blendPieces) brush_.blend = blend_;
+    if (unclippedBlend_ == blendPieces || brush_.unclipped_blend != blendPieces) return;
+    brush_.unclipped_blend = unclippedBlend_;
+    brush_.blend = blend_;
+    brush_.bitmapBlit = glyphs_;
 }
 
 }  // namespace tzsvg

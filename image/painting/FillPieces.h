@@ -23,6 +23,7 @@ class FillPieces {
     QSpanData& brush_;
     const ProcessSpans blend_;
     const ProcessSpans unclippedBlend_;
+    const BitmapBlitFunc glyphs_;
 };
 
 }  // namespace tzsvg

@@ -5,11 +5,13 @@ namespace {
 
 // What blendPieces() stands for is kept with the brush, in the place of the function for glyphs of bitmaps,
 // which only pens use: it is told of nothing else.
+using AnyFunction = void (*)();
 void keepBlend(QSpanData& brush, ProcessSpans blend) {
-    brush.bitmapBlit = reinterpret_cast<BitmapBlitFunc>(blend);
+    brush.bitmapBlit = reinterpret_cast<BitmapBlitFunc>(reinterpret_cast<AnyFunction>(blend));
 }
 ProcessSpans keptBlend(const void* brush) {
-    return reinterpret_cast<ProcessSpans>(static_cast<const QSpanData*>(brush)->bitmapBlit);
+    const auto kept = reinterpret_cast<AnyFunction>(static_cast<const QSpanData*>(brush)->bitmapBlit);
+    return reinterpret_cast<ProcessSpans>(kept);
 }
 
 // Qt's blend functions keep pixels on the stack: where these are aligned to 32 bytes they are computed by

@@ -1,4 +1,5 @@
-// Cubic curves, cut and drawn with the same numbers as Qt 6.4 does it. Used by culling and trimming; pure.
+// Cubic curves, cut and drawn with the same numbers as Qt 6.4 does it. Used by StrokeReach and
+// OutlineTrimmer; pure.
 #pragma once
 
 #include <QPointF>

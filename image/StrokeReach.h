@@ -1,4 +1,4 @@
-// How far from a path its stroke may lie. Used by culling and trimming; pure.
+// How far from a path its stroke may lie. Used by ReachProbe and TileEngine; pure.
 #pragma once
 
 #include <QPainterPath>

@@ -1,4 +1,4 @@
-// That no pixel tells that outlines were trimmed, for all that Qt draws in a way of its own.
+// That no pixel tells that tiles are painted by an engine of ours, for all that Qt draws in a way of its own.
 #include <gtest/gtest.h>
 
 #include <QLoggingCategory>
